@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VN_BASE_EXCEPTIONS_H
+#define VN_BASE_EXCEPTIONS_H
+
+/**
+ * @file The exceptions that the library raises.
+ *
+ * They are thrown by value and caught by const reference:
+ * @code
+ * try {
+ *     config.parse(text, QDateTime::currentDateTime());
+ * } catch (const vn::ParseException &e) {
+ *     qWarning("%s", e.what());
+ * }
+ * @endcode
+ * Threads: reentrant. Copies share their immutable content, so an exception may be handed to
+ * another thread (clone()) and raised there (raise()).
+ */
+
+#include "base/Export.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <exception>
+#include <memory>
+
+class QFile;
+
+namespace vn {
+
+/** The base of all exceptions of the library: a message and, where there is one, the cause. */
+class VN_BASE_EXPORT ExceptionQt : public std::exception
+{
+public:
+    /**
+     * Makes an exception that says @p message (what failed, on which name and why; no full stop).
+     * A @p cause is copied with its class, so it may be a local object; null means none.
+     */
+    explicit ExceptionQt(const QString &message, const ExceptionQt *cause = nullptr);
+    ExceptionQt(const ExceptionQt &other) noexcept;
+    ExceptionQt &operator=(const ExceptionQt &other) noexcept;
+    ~ExceptionQt() override;
+
+    /** The message, as given to the constructor. */
+    const QString &message() const noexcept { return m_message; }
+
+    /** The exception that led to this one, of the class it was thrown with; null when there is
+     * none. It lives as long as this exception or a copy of it. */
+    const ExceptionQt *cause() const noexcept { return m_cause.get(); }
+
+    /** The message in UTF-8, valid as long as this exception. */
+    const char *what() const noexcept override;
+
+    /** A copy of the same class; the caller owns it. */
+    virtual ExceptionQt *clone() const;
+
+    /** Throws a copy of the same class. */
+    [[noreturn]] virtual void raise() const;
+
+private:
+    QString m_message;
+    QByteArray m_what;
+    std::shared_ptr<const ExceptionQt> m_cause;
+};
+
+/**
+ * A text that breaks its format, with the place.
+ *
+ * The meaning of the positions belongs to the format: the configuration reader gives -1 for all
+ * four; the alarm parsers give line 0 and, as columns, the byte offsets from 0 where the offending
+ * token begins and ends.
+ */
+class VN_BASE_EXPORT ParseException : public ExceptionQt
+{
+public:
+    ParseException(const QString &message, int startLine, int startColumn, int endLine,
+                   int endColumn, const ExceptionQt *cause = nullptr);
+    ParseException(const ParseException &other) noexcept;
+    ParseException &operator=(const ParseException &other) noexcept;
+    ~ParseException() override;
+
+    int startLine() const noexcept { return m_startLine; }
+    int startColumn() const noexcept { return m_startColumn; }
+    int endLine() const noexcept { return m_endLine; }
+    int endColumn() const noexcept { return m_endColumn; }
+
+    ParseException *clone() const override;
+    [[noreturn]] void raise() const override;
+
+private:
+    int m_startLine;
+    int m_startColumn;
+    int m_endLine;
+    int m_endColumn;
+};
+
+/** A device, file or archive that could not be read or written. */
+class VN_BASE_EXPORT IOException : public ExceptionQt
+{
+public:
+    explicit IOException(const QString &message, const ExceptionQt *cause = nullptr);
+    IOException(const IOException &other) noexcept;
+    IOException &operator=(const IOException &other) noexcept;
+    ~IOException() override;
+
+    IOException *clone() const override;
+    [[noreturn]] void raise() const override;
+};
+
+/** A file that could not be opened, read or written; the message is "NAME: REASON". */
+class VN_BASE_EXPORT FileException : public IOException
+{
+public:
+    /** Takes name and error text from @p file as they are now; the file may go afterwards. */
+    explicit FileException(const QFile &file);
+    FileException(const FileException &other) noexcept;
+    FileException &operator=(const FileException &other) noexcept;
+    ~FileException() override;
+
+    /** The name of the file, as QFile::fileName() gave it. */
+    const QString &fileName() const noexcept { return m_fileName; }
+
+    FileException *clone() const override;
+    [[noreturn]] void raise() const override;
+
+private:
+    QString m_fileName;
+};
+
+} // namespace vn
+
+#endif // VN_BASE_EXCEPTIONS_H

@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VN_BASE_EXPORT_H
+#define VN_BASE_EXPORT_H
+
+/** @file Marks the names that the two shared libraries export; everything else stays hidden. */
+
+#include <QtCore/qglobal.h>
+
+#ifdef VANTERO_BASE_BUILD
+#define VN_BASE_EXPORT Q_DECL_EXPORT
+#else
+#define VN_BASE_EXPORT Q_DECL_IMPORT
+#endif
+
+#ifdef VANTERO_FORMATS_BUILD
+#define VN_EXPORT Q_DECL_EXPORT
+#else
+#define VN_EXPORT Q_DECL_IMPORT
+#endif
+
+#endif // VN_BASE_EXPORT_H

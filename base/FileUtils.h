@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VN_BASE_FILEUTILS_H
+#define VN_BASE_FILEUTILS_H
+
+#include "base/Export.h"
+
+#include <QtCore/QString>
+
+class QByteArray;
+class QDateTime;
+class QDir;
+class QIODevice;
+
+namespace vn {
+
+/**
+ * Whole texts from and into files and devices, and names for new files.
+ *
+ * Threads: all functions are reentrant; a device is used by the calling thread only.
+ */
+class VN_BASE_EXPORT FileUtils
+{
+public:
+    FileUtils() = delete; // a name for functions only
+
+    /**
+     * Returns the text of the file at @p path. Bytes that are valid UTF-8 are decoded as such, a
+     * leading byte order mark dropped; anything else is Latin-1. Line ends stay as they are.
+     * @throws FileException when the file cannot be opened or read
+     */
+    static QString readText(const QString &path);
+
+    /**
+     * Returns the remaining content of the open @p device as text, decoded as by readText(path).
+     * A sequential device that has no more to come is at its end.
+     * @throws IOException when reading reports an error; never a silently short text
+     */
+    static QString readText(QIODevice *device);
+
+    /**
+     * Decodes @p bytes as readText() does: valid UTF-8 (without its byte order mark) as UTF-8,
+     * anything else as Latin-1. Reports nothing: every byte sequence is a text.
+     */
+    static QString decodeText(const QByteArray &bytes);
+
+    /**
+     * Writes @p text to the open @p device as UTF-8 without a byte order mark, and flushes it, so
+     * that a full disk shows here.
+     * @throws FileException when the device is a QFile and a write is short or fails
+     * @throws IOException the same for any other device
+     */
+    static void copyText(const QString &text, QIODevice *device);
+
+    /**
+     * Copies what remains in @p source to @p target and returns the number of bytes copied.
+     * A sequential source is waited for; one that has no more to come is at its end, not in error.
+     * @param maxBytes  the most that the source may hold, in bytes; quint64(-1) means no limit
+     * @param timeoutMs the limit for the whole call, in milliseconds; negative means none
+     * @throws IOException on a read or write error, when time is out, and when the source holds
+     * more than @p maxBytes (the target then holds the first @p maxBytes at the most)
+     */
+    static quint64 copy(QIODevice *source, QIODevice *target, quint64 maxBytes, int timeoutMs);
+
+    /**
+     * Returns a bare file name made from @p pattern that is not taken in @p dir. "%d" becomes the
+     * date of @p dateTime as yyyy-MM-dd. A taken name gets @p counterFormat, with "%i" replaced by
+     * 2, 3, …, before its last "." (at its end where it has none). A dangling symbolic link takes
+     * its name, too.
+     * @param alwaysCount numbers even a free name, from 1
+     *
+     * Example: the pattern "cam-%d.cfg" and the counter "[%i]" give "cam-2010-05-01.cfg", then
+     * "cam-2010-05-01[2].cfg". Nothing is created: another process may take the name meanwhile.
+     */
+    static QString uniqueFileName(const QDir &dir, const QString &pattern,
+                                  const QDateTime &dateTime, const QString &counterFormat,
+                                  bool alwaysCount);
+};
+
+} // namespace vn
+
+#endif // VN_BASE_FILEUTILS_H

@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VN_BASE_ZIPREADER_H
+#define VN_BASE_ZIPREADER_H
+
+#include "base/Export.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QIODevice>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <memory>
+
+namespace vn {
+
+/**
+ * Reads a zip archive; after openFile() the device delivers the bytes of that entry, sequentially.
+ *
+ * Entries may be stored or deflated, plain or encrypted (traditional encryption and AES).
+ * @code
+ * ZipReader zip(QStringLiteral("cams.zip"), "secret");
+ * if (zip.open(QIODevice::ReadOnly))
+ *     for (const QString &name : zip.fileListBySuffix(QStringLiteral("cfg")))
+ *         if (zip.openFile(name))
+ *             show(FileUtils::readText(&zip));
+ * @endcode
+ * Reading the entries in listed order is one pass over the archive; any other order works, at the
+ * cost of a new pass. The data of an entry is handed on only after all of it has been decoded and
+ * checked, so a wrong password, a damaged and a truncated entry are errors of the first read: it
+ * gives -1, and errorString() names the archive, the entry and the reason.
+ *
+ * Threads: reentrant.
+ */
+class VN_BASE_EXPORT ZipReader : public QIODevice
+{
+public:
+    /** A reader for the archive at @p path; nothing is opened yet. An empty @p password means none.
+     */
+    explicit ZipReader(const QString &path, const QByteArray &password = QByteArray(),
+                       QObject *parent = nullptr);
+    ~ZipReader() override;
+
+    /** Opens the archive, which must be a regular file. Returns false and sets errorString() when
+     * it cannot be opened, is no zip archive, or when @p mode is not ReadOnly. */
+    bool open(OpenMode mode) override;
+    void close() override;
+
+    /**
+     * The names of the entries that end with @p suffix (case is ignored), in archive order, folders
+     * left out. A name that occurs twice is listed twice.
+     * @throws IOException when the archive is not open or its directory cannot be read
+     */
+    QStringList fileListBySuffix(const QString &suffix);
+
+    /**
+     * Makes the entry @p name the one that the device delivers, from its first byte on. Of several
+     * entries of one name repeated calls go from one to the next, and start over after the last.
+     * Returns false and sets errorString() when there is none; reading then gives that error, never
+     * the entry before.
+     */
+    bool openFile(const QString &name);
+
+    bool isSequential() const override;
+    bool atEnd() const override;
+    qint64 bytesAvailable() const override;
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override;
+    qint64 writeData(const char *data, qint64 maxSize) override;
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace vn
+
+#endif // VN_BASE_ZIPREADER_H

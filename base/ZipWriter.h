@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VN_BASE_ZIPWRITER_H
+#define VN_BASE_ZIPWRITER_H
+
+#include "base/Export.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <memory>
+
+class QDateTime;
+class QIODevice;
+
+namespace vn {
+
+/**
+ * Writes a zip archive, deflated and, with a password, encrypted with AES-256.
+ *
+ * The archive appears at its path on close(), whole or not at all; an archive that stood there
+ * before is replaced then. A writer that goes without close() leaves nothing.
+ *
+ * Threads: reentrant.
+ */
+class VN_BASE_EXPORT ZipWriter
+{
+public:
+    /** A writer for an archive at @p path; nothing is opened yet. An empty @p password means none.
+     */
+    explicit ZipWriter(const QString &path, const QByteArray &password = QByteArray());
+    ~ZipWriter();
+
+    ZipWriter(const ZipWriter &) = delete; // two writers for one archive
+    ZipWriter &operator=(const ZipWriter &) = delete;
+
+    /**
+     * Begins the archive.
+     * @throws IOException when it cannot be created there, or the writer is open already
+     */
+    void open();
+
+    /**
+     * Adds what remains in the open @p device as the entry @p entryName with @p comment (both UTF-8
+     * in the archive). The entry's time is @p dateTime as local time, in steps of two seconds.
+     * @throws IOException when the writer is not open, the device fails, or the entry cannot be
+     * added
+     */
+    void appendFile(QIODevice *device, const QString &entryName, const QString &comment,
+                    const QDateTime &dateTime);
+
+    /**
+     * Writes the archive to its path.
+     * @throws IOException when the writer is not open or the archive cannot be written; what stood
+     * at the path is then untouched, and the writer is closed
+     */
+    void close();
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace vn
+
+#endif // VN_BASE_ZIPWRITER_H
