@@ -1,6 +1,9 @@
 # Options, warnings and the common properties of our targets.
 
-option(BUILD_TESTING "Build the tests and fuzz targets" ${PROJECT_IS_TOP_LEVEL})
+if(PROJECT_IS_TOP_LEVEL) # a project that adds this one has its own BUILD_TESTING
+  option(BUILD_TESTING "Build the tests and fuzz targets" ON)
+endif()
+option(VANTERO_BUILD_TESTS "Build our tests where BUILD_TESTING is on" ${PROJECT_IS_TOP_LEVEL})
 option(VANTERO_BUILD_TOOL "Build the command-line tool vantero-formats" ${PROJECT_IS_TOP_LEVEL})
 option(VANTERO_BUILD_EXAMPLES "Build the example programs" ${PROJECT_IS_TOP_LEVEL})
 option(VANTERO_BUILD_BENCHMARKS "Build the benchmarks" OFF)
@@ -63,8 +66,13 @@ function(vantero_shared_library target)
   target_include_directories(${target} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/FileFormatsVantero>)
+  set(EXPORT_NODE ${target}_${PROJECT_VERSION_MAJOR})
+  set(map "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/Exports.map.in" "${map}" @ONLY)
+  target_link_options(${target} PRIVATE "LINKER:--version-script=${map}")
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${map}")
   if(NOT VANTERO_SANITIZE)
-    target_link_options(${target} PRIVATE -Wl,-z,defs)
+    target_link_options(${target} PRIVATE LINKER:-z,defs)
   endif()
 endfunction()
 

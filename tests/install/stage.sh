@@ -1,0 +1,42 @@
+#!/bin/sh
+# Installs a build into STAGE/first and moves the tree to STAGE/moved; a second tree in
+# STAGE/libraries lacks the tool. Nothing in the tree may name the folder it was installed to.
+# stage.sh CMAKE BUILD SOURCE STAGE LIBDIR
+set -eu
+cmake=$1 build=$2 source=$3 stage=$4 libdir=$5
+
+rm -rf "$stage"
+mkdir -p "$stage"
+"$cmake" --install "$build" --prefix "$stage/first" >/dev/null
+mv "$stage/first" "$stage/moved"
+for component in Runtime Development; do
+    "$cmake" --install "$build" --prefix "$stage/libraries" \
+        --component "FileFormatsVantero_$component" >/dev/null
+done
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+for file in libFileFormatsVantero.so libFileFormatsVantero.so.1 libVanteroBase.so \
+    libVanteroBase.so.1 pkgconfig/FileFormatsVantero.pc \
+    cmake/FileFormatsVantero/FileFormatsVanteroConfig.cmake; do
+    [ -e "$stage/moved/$libdir/$file" ] || fail "not installed: $libdir/$file"
+done
+if [ -x "$build/bin/vantero-formats" ]; then
+    [ -x "$stage/moved/bin/vantero-formats" ] || fail "not installed: bin/vantero-formats"
+    "$stage/moved/bin/vantero-formats" --version >/dev/null
+    [ ! -e "$stage/libraries/bin" ] || fail "the tool came with the libraries"
+fi
+
+if grep -rIl -e "$stage/first" -e "$source" "$stage/moved"; then
+    fail "these files name the folder of the installation or of the sources"
+fi
+for library in "$stage/moved/$libdir"/lib*.so; do
+    # shellcheck disable=SC2016 # a word of the run path, not of the shell
+    readelf -d "$library" | grep -E 'R(UN)?PATH' | grep -vF '[$ORIGIN]' &&
+        fail "$library: a run path that does not move along"
+done
+find "$stage/moved" -name '*_p.h' | grep . && fail "internal headers are installed"
+exit 0
