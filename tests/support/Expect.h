@@ -4,39 +4,38 @@
 #ifndef VN_TESTS_SUPPORT_EXPECT_H
 #define VN_TESTS_SUPPORT_EXPECT_H
 
-/** @file Checks of exceptions: exact class, whole text, positions. */
+/** @file Checks of exceptions (exact class, whole text, positions), and names of table rows. */
 
 #include "base/Exceptions.h"
 #include "support/QtPrinters.h"
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <type_traits>
 #include <typeinfo>
 
-/** Runs @p operation and returns a check that it throws exactly an @p Exception, which goes to @p
- * then. */
-template <typename Exception, typename Operation, typename Then>
-void expectThrows(Operation &&operation, Then &&then)
+/**
+ * Expects that @p operation throws exactly an @p Exception. @p expected is its whole message, or a
+ * function that checks it further.
+ */
+template <typename Exception, typename Operation, typename Expected>
+void expectThrows(Operation &&operation, Expected &&expected)
 {
     try {
         operation();
     } catch (const Exception &e) {
         EXPECT_TRUE(typeid(e) == typeid(Exception)) << "thrown: " << typeid(e).name();
-        then(e);
+        if constexpr (std::is_convertible_v<Expected, QString>)
+            EXPECT_EQ(e.message(), QString(expected));
+        else
+            expected(e);
         return;
     } catch (const std::exception &e) {
         ADD_FAILURE() << "another exception: " << typeid(e).name() << ": " << e.what();
         return;
     }
     ADD_FAILURE() << "no exception";
-}
-
-/** Expects exactly an @p Exception whose whole message is @p message. */
-template <typename Exception, typename Operation>
-void expectThrows(Operation &&operation, const QString &message)
-{
-    expectThrows<Exception>(operation,
-                            [&](const Exception &e) { EXPECT_EQ(e.message(), message); });
 }
 
 /** Expects a ParseException with that message, line 0 or -1, and those start and end columns. */
@@ -52,5 +51,8 @@ void expectParseError(Operation &&operation, const QString &message, int line, i
         EXPECT_EQ(e.endColumn(), endColumn);
     });
 }
+
+/** Names the tests of a table after the member `name` of its rows. */
+inline const auto nameOfRow = [](const auto &row) { return std::string(row.param.name); };
 
 #endif // VN_TESTS_SUPPORT_EXPECT_H
