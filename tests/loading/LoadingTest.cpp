@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "loading/Plugin.h"
+
+#include "support/QtPrinters.h"
+
+#include <QtCore/QFile>
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+#include <malloc.h>
+
+#include <thread>
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#include <sanitizer/allocator_interface.h>
+#endif
+
+namespace {
+
+constexpr int kWarmUpRounds = 30;
+constexpr int kRounds = 300;
+
+std::size_t heapInUse()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    return __sanitizer_get_current_allocated_bytes();
+#else
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+#endif
+}
+
+/** The files of the library that are mapped into this process; empty when none is. */
+QStringList mappedLibraries()
+{
+    QFile maps(QStringLiteral("/proc/self/maps"));
+    EXPECT_TRUE(maps.open(QIODevice::ReadOnly));
+    QStringList found;
+    const QStringList lines = QString::fromLatin1(maps.readAll()).split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        const QString file = line.section(QLatin1Char('/'), -1);
+        if (line.contains(QLatin1Char('/')) &&
+            (file.startsWith(QLatin1String("libFileFormatsVantero")) ||
+             file.startsWith(QLatin1String("libVanteroBase")) ||
+             file.contains(QLatin1String("loading_plugin"))))
+            found << file;
+    }
+    found.removeDuplicates();
+    return found;
+}
+
+/** Opens a shared object for the life of this value. */
+class Opened
+{
+public:
+    explicit Opened(const char *path)
+        : m_handle(dlopen(path, RTLD_NOW | RTLD_LOCAL))
+    {
+        EXPECT_NE(m_handle, nullptr) << dlerror();
+    }
+    ~Opened() { EXPECT_EQ(dlclose(m_handle), 0) << dlerror(); }
+    Opened(const Opened &) = delete; // one handle, one owner
+    Opened &operator=(const Opened &) = delete;
+
+    UseFunction useFunction() const
+    {
+        return reinterpret_cast<UseFunction>(dlsym(m_handle, "use"));
+    }
+
+private:
+    void *m_handle;
+};
+
+void openAndClose()
+{
+    const Opened library(VANTERO_LIBRARY);
+}
+
+void openUseAndClose()
+{
+    Kept kept;
+    {
+        const Opened plugin(VANTERO_PLUGIN);
+        plugin.useFunction()(kept);
+    }
+    EXPECT_FALSE(kept.texts.isEmpty());
+}
+
+void openUseOnAnotherThreadAndClose()
+{
+    const Opened plugin(VANTERO_PLUGIN);
+    std::thread([&plugin] {
+        Kept kept;
+        plugin.useFunction()(kept);
+    }).join();
+}
+
+/** Runs @p round again and again: nothing stays, nothing grows, nothing is printed. */
+template <typename Round>
+void expectNothingStays(Round &&round)
+{
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    for (int i = 0; i < kWarmUpRounds; ++i)
+        round();
+    const std::size_t before = heapInUse();
+    for (int i = 0; i < kRounds; ++i)
+        round();
+    const std::size_t after = heapInUse();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_LE(after, before) << "bytes in use after " << kRounds << " rounds";
+    EXPECT_EQ(mappedLibraries(), QStringList());
+}
+
+} // namespace
+
+TEST(Loading, theProgramItselfHasNotTheLibrary)
+{
+    EXPECT_EQ(mappedLibraries(), QStringList());
+    const Opened library(VANTERO_LIBRARY);
+    EXPECT_TRUE(mappedLibraries()
+                    .join(QLatin1Char(' '))
+                    .contains(QLatin1String("libFileFormatsVantero.so.1")));
+}
+
+TEST(Loading, openedAndClosed_leavesNothingBehind)
+{
+    expectNothingStays(openAndClose);
+}
+
+TEST(Loading, openedUsedAndClosed_leavesNothingBehind)
+{
+    expectNothingStays(openUseAndClose);
+}
+
+TEST(Loading, usedOnAThreadThatEnds_leavesNothingBehind)
+{
+    expectNothingStays(openUseOnAnotherThreadAndClose);
+}
+
+TEST(Loading, valuesOutliveTheLibrary)
+{
+    Kept kept;
+    Kept expected;
+    {
+        const Opened plugin(VANTERO_PLUGIN);
+        plugin.useFunction()(kept);
+        // Copies in memory of this program, to compare with.
+        for (const QString &text : qAsConst(kept.texts))
+            expected.texts << QString::fromUtf16(text.utf16(), text.size());
+    }
+    ASSERT_EQ(mappedLibraries(), QStringList());
+    EXPECT_EQ(kept.texts, expected.texts);
+}

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VN_TESTS_LOADING_PLUGIN_H
+#define VN_TESTS_LOADING_PLUGIN_H
+
+/** @file What the test program asks of the plugin, which links the library. */
+
+#include <QtCore/QList>
+#include <QtCore/QMap>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVariant>
+
+/** Values of Qt's classes that came from the library and outlive it. */
+struct Kept
+{
+    QStringList texts;
+    QList<QMultiMap<QString, QString>> sections;
+    QVariantList variants;
+};
+
+/** The plugin's function "use": uses every part of the library once and hands out copies. */
+using UseFunction = void (*)(Kept &kept);
+
+#endif // VN_TESTS_LOADING_PLUGIN_H

@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+// The program around all tests. It settles what results could depend on, so that a test program run
+// by hand and one run by CTest see the same world.
+
+#include <gmock/gmock.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <ctime>
+
+int main(int argc, char **argv)
+{
+    // A place with daylight saving time, where local time and UTC cannot be mistaken.
+    ::setenv("TZ", "Europe/Berlin", 1);
+    ::tzset();
+    ::setenv("LC_ALL", "C.UTF-8", 1);
+    std::setlocale(LC_ALL, "C.UTF-8");
+
+    testing::InitGoogleMock(&argc, argv);
+    return RUN_ALL_TESTS();
+}
