@@ -3,24 +3,20 @@
 
 #include "base/FileUtils.h"
 
+#include "base/DeviceIo_p.h"
 #include "base/Exceptions.h"
 
-#include <QtCore/QBuffer>
 #include <QtCore/QByteArray>
-#include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QIODevice>
-#include <QtCore/QProcess>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -30,37 +26,11 @@ namespace vn {
 
 namespace {
 
-// A text's UTF-16 form must fit a QString, whose content is counted in bytes by an int.
-constexpr int kMaxTextSize = (1 << 30) - 64;
+using internal::kMaxContentSize;
+using internal::throwFileError;
+
 // What is asked for at once where the size is not known beforehand.
 constexpr int kChunkSize = 64 * 1024;
-
-/** A file that carries an error of ours to a FileException. */
-class FailedFile : public QFile
-{
-public:
-    FailedFile(const QString &name, const QString &reason)
-        : QFile(name)
-    {
-        setErrorString(reason);
-    }
-};
-
-[[noreturn]] void throwFileError(const QString &path, int error)
-{
-    throw FileException(FailedFile(path, qt_error_string(error)));
-}
-
-/** Raises the error of @p device, as @p reason where that is given, in its own words otherwise. */
-[[noreturn]] void throwDeviceError(const QIODevice *device, const QString &reason = QString())
-{
-    const QString text = reason.isNull() ? device->errorString() : reason;
-    if (const auto *file = qobject_cast<const QFile *>(device))
-        throw FileException(FailedFile(file->fileName(), text));
-    if (const auto *file = qobject_cast<const QFileDevice *>(device))
-        throw IOException(file->fileName() + QLatin1String(": ") + text);
-    throw IOException(text);
-}
 
 class FileDescriptor
 {
@@ -108,7 +78,7 @@ QByteArray readFile(const QString &path)
     struct stat status;
     if (::fstat(file.get(), &status) != 0)
         throwFileError(path, errno);
-    if (status.st_size > kMaxTextSize)
+    if (status.st_size > kMaxContentSize)
         throwFileError(path, EFBIG);
 
     // One byte more than the file tells shows its end without growing the buffer. Pipes and files
@@ -126,11 +96,11 @@ QByteArray readFile(const QString &path)
         if (count == 0)
             break;
         size += static_cast<int>(count);
-        if (size > kMaxTextSize)
+        if (size > kMaxContentSize)
             throwFileError(path, EFBIG);
         if (size == bytes.size())
             bytes.resize(
-                std::min(size < kChunkSize ? size + kChunkSize : 2 * size, kMaxTextSize + 1));
+                std::min(size < kChunkSize ? size + kChunkSize : 2 * size, kMaxContentSize + 1));
     }
     bytes.truncate(size);
     return bytes;
@@ -189,121 +159,6 @@ bool isUtf8(const char *data, std::size_t size)
     }
 }
 
-/**
- * Whether a read of -1 from the sequential @p device means that no more will come rather than an
- * error. Qt uses -1 for both, so the device's error decides; a peer that closes its connection at
- * the end of the data counts as an error in Qt's sockets only.
- */
-bool isEndOfSequential(const QIODevice *device)
-{
-    if (const auto *file = qobject_cast<const QFileDevice *>(device))
-        return file->error() == QFileDevice::NoError;
-    if (const auto *process = qobject_cast<const QProcess *>(device))
-        return process->error() == QProcess::UnknownError || process->error() == QProcess::Timedout;
-    const QString error = device->errorString();
-    if (device->inherits("QAbstractSocket"))
-        return error == QCoreApplication::translate("QAbstractSocket",
-                                                    "The remote host closed the connection");
-    return error == QBuffer().errorString(); // the text that says that there is no error
-}
-
-/**
- * Reads what is left in a device, waiting for sequential ones: for ever, or up to a limit that
- * counts from the construction on.
- */
-class DeviceReader
-{
-public:
-    /** A negative @p timeoutMs means no limit. */
-    DeviceReader(QIODevice *device, int timeoutMs)
-        : m_device(device)
-        , m_timeoutMs(timeoutMs)
-    {
-        m_timer.start();
-        if (!device->isReadable()) // Qt would print a warning
-            throwDeviceError(device, QStringLiteral("not open for reading"));
-    }
-
-    /** Reads up to @p maxSize bytes; 0 at the end only.
-     * @throws IOException on an error and when the time is over */
-    qint64 read(char *data, qint64 maxSize)
-    {
-        for (bool isWaitOver = false;;) {
-            const qint64 count = m_device->read(data, maxSize);
-            if (count > 0) {
-                if (m_device->isSequential() && isTimeOver(1))
-                    throwTimeout();
-                return count;
-            }
-            if (count < 0) {
-                if (m_device->isSequential() && isEndOfSequential(m_device))
-                    return 0;
-                throwDeviceError(m_device);
-            }
-            if (isWaitOver || !m_device->isSequential())
-                return 0;
-            // A device that ends while it is waited for may hold a last piece of data.
-            isWaitOver = !waitForMore();
-        }
-    }
-
-private:
-    /** Whether there may be more; false at the end. */
-    bool waitForMore()
-    {
-        if (m_timeoutMs < 0)
-            return m_device->waitForReadyRead(-1);
-        // At least a moment, so that a device at its end differs from one to be waited for.
-        const qint64 remaining = std::max<qint64>(m_timeoutMs - m_timer.elapsed(), 1);
-        QElapsedTimer wait;
-        wait.start();
-        if (m_device->waitForReadyRead(static_cast<int>(remaining)))
-            return true;
-        if (wait.elapsed() >= remaining)
-            throwTimeout();
-        return false;
-    }
-
-    bool isTimeOver(int graceMs) const
-    {
-        return m_timeoutMs >= 0 && m_timer.elapsed() > qint64(m_timeoutMs) + graceMs;
-    }
-
-    [[noreturn]] void throwTimeout() const
-    {
-        throwDeviceError(m_device, QStringLiteral("no end of data within %1 ms").arg(m_timeoutMs));
-    }
-
-    QIODevice *m_device;
-    int m_timeoutMs;
-    QElapsedTimer m_timer;
-};
-
-/** Writes all @p size bytes; a short write is an error as good as a failed one. */
-void writeAll(QIODevice *device, const char *data, qint64 size)
-{
-    const qint64 written = device->write(data, size);
-    if (written < 0)
-        throwDeviceError(device);
-    if (written != size)
-        throwDeviceError(
-            device, QStringLiteral("only %1 of %2 bytes could be written").arg(written).arg(size));
-}
-
-void checkWritable(QIODevice *device)
-{
-    if (!device->isWritable()) // Qt would print a warning
-        throwDeviceError(device, QStringLiteral("not open for writing"));
-}
-
-/** Makes the errors of a file show that writing has left in its buffer. */
-void flush(QIODevice *device)
-{
-    auto *file = qobject_cast<QFileDevice *>(device);
-    if (file && !file->flush())
-        throwDeviceError(file);
-}
-
 } // namespace
 
 QString FileUtils::readText(const QString &path)
@@ -319,23 +174,7 @@ QString FileUtils::readText(const QString &path)
 
 QString FileUtils::readText(QIODevice *device)
 {
-    DeviceReader reader(device, -1);
-    const qint64 expected = std::max(device->bytesAvailable(), device->size() - device->pos());
-    if (!device->isSequential() && expected > kMaxTextSize)
-        throwDeviceError(device, qt_error_string(EFBIG));
-    QByteArray bytes(
-        static_cast<int>(std::min<qint64>(std::max<qint64>(expected + 1, 512), kMaxTextSize + 1)),
-        Qt::Uninitialized);
-    int size = 0;
-    while (const qint64 count = reader.read(bytes.data() + size, bytes.size() - size)) {
-        size += static_cast<int>(count);
-        if (size > kMaxTextSize)
-            throwDeviceError(device, qt_error_string(EFBIG));
-        if (size == bytes.size())
-            bytes.resize(std::min(std::max(size + kChunkSize, 2 * size), kMaxTextSize + 1));
-    }
-    bytes.truncate(size);
-    return decodeText(bytes);
+    return decodeText(internal::readAll(device));
 }
 
 QString FileUtils::decodeText(const QByteArray &bytes)
@@ -350,28 +189,28 @@ QString FileUtils::decodeText(const QByteArray &bytes)
 
 void FileUtils::copyText(const QString &text, QIODevice *device)
 {
-    checkWritable(device);
+    internal::checkWritable(device);
     const QByteArray bytes = text.toUtf8();
-    writeAll(device, bytes.constData(), bytes.size());
-    flush(device);
+    internal::writeAll(device, bytes.constData(), bytes.size());
+    internal::flush(device);
 }
 
 quint64 FileUtils::copy(QIODevice *source, QIODevice *target, quint64 maxBytes, int timeoutMs)
 {
-    DeviceReader reader(source, timeoutMs);
-    checkWritable(target);
+    internal::DeviceReader reader(source, timeoutMs);
+    internal::checkWritable(target);
     QByteArray chunk(kChunkSize, Qt::Uninitialized);
     quint64 copied = 0;
     while (const qint64 count = reader.read(chunk.data(), chunk.size())) {
         const quint64 left = maxBytes - copied;
         const bool isTooMuch = static_cast<quint64>(count) > left;
         const qint64 fitting = isTooMuch ? static_cast<qint64>(left) : count;
-        writeAll(target, chunk.constData(), fitting);
+        internal::writeAll(target, chunk.constData(), fitting);
         copied += static_cast<quint64>(fitting);
         if (isTooMuch)
-            throwDeviceError(source, QStringLiteral("more than %1 bytes").arg(maxBytes));
+            internal::throwDeviceError(source, QStringLiteral("more than %1 bytes").arg(maxBytes));
     }
-    flush(target);
+    internal::flush(target);
     return copied;
 }
 

@@ -1,0 +1,178 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "base/DeviceIo_p.h"
+
+#include "base/Exceptions.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QIODevice>
+#include <QtCore/QProcess>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace vn {
+
+namespace internal {
+
+namespace {
+
+// What is asked for at once where the size is not known beforehand.
+constexpr int kChunkSize = 64 * 1024;
+
+/** A file that carries an error of ours to a FileException. */
+class FailedFile : public QFile
+{
+public:
+    FailedFile(const QString &name, const QString &reason)
+        : QFile(name)
+    {
+        setErrorString(reason);
+    }
+};
+
+/**
+ * Whether a read of -1 from the sequential @p device means that no more will come rather than an
+ * error. Qt uses -1 for both, so the device's error decides. Its sockets call it an error, too,
+ * when the peer closes the connection, which is how their data end.
+ */
+bool isEndOfSequential(const QIODevice *device)
+{
+    if (const auto *file = qobject_cast<const QFileDevice *>(device))
+        return file->error() == QFileDevice::NoError;
+    if (const auto *process = qobject_cast<const QProcess *>(device))
+        return process->error() == QProcess::UnknownError || process->error() == QProcess::Timedout;
+    const QString error = device->errorString();
+    if (error == QBuffer().errorString()) // the text for "no error", in the user's language
+        return true;
+    return device->inherits("QAbstractSocket") &&
+           error == QCoreApplication::translate("QAbstractSocket",
+                                                "The remote host closed the connection");
+}
+
+} // namespace
+
+void throwDeviceError(const QIODevice *device, const QString &reason)
+{
+    const QString text = reason.isNull() ? device->errorString() : reason;
+    if (const auto *file = qobject_cast<const QFile *>(device))
+        throw FileException(FailedFile(file->fileName(), text));
+    if (const auto *file = qobject_cast<const QFileDevice *>(device))
+        throw IOException(file->fileName() + QLatin1String(": ") + text);
+    throw IOException(text);
+}
+
+void throwFileError(const QString &path, int error)
+{
+    throw FileException(FailedFile(path, qt_error_string(error)));
+}
+
+DeviceReader::DeviceReader(QIODevice *device, int timeoutMs)
+    : m_device(device)
+    , m_timeoutMs(timeoutMs)
+{
+    m_timer.start();
+    if (!device->isReadable()) // Qt would print a warning
+        throwDeviceError(device, QStringLiteral("not open for reading"));
+}
+
+qint64 DeviceReader::read(char *data, qint64 maxSize)
+{
+    for (bool isWaitOver = false;;) {
+        const qint64 count = m_device->read(data, maxSize);
+        if (count > 0) {
+            if (m_device->isSequential() && isTimeOver())
+                throwTimeout();
+            return count;
+        }
+        if (count < 0) {
+            if (m_device->isSequential() && isEndOfSequential(m_device))
+                return 0;
+            throwDeviceError(m_device);
+        }
+        if (isWaitOver || !m_device->isSequential())
+            return 0;
+        // A device that ends while it is waited for may hold a last piece of data.
+        isWaitOver = !waitForMore();
+    }
+}
+
+/** Whether there may be more; false at the end. */
+bool DeviceReader::waitForMore()
+{
+    if (m_timeoutMs < 0)
+        return m_device->waitForReadyRead(-1);
+    // At least a moment, so that a device at its end differs from one to be waited for.
+    const qint64 remaining = std::max<qint64>(m_timeoutMs - m_timer.elapsed(), 1);
+    QElapsedTimer wait;
+    wait.start();
+    if (m_device->waitForReadyRead(static_cast<int>(remaining))) {
+        if (isTimeOver())
+            throwTimeout(); // a device may promise more for ever
+        return true;
+    }
+    if (wait.elapsed() >= remaining)
+        throwTimeout();
+    return false;
+}
+
+bool DeviceReader::isTimeOver() const
+{
+    return m_timeoutMs >= 0 && m_timer.elapsed() > m_timeoutMs;
+}
+
+void DeviceReader::throwTimeout() const
+{
+    throwDeviceError(m_device,
+                     QStringLiteral("the data did not end within %1 ms").arg(m_timeoutMs));
+}
+
+QByteArray readAll(QIODevice *device)
+{
+    DeviceReader reader(device, -1);
+    const qint64 expected = device->bytesAvailable();
+    if (expected > kMaxContentSize)
+        throwDeviceError(device, qt_error_string(EFBIG));
+    // One byte more than expected shows the end without growing the buffer.
+    QByteArray bytes(expected > 0 ? static_cast<int>(expected) + 1 : kChunkSize, Qt::Uninitialized);
+    int size = 0;
+    while (const qint64 count = reader.read(bytes.data() + size, bytes.size() - size)) {
+        size += static_cast<int>(count);
+        if (size > kMaxContentSize)
+            throwDeviceError(device, qt_error_string(EFBIG));
+        if (size == bytes.size())
+            bytes.resize(std::min(std::max(size + kChunkSize, 2 * size), kMaxContentSize + 1));
+    }
+    bytes.truncate(size);
+    return bytes;
+}
+
+void checkWritable(const QIODevice *device)
+{
+    if (!device->isWritable()) // Qt would print a warning
+        throwDeviceError(device, QStringLiteral("not open for writing"));
+}
+
+void writeAll(QIODevice *device, const char *data, qint64 size)
+{
+    const qint64 written = device->write(data, size);
+    if (written < 0)
+        throwDeviceError(device);
+    if (written != size)
+        throwDeviceError(
+            device, QStringLiteral("only %1 of %2 bytes could be written").arg(written).arg(size));
+}
+
+void flush(QIODevice *device)
+{
+    auto *file = qobject_cast<QFileDevice *>(device);
+    if (file && !file->flush())
+        throwDeviceError(file);
+}
+
+} // namespace internal
+
+} // namespace vn

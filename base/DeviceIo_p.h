@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VN_BASE_DEVICEIO_P_H
+#define VN_BASE_DEVICEIO_P_H
+
+/** @file Whole contents out of and into devices, every error an exception. */
+
+#include <QtCore/QByteArray>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QString>
+
+class QIODevice;
+
+namespace vn {
+
+namespace internal {
+
+/** The most bytes that are read at once: the UTF-16 form of a text must fit a QString, whose
+ * content is counted in bytes by an int. */
+constexpr int kMaxContentSize = (1 << 30) - 64;
+
+/**
+ * Raises an error of @p device: a FileException for a QFile, an IOException for any other. The
+ * reason is @p reason, the device's own words where that is null.
+ */
+[[noreturn]] void throwDeviceError(const QIODevice *device, const QString &reason = QString());
+
+/** Raises a FileException for the file at @p path and the system's error number @p error. */
+[[noreturn]] void throwFileError(const QString &path, int error);
+
+/**
+ * Reads what is left in a device, waiting for sequential ones: for ever, or up to a limit that
+ * counts from the construction on.
+ */
+class DeviceReader
+{
+public:
+    /** Does not own @p device, which must outlive this; a negative @p timeoutMs means no limit.
+     * @throws IOException when the device is not open for reading */
+    DeviceReader(QIODevice *device, int timeoutMs);
+
+    /** Reads up to @p maxSize bytes, more than 0, and returns their number; 0 at the end only.
+     * @throws IOException on an error and when the time is over */
+    qint64 read(char *data, qint64 maxSize);
+
+private:
+    bool waitForMore();
+    bool isTimeOver() const;
+    [[noreturn]] void throwTimeout() const;
+
+    QIODevice *m_device;
+    int m_timeoutMs;
+    QElapsedTimer m_timer;
+};
+
+/** The remaining content of @p device, waited for without a limit.
+ * @throws IOException on an error, also when there is more than kMaxContentSize */
+QByteArray readAll(QIODevice *device);
+
+/** @throws IOException when @p device is not open for writing */
+void checkWritable(const QIODevice *device);
+
+/** Writes all of the @p size bytes.
+ * @throws IOException when the write fails or is short */
+void writeAll(QIODevice *device, const char *data, qint64 size);
+
+/** Makes the errors show that a file has left in its buffer.
+ * @throws IOException when there is one */
+void flush(QIODevice *device);
+
+} // namespace internal
+
+} // namespace vn
+
+#endif // VN_BASE_DEVICEIO_P_H
