@@ -1,0 +1,225 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "OutputFile.h"
+
+#include "FileNameCodec.h"
+#include "ToolError.h"
+
+#include <QtCore/QFile>
+
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vn {
+namespace tool {
+
+namespace {
+
+/** Ends the write with the text of errno. */
+[[noreturn]] void fail(const QString &path)
+{
+    throw ToolError(ExitCode::OutputFailed, QString::fromLocal8Bit(std::strerror(errno))).at(path);
+}
+
+/** A file descriptor that is closed when it goes. */
+class Descriptor
+{
+public:
+    explicit Descriptor(int number)
+        : m_number(number)
+    {
+    }
+    Descriptor(const Descriptor &) = delete; // closed once
+    Descriptor &operator=(const Descriptor &) = delete;
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+
+    int number() const { return m_number; }
+
+    bool write(const QByteArray &bytes) const
+    {
+        for (int done = 0; done < bytes.size();) {
+            const ssize_t written =
+                ::write(m_number, bytes.constData() + done, std::size_t(bytes.size() - done));
+            if (written < 0 && errno != EINTR)
+                return false;
+            if (written > 0)
+                done += int(written);
+        }
+        return true;
+    }
+
+    bool close()
+    {
+        const int number = m_number;
+        m_number = -1;
+        return ::close(number) == 0 || errno == EINTR;
+    }
+
+private:
+    int m_number;
+};
+
+/** Holds back the signals that users end programs with, so that no temporary file stays behind. */
+class SignalsHeldBack
+{
+public:
+    SignalsHeldBack()
+    {
+        sigset_t signalSet;
+        sigemptyset(&signalSet);
+        for (const int number : {SIGHUP, SIGINT, SIGTERM})
+            sigaddset(&signalSet, number);
+        sigprocmask(SIG_BLOCK, &signalSet, &m_before);
+    }
+    SignalsHeldBack(const SignalsHeldBack &) = delete;
+    SignalsHeldBack &operator=(const SignalsHeldBack &) = delete;
+    ~SignalsHeldBack() { sigprocmask(SIG_SETMASK, &m_before, nullptr); }
+
+private:
+    sigset_t m_before;
+};
+
+/** A new file that is removed when it goes, unless it has taken its final name. */
+class TemporaryFile
+{
+public:
+    explicit TemporaryFile(QByteArray pattern)
+        : m_path(std::move(pattern))
+        , m_descriptor(::mkostemp(m_path.data(), O_CLOEXEC))
+        , m_exists(m_descriptor.number() >= 0)
+    {
+    }
+    TemporaryFile(const TemporaryFile &) = delete;
+    TemporaryFile &operator=(const TemporaryFile &) = delete;
+    ~TemporaryFile()
+    {
+        if (m_exists)
+            ::unlink(m_path.constData());
+    }
+
+    bool exists() const { return m_exists; }
+    Descriptor &descriptor() { return m_descriptor; }
+
+    bool rename(const QByteArray &target)
+    {
+        if (::rename(m_path.constData(), target.constData()) != 0)
+            return false;
+        m_exists = false;
+        return true;
+    }
+
+private:
+    QByteArray m_path;
+    Descriptor m_descriptor;
+    bool m_exists;
+};
+
+/** The file that @p path leads to through all symbolic links; it need not be there. */
+QByteArray resolveLinks(const QString &path)
+{
+    QByteArray current = QFile::encodeName(path);
+    constexpr int kMostLinks = 40; // as the kernel has it
+    for (int i = 0; i < kMostLinks; ++i) {
+        char target[PATH_MAX];
+        const ssize_t length = ::readlink(current.constData(), target, sizeof target);
+        if (length < 0)
+            return current; // no link
+        QByteArray next(target, int(length));
+        const int slash = current.lastIndexOf('/');
+        if (!next.startsWith('/') && slash >= 0)
+            next.prepend(current.left(slash + 1));
+        current = next;
+    }
+    errno = ELOOP;
+    fail(path);
+}
+
+mode_t modeOfNewFiles()
+{
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+/** Gives the new file the mode and the owner of the one that it replaces. */
+bool takeOver(const Descriptor &file, const struct stat &old)
+{
+    mode_t mode = old.st_mode & 07777;
+    struct stat current = {};
+    if (::fstat(file.number(), &current) != 0)
+        return false;
+    if (current.st_uid != old.st_uid || current.st_gid != old.st_gid) {
+        // Another user's file: without the right to give it away, the group alone may do, and the
+        // special bits must not come to work for somebody else.
+        if (::fchown(file.number(), old.st_uid, old.st_gid) != 0) {
+            mode &= mode_t(~(S_ISUID | S_ISGID));
+            if (::fchown(file.number(), uid_t(-1), old.st_gid) != 0)
+                mode &= mode_t(~S_IRWXG);
+        }
+    }
+    return ::fchmod(file.number(), mode) == 0;
+}
+
+void writeThrough(const QString &path, const QByteArray &target, const QByteArray &content)
+{
+    Descriptor file(::open(target.constData(), O_WRONLY | O_CLOEXEC));
+    if (file.number() < 0 || !file.write(content) || !file.close())
+        fail(path);
+}
+
+} // namespace
+
+void writeFileAtomically(const QString &path, const QByteArray &content)
+{
+    const QByteArray target = resolveLinks(path);
+    struct stat old = {};
+    const bool exists = ::stat(target.constData(), &old) == 0;
+    if (!exists && errno != ENOENT)
+        fail(path);
+    if (exists && S_ISDIR(old.st_mode)) {
+        errno = EISDIR;
+        fail(path);
+    }
+    if (exists && !S_ISREG(old.st_mode)) {
+        writeThrough(path, target, content);
+        return;
+    }
+    // A rename asks only the folder; a file marked as not writable is not to be changed.
+    if (exists && ::faccessat(AT_FDCWD, target.constData(), W_OK, AT_EACCESS) != 0)
+        fail(path);
+
+    const int slash = target.lastIndexOf('/');
+    const QByteArray folder = slash < 0 ? QByteArray("./") : target.left(slash + 1);
+
+    const SignalsHeldBack signalsHeldBack;
+    TemporaryFile file(folder + ".vantero-formats-XXXXXX");
+    if (!file.exists())
+        fail(path);
+    const bool ready = exists ? takeOver(file.descriptor(), old)
+                              : ::fchmod(file.descriptor().number(), modeOfNewFiles()) == 0;
+    if (!ready || !file.descriptor().write(content) || ::fsync(file.descriptor().number()) != 0 ||
+        !file.descriptor().close() || !file.rename(target))
+        fail(path);
+
+    // The name, too, is to survive a power cut. The content has arrived by now: a folder that
+    // cannot be synchronised is no failure of the write.
+    const Descriptor directory(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory.number() >= 0)
+        (void)::fsync(directory.number());
+}
+
+} // namespace tool
+} // namespace vn

@@ -1,0 +1,212 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "CommandTable.h"
+#include "FileNameCodec.h"
+
+#include "base/Exceptions.h"
+
+#include <QtCore/QList>
+
+#include <cerrno>
+#include <exception>
+#include <new>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace vn;
+using namespace vn::tool;
+
+namespace {
+
+bool s_json = false; // for the handler of std::terminate, which takes no arguments
+
+/** Reserves the three standard descriptors, so that no file opened later is taken for one of them.
+ * Using them still fails, as it would have without. */
+void reserveStandardDescriptors()
+{
+    for (const int number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (::fcntl(number, F_GETFD) < 0 && errno == EBADF)
+            (void)::open("/dev/null", number == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+}
+
+/** The library ends the process where an exception leaves an operation that it does not belong to;
+ * what remains is usually memory that ran out. */
+[[noreturn]] void onTerminate()
+{
+    static const char text[] = "vantero-formats: out of memory or an internal error\n";
+    static const char json[] = "{\n  \"error\": {\n    \"file\": null,\n    \"line\": null,\n"
+                               "    \"column\": null,\n"
+                               "    \"message\": \"out of memory or an internal error\",\n"
+                               "    \"exitCode\": 2\n  }\n}\n";
+    if (s_json)
+        (void)!::write(STDOUT_FILENO, json, sizeof json - 1);
+    else
+        (void)!::write(STDERR_FILENO, text, sizeof text - 1);
+    ::_exit(int(ExitCode::BadInput));
+}
+
+/** Whether --json is among the options. */
+bool wantsJson(const QList<QByteArray> &arguments)
+{
+    for (const QByteArray &argument : arguments) {
+        if (argument == "--")
+            return false;
+        if (argument == "--json")
+            return true;
+    }
+    return false;
+}
+
+/** Prints a text that is a whole answer. */
+void answer(Output &out, const char *member, const QString &text)
+{
+    if (out.json())
+        out.setResult(Json::object({{member, text}}));
+    else
+        out.print(text);
+}
+
+/** The list of commands, or of those of one group. */
+QString overview(const QByteArray &group)
+{
+    QString text = QStringLiteral("Usage: vantero-formats [--help | --version] %1 [arguments]\n\n"
+                                  "Reads, edits and writes the file formats of Vantero network "
+                                  "security cameras.\n\nCommands:\n")
+                       .arg(group.isEmpty() ? QStringLiteral("COMMAND")
+                                            : QString::fromUtf8(group) + QLatin1String(" COMMAND"));
+    constexpr int kColumn = 26;
+    for (const CommandEntry &entry : commandTable())
+        if (group.isEmpty() || group == entry.group)
+            text += (QLatin1String("  ") + entry.fullName()).leftJustified(kColumn) +
+                    wrapped(QString::fromUtf8(entry.summary), kColumn, kColumn) + QLatin1Char('\n');
+    text += QLatin1String(
+        "\n\"vantero-formats COMMAND --help\" tells more of each. A FILE may be \"-\", standard "
+        "input;\n\"--\" ends the options. Passwords are read from files, never from arguments.\n"
+        "\nExit status:\n"
+        "  0  done, or the answer is yes\n"
+        "  1  the answer is no: not found, differs, unsafe, nothing there\n"
+        "  2  wrong usage, or an input that cannot be read or is malformed\n"
+        "  3  a result could not be written\n");
+    return text;
+}
+
+/** A line for each command: name, summary, arguments and options, parted by tabulators. */
+QString listOfCommands()
+{
+    QString text;
+    for (const CommandEntry &entry : commandTable()) {
+        const QString summary = QString::fromUtf8(entry.summary);
+        Arguments arguments(entry.fullName(), summary);
+        const std::unique_ptr<Command> command = entry.create();
+        command->declare(arguments);
+        text += entry.fullName() + QLatin1Char('\t') + summary + QLatin1Char('\t') +
+                arguments.names().join(QLatin1Char(' ')) + QLatin1Char('\n');
+    }
+    return text;
+}
+
+ExitCode runCommand(const CommandEntry &entry, const QList<QByteArray> &words, Output &out)
+{
+    const std::unique_ptr<Command> command = entry.create();
+    Arguments arguments(entry.fullName(), QString::fromUtf8(entry.summary));
+    command->declare(arguments);
+    if (arguments.parse(words))
+        return command->run(out);
+    answer(out, "help", arguments.help());
+    return ExitCode::Done;
+}
+
+ToolError usageError(const QString &message)
+{
+    return ToolError(ExitCode::BadInput, message + QLatin1String(" (see vantero-formats --help)"));
+}
+
+/** Answers what is asked of the tool as a whole: --help, --version, the list of commands. */
+bool answerGeneral(const QByteArray &word, Output &out)
+{
+    if (word == "--help" || word == "-h")
+        answer(out, "help", overview(QByteArray()));
+    else if (word == "--version")
+        answer(out, "version",
+               out.json() ? QStringLiteral(VANTERO_VERSION)
+                          : QStringLiteral("vantero-formats " VANTERO_VERSION "\n"));
+    else if (word == "--list-commands") // for completions and checks of the manual
+        answer(out, "commands", listOfCommands());
+    else
+        return false;
+    return true;
+}
+
+ExitCode dispatch(QList<QByteArray> words, Output &out)
+{
+    const bool jsonFirst = !words.isEmpty() && words.first() == "--json";
+    if (jsonFirst)
+        words.removeFirst();
+    if (words.isEmpty())
+        throw usageError(QStringLiteral("a command is missing"));
+    const QByteArray first = words.takeFirst();
+    if (answerGeneral(first, out))
+        return ExitCode::Done;
+    if (first.startsWith('-'))
+        throw usageError(QStringLiteral("unknown option %1").arg(textFromArgument(first)));
+
+    bool isGroup = false;
+    for (const CommandEntry &entry : commandTable()) {
+        const bool single = *entry.group == '\0';
+        isGroup = isGroup || (!single && first == entry.group);
+        if (single ? first != entry.name : first != entry.group || words.value(0) != entry.name)
+            continue;
+        if (!single)
+            words.removeFirst();
+        if (jsonFirst)
+            words.prepend("--json");
+        return runCommand(entry, words, out);
+    }
+    if (!isGroup)
+        throw usageError(QStringLiteral("unknown command \"%1\"").arg(textFromArgument(first)));
+    const QByteArray second = words.value(0);
+    if (second == "--help" || second == "-h") {
+        answer(out, "help", overview(first));
+        return ExitCode::Done;
+    }
+    if (second.isEmpty())
+        throw usageError(
+            QStringLiteral("\"%1\" needs a command after it").arg(textFromArgument(first)));
+    throw usageError(QStringLiteral("unknown command \"%1 %2\"")
+                         .arg(textFromArgument(first), textFromArgument(second)));
+}
+
+ExitCode run(const QList<QByteArray> &words)
+{
+    Output out(s_json);
+    try {
+        const ExitCode code = dispatch(words, out);
+        out.finish();
+        return code;
+    } catch (const ToolError &e) {
+        return out.fail(e);
+    } catch (const ExceptionQt &e) {
+        return out.fail(ToolError(ExitCode::BadInput, e.message()));
+    } catch (const std::bad_alloc &) {
+        return out.fail(ToolError(ExitCode::BadInput, QStringLiteral("out of memory")));
+    } catch (const std::exception &e) {
+        return out.fail(ToolError(ExitCode::BadInput,
+                                  QLatin1String("internal error: ") + QString::fromUtf8(e.what())));
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    reserveStandardDescriptors();
+    installFileNameCodec();
+    QList<QByteArray> words;
+    for (int i = 1; i < argc; ++i)
+        words += QByteArray(argv[i]);
+    s_json = wantsJson(words);
+    std::set_terminate(onTerminate);
+    return int(run(words));
+}
