@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "config/VanteroConfigFile.h"
+
+#include "base/ExceptionBoundary_p.h"
+#include "base/Exceptions.h"
+#include "base/FileUtils.h"
+#include "config/ConfigTextReader_p.h"
+#include "config/MapBuilder_p.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QMutex>
+#include <QtCore/QMutexLocker>
+#include <QtCore/QTextStream>
+
+namespace vn {
+
+namespace {
+
+constexpr char kHeaderTemplate[] = "#:%1===============================\n"
+                                   "#:%2\n"
+                                   "# VANTERO Camera Configuration\n"
+                                   "#\n"
+                                   "# Created by FieldDesk\n"
+                                   "#============================================\n";
+
+/** Reads the header block into the head section of @p map. */
+template <typename Lines>
+bool readHeaderInto(VanteroConfigMap &map, Lines &lines)
+{
+    return readHeader(lines, [&map](const QString &key, QStringView value) {
+        map.setValue(VanteroConfigFile::HEAD_SECTION, key, toText(value));
+    });
+}
+
+/** Reads all section blocks into @p map. */
+template <typename Lines>
+void readSectionsInto(VanteroConfigMap &map, Lines &lines)
+{
+    MapBuilder builder(map);
+    readSections(lines, builder);
+}
+
+/** A sink that adds each entry under the lock of the configuration, for readers that hold none. */
+class LockingBuilder
+{
+public:
+    explicit LockingBuilder(VanteroConfigFile &config)
+        : m_config(config)
+    {
+    }
+
+    void beginSection(const QString &) {}
+
+    void addEntry(const QString &section, QStringView key, QStringView value)
+    {
+        m_config.addValue(section, key.toString(), toText(value));
+    }
+
+private:
+    VanteroConfigFile &m_config;
+};
+
+/** A stream ends early and in silence where its file fails; this makes the failure heard. */
+void raiseReadError(QIODevice *device)
+{
+    const auto *const file = qobject_cast<QFile *>(device);
+    if (file && file->error() != QFileDevice::NoError)
+        throw FileException(*file);
+}
+
+} // namespace
+
+bool VanteroConfigFile::parse(const QString &text, const QDateTime &)
+{
+    return onlyThrows<ParseException>([&] {
+        const QMutexLocker lock(m_lock.get());
+        m_map = VanteroConfigMap();
+        m_sourceText = text;
+        // Kept on purpose: the time of loading counts, not the one given.
+        m_timeStamp = QDateTime::currentDateTime();
+        MemoryLines lines(m_sourceText);
+        const bool complete = readHeaderInto(m_map, lines);
+        readSectionsInto(m_map, lines);
+        return complete;
+    });
+}
+
+bool VanteroConfigFile::parse(QIODevice *device, const QDateTime &dateTime)
+{
+    return onlyThrows<ParseException, IOException>([&] {
+        const QString text = QTextStream(device).readAll();
+        raiseReadError(device);
+        return parse(text, dateTime);
+    });
+}
+
+bool VanteroConfigFile::parse(QTextStream *stream, const QDateTime &dateTime)
+{
+    return onlyThrows<ParseException, IOException>([&] {
+        const QMutexLocker lock(m_lock.get());
+        m_timeStamp = dateTime;
+        StreamLines lines(stream);
+        const bool complete = readHeaderInto(m_map, lines);
+        readSectionsInto(m_map, lines);
+        return complete;
+    });
+}
+
+VanteroConfigFile VanteroConfigFile::open(const QString &path, const QDateTime &dateTime)
+{
+    return onlyThrows<ParseException, IOException>([&] {
+        VanteroConfigFile config;
+        (void)config.parse(FileUtils::readText(path), dateTime); // a header is not required
+        return config;
+    });
+}
+
+bool VanteroConfigFile::parseHeader(QTextStream *stream)
+{
+    return onlyThrows<ParseException, IOException>([&] {
+        const QMutexLocker lock(m_lock.get());
+        StreamLines lines(stream);
+        return readHeaderInto(m_map, lines);
+    });
+}
+
+bool VanteroConfigFile::parseHeader(QIODevice *device)
+{
+    QTextStream stream(device);
+    return parseHeader(&stream);
+}
+
+bool VanteroConfigFile::parseHeader(const QString &text)
+{
+    return onlyThrows<ParseException, IOException>([&] {
+        const QMutexLocker lock(m_lock.get());
+        const QString held = text; // the text may be a value of this very map
+        MemoryLines lines(held);
+        return readHeaderInto(m_map, lines);
+    });
+}
+
+QString VanteroConfigFile::parseSection(QTextStream *stream, bool ignoreStrayLines)
+{
+    return onlyThrows<ParseException, IOException>([&] {
+        StreamLines lines(stream);
+        LockingBuilder builder(*this);
+        return readSection(lines, ignoreStrayLines, builder);
+    });
+}
+
+void VanteroConfigFile::parseJpegComment(QTextStream *stream)
+{
+    onlyThrows<ParseException, IOException>([&] {
+        const QMutexLocker lock(m_lock.get());
+        StreamLines lines(stream);
+        readSectionsInto(m_map, lines);
+    });
+}
+
+void VanteroConfigFile::parseJpegComment(QIODevice *device)
+{
+    QTextStream stream(device);
+    parseJpegComment(&stream);
+}
+
+void VanteroConfigFile::parseJpegComment(QByteArray *comment)
+{
+    QTextStream stream(comment, QIODevice::ReadOnly);
+    parseJpegComment(&stream);
+}
+
+void VanteroConfigFile::parseJpegComment(const QString &comment)
+{
+    onlyThrows<ParseException, IOException>([&] {
+        const QMutexLocker lock(m_lock.get());
+        const QString held = comment; // the comment may be a value of this very map
+        MemoryLines lines(held);
+        readSectionsInto(m_map, lines);
+    });
+}
+
+QString VanteroConfigFile::makeHeader() const
+{
+    return QString::fromLatin1(kHeaderTemplate)
+        .arg(getFileVersion(), 0, QLatin1Char(' '))
+        .arg(getSoftwareVersion(), 0, QLatin1Char(' '));
+}
+
+} // namespace vn

@@ -1,0 +1,286 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "config/VanteroConfigMap.h"
+
+#include "base/ExceptionBoundary_p.h"
+#include "base/Exceptions.h"
+#include "config/ConfigTextReader_p.h"
+
+#include <QtCore/QTextStream>
+
+namespace vn {
+
+const QString EMPTY_STRING;
+const QMultiMap<QString, QString> EMPTY_MAP;
+
+namespace {
+
+using Sections = QMap<QString, VanteroConfigMap::Section>;
+
+constexpr qsizetype kLongestPropertyLine = 1024; // in UTF-16 code units
+
+/** Appends to a string as a QTextStream on it would. */
+class StringSink
+{
+public:
+    explicit StringSink(QString &out)
+        : m_out(out)
+    {
+    }
+
+    StringSink &operator<<(const QString &text)
+    {
+        m_out.append(text);
+        return *this;
+    }
+    StringSink &operator<<(QLatin1String text)
+    {
+        m_out.append(text);
+        return *this;
+    }
+    StringSink &operator<<(QLatin1Char character)
+    {
+        m_out.append(character);
+        return *this;
+    }
+
+private:
+    QString &m_out;
+};
+
+/** Counts the characters that printing takes, so that the text is allocated once. */
+class SizeSink
+{
+public:
+    int size() const { return m_size; }
+
+    SizeSink &operator<<(const QString &text)
+    {
+        m_size += text.size();
+        return *this;
+    }
+    SizeSink &operator<<(QLatin1String text)
+    {
+        m_size += text.size();
+        return *this;
+    }
+    SizeSink &operator<<(QLatin1Char)
+    {
+        ++m_size;
+        return *this;
+    }
+
+private:
+    int m_size = 0;
+};
+
+template <typename Sink>
+void writeSection(Sink &out, const QString &section, const VanteroConfigMap::Section &content)
+{
+    out << QLatin1String("SECTION ") << section << QLatin1Char('\n');
+    for (auto it = content.constBegin(), end = content.constEnd(); it != end; ++it)
+        out << it.key() << QLatin1Char('=') << it.value() << QLatin1Char('\n');
+    out << QLatin1String("ENDSECTION ") << section << QLatin1Char('\n');
+}
+
+template <typename Sink>
+void writeSections(Sink &out, const Sections &sections)
+{
+    for (auto it = sections.constBegin(), end = sections.constEnd(); it != end; ++it) {
+        out << QLatin1Char('\n');
+        writeSection(out, it.key(), it.value());
+        out << QLatin1Char('\n');
+    }
+}
+
+/** The text that @p write gives, in a string allocated once. */
+template <typename Write>
+QString textOf(Write &&write)
+{
+    SizeSink counter;
+    write(counter);
+    QString text;
+    text.reserve(counter.size());
+    StringSink sink(text);
+    write(sink);
+    return text;
+}
+
+template <typename Lines>
+void readProperties(Lines &lines, VanteroConfigMap::Section &out)
+{
+    while (!lines.atEnd()) {
+        QStringView line;
+        // A stream that claims to hold more but gives no line would be asked for ever.
+        if (!lines.readLine(line, kLongestPropertyLine))
+            return;
+        if (line.isEmpty() || line.front() == QLatin1Char('#'))
+            continue;
+        const EntryLine entry(line);
+        out.insert(entry.key.toString(), toText(entry.value));
+    }
+}
+
+} // namespace
+
+// ---- Lookups -----------------------------------------------------------------------------------
+
+bool VanteroConfigMap::containsSection(const QString &section) const
+{
+    return m_sections.contains(section);
+}
+
+const QMultiMap<QString, QString> &VanteroConfigMap::section(const QString &section) const
+{
+    const auto it = m_sections.constFind(section);
+    return it == m_sections.constEnd() ? EMPTY_MAP : it.value();
+}
+
+bool VanteroConfigMap::contains(const QString &section, const QString &key) const
+{
+    return this->section(section).contains(key);
+}
+
+int VanteroConfigMap::count(const QString &section, const QString &key) const
+{
+    return this->section(section).count(key);
+}
+
+const QString &VanteroConfigMap::value(const QString &section, const QString &key, int index) const
+{
+    const Section &entries = this->section(section);
+    const auto end = entries.constEnd();
+    auto it = entries.constFind(key);
+    while (it != end && index > 0) {
+        ++it;
+        --index;
+    }
+    return it == end ? EMPTY_STRING : it.value();
+}
+
+QList<QString> VanteroConfigMap::values(const QString &section, const QString &key) const
+{
+    return this->section(section).values(key);
+}
+
+QMultiMap<QString, QString>::const_iterator VanteroConfigMap::find(const QString &section,
+                                                                   const QString &key) const
+{
+    return this->section(section).constFind(key);
+}
+
+QStringList VanteroConfigMap::allSectionKeys() const
+{
+    return m_sections.keys();
+}
+
+// ---- Edits -------------------------------------------------------------------------------------
+
+QMultiMap<QString, QString> &VanteroConfigMap::section(const QString &section)
+{
+    return m_sections[section];
+}
+
+QMultiMap<QString, QString>::iterator VanteroConfigMap::find(const QString &section,
+                                                             const QString &key)
+{
+    return this->section(section).find(key);
+}
+
+void VanteroConfigMap::addValue(const QString &section, const QString &key, const QString &value)
+{
+    this->section(section).insert(key, value);
+}
+
+void VanteroConfigMap::setValue(const QString &section, const QString &key, const QString &value)
+{
+    Section &entries = this->section(section);
+    const auto it = entries.find(key);
+    if (it == entries.end())
+        entries.insert(key, value);
+    else
+        it.value() = value;
+}
+
+int VanteroConfigMap::remove(const QString &section, const QString &key)
+{
+    const QString kept = key; // the caller's key may be that of an entry which goes
+    return this->section(section).remove(kept);
+}
+
+int VanteroConfigMap::removeSection(const QString &section)
+{
+    return m_sections.remove(section);
+}
+
+void VanteroConfigMap::removeAllSections(const QStringList &sections)
+{
+    for (const QString &section : sections)
+        removeSection(section);
+}
+
+void VanteroConfigMap::replaceSection(const QString &section,
+                                      const QMultiMap<QString, QString> &content)
+{
+    m_sections.insert(section, content);
+}
+
+// ---- Text --------------------------------------------------------------------------------------
+
+void VanteroConfigMap::print(QTextStream &out) const
+{
+    writeSections(out, m_sections);
+}
+
+void VanteroConfigMap::printSection(QTextStream &out, const QString &section) const
+{
+    printSection(out, section, this->section(section));
+}
+
+void VanteroConfigMap::printSection(QTextStream &out, const QString &section,
+                                    const QMultiMap<QString, QString> &content)
+{
+    writeSection(out, section, content);
+}
+
+QString VanteroConfigMap::toString() const
+{
+    return textOf([this](auto &out) { writeSections(out, m_sections); });
+}
+
+QString VanteroConfigMap::toString(const QString &section) const
+{
+    return toString(section, this->section(section));
+}
+
+QString VanteroConfigMap::toString(const QString &section,
+                                   const QMultiMap<QString, QString> &content)
+{
+    return textOf([&](auto &out) { writeSection(out, section, content); });
+}
+
+void VanteroConfigMap::parseProperties(QTextStream *in, QMultiMap<QString, QString> &out)
+{
+    onlyThrows<ParseException>([&] {
+        StreamLines lines(in);
+        readProperties(lines, out);
+    });
+}
+
+void VanteroConfigMap::parseProperties(const QString &text, QMultiMap<QString, QString> &out)
+{
+    onlyThrows<ParseException>([&] {
+        MemoryLines lines(text);
+        readProperties(lines, out);
+    });
+}
+
+QMultiMap<QString, QString> VanteroConfigMap::parseProperties(const QString &text)
+{
+    QMultiMap<QString, QString> section;
+    parseProperties(text, section);
+    return section;
+}
+
+} // namespace vn

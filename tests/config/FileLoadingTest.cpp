@@ -1,0 +1,280 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "config/VanteroConfigFile.h"
+
+#include "base/Exceptions.h"
+#include "support/Expect.h"
+#include "support/Literals.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTextStream>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace vn;
+
+namespace {
+
+const QDateTime lastYear(QDate(2009, 3, 4), QTime(5, 6, 7));
+
+const QString header = "#:1.3===============================\n#:VN-3.0.6.29\n\n"_q;
+
+/** Whether the time lies between @p before and now. */
+bool isFresh(const QDateTime &time, const QDateTime &before)
+{
+    return time >= before && time <= QDateTime::currentDateTime();
+}
+
+QString writeFile(const QTemporaryDir &dir, const QByteArray &bytes)
+{
+    QFile file(dir.filePath("cam.cfg"_q));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(file.write(bytes), bytes.size());
+    return file.fileName();
+}
+
+/** A QFile with content that fails when it is read: its descriptor is open for writing only. */
+class UnreadableFile
+{
+public:
+    UnreadableFile()
+        : m_descriptor(::open(writeFile(m_dir, "SECTION a\n").toLocal8Bit().constData(), O_WRONLY))
+    {
+        EXPECT_TRUE(m_file.open(m_descriptor, QIODevice::ReadOnly));
+    }
+    ~UnreadableFile() { ::close(m_descriptor); }
+    UnreadableFile(const UnreadableFile &) = delete;
+    UnreadableFile &operator=(const UnreadableFile &) = delete;
+
+    QFile *get() { return &m_file; }
+
+private:
+    QTemporaryDir m_dir;
+    int m_descriptor;
+    QFile m_file;
+};
+
+} // namespace
+
+TEST(LoadText, setsMapAndText)
+{
+    VanteroConfigFile config;
+    EXPECT_TRUE(config.parse(header + "SECTION a\nk=v\nENDSECTION a\n"_q, lastYear));
+    EXPECT_EQ(config.getFileVersion(), "1.3"_q);
+    EXPECT_EQ(config.getSoftwareVersion(), "VN-3.0.6.29"_q);
+    EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
+}
+
+TEST(LoadText, timeStampBecomesTheCurrentTimeOnPurpose)
+{
+    const QDateTime before = QDateTime::currentDateTime();
+    VanteroConfigFile config;
+    config.parse(header, lastYear);
+    EXPECT_TRUE(isFresh(config.timeStamp(), before));
+
+    QByteArray bytes = header.toLatin1();
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    config.parse(&buffer, lastYear);
+    EXPECT_TRUE(isFresh(config.timeStamp(), before));
+
+    const QTemporaryDir dir;
+    EXPECT_TRUE(
+        isFresh(VanteroConfigFile::open(writeFile(dir, bytes), lastYear).timeStamp(), before));
+}
+
+TEST(LoadText, dropsWhatWasThereBefore)
+{
+    VanteroConfigFile config;
+    config.addValue("old"_q, "k"_q, "v"_q);
+    config.parse(header + "SECTION a\nk=v\nENDSECTION a\n"_q, lastYear);
+    EXPECT_EQ(config.allSectionKeys(), (QStringList{"a"_q, "head"_q}));
+}
+
+TEST(LoadText, acceptsItsOwnPrintedText)
+{
+    VanteroConfigFile config;
+    config.parse(header + "SECTION a\nk=v\nENDSECTION a\n"_q, lastYear);
+    config.parse(header + config.toString("a"_q), lastYear);
+    EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
+}
+
+TEST(LoadText, secondLineWithoutMarkIsFalseButTheSectionsLoad)
+{
+    VanteroConfigFile config;
+    EXPECT_FALSE(config.parse("#:1.3==\nVN\n\nSECTION a\nk=v\nENDSECTION a\n"_q, lastYear));
+    EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
+}
+
+TEST(LoadText, emptySecondLineSwallowsBlocksUpToTheNextEmptyLine)
+{
+    VanteroConfigFile config;
+    config.parse("#:1.3==\n\nSECTION a\nk=v\nENDSECTION a\n\nSECTION b\nk=w\nENDSECTION b\n"_q,
+                 lastYear);
+    EXPECT_FALSE(config.containsSection("a"_q));
+    EXPECT_EQ(config.value("b"_q, "k"_q), "w"_q);
+}
+
+TEST(LoadText, textWithoutHeaderAndEmptyLineLoadsNothing)
+{
+    VanteroConfigFile config;
+    EXPECT_FALSE(
+        config.parse("SECTION a\nk=v\nENDSECTION a\nSECTION b\nENDSECTION b\n"_q, lastYear));
+    EXPECT_EQ(config.allSectionKeys(), QStringList());
+}
+
+TEST(LoadText, printedMapAloneLosesItsFirstSectionOnPurpose)
+{
+    VanteroConfigMap map;
+    map.addValue("a"_q, "k"_q, "1"_q);
+    map.addValue("b"_q, "k"_q, "2"_q);
+    VanteroConfigFile config;
+    EXPECT_FALSE(config.parse(map.toString(), lastYear));
+    EXPECT_EQ(config.allSectionKeys(), QStringList{"b"_q});
+}
+
+TEST(LoadText, failureKeepsTextAndEntriesReadSoFar)
+{
+    VanteroConfigFile config;
+    expectParseError([&] { config.parse(header + "SECTION a\nk=v\n"_q, lastYear); },
+                     "ENDSECTION a expected"_q, -1, -1, -1);
+    EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
+    config.setValue("a"_q, "k"_q, "w"_q); // the lock is free again
+}
+
+TEST(LoadStream, addsToTheMapAndStoresTheGivenTime)
+{
+    VanteroConfigFile config;
+    config.addValue("old"_q, "k"_q, "v"_q);
+    QString text = header + "SECTION a\nk=v\nENDSECTION a\n"_q;
+    QTextStream stream(&text, QIODevice::ReadOnly);
+    EXPECT_TRUE(config.parse(&stream, lastYear));
+    EXPECT_EQ(config.timeStamp(), lastYear);
+    EXPECT_EQ(config.allSectionKeys(), (QStringList{"a"_q, "head"_q, "old"_q}));
+}
+
+TEST(LoadStream, failureReleasesTheLockAndKeepsEntries)
+{
+    VanteroConfigFile config;
+    QString text = header + "SECTION a\nk=v\nENDSECTION x\n"_q;
+    QTextStream stream(&text, QIODevice::ReadOnly);
+    expectParseError([&] { config.parse(&stream, lastYear); },
+                     "ENDSECTION x does not match SECTION"_q, -1, -1, -1);
+    EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
+}
+
+TEST(LoadDevice, readsAllOfIt)
+{
+    QByteArray bytes = (header + "SECTION a\nk=v\nENDSECTION a\n"_q).toLatin1();
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    VanteroConfigFile config;
+    EXPECT_TRUE(config.parse(&buffer, lastYear));
+    EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
+    EXPECT_TRUE(buffer.atEnd());
+}
+
+TEST(LoadDevice, readErrorOfAFileIsRaisedInsteadOfLoadingAShortText)
+{
+    UnreadableFile file;
+    VanteroConfigFile config;
+    config.addValue("old"_q, "k"_q, "v"_q);
+    expectThrows<FileException>([&] { config.parse(file.get(), lastYear); },
+                                ": Bad file descriptor"_q); // an open descriptor has no name
+    EXPECT_EQ(config.value("old"_q, "k"_q), "v"_q) << "nothing was loaded";
+
+    QFile special("/proc/self/mem"_q); // opens, but its first page cannot be read
+    ASSERT_TRUE(special.open(QIODevice::ReadOnly));
+    expectThrows<FileException>([&] { config.parse(&special, lastYear); },
+                                "/proc/self/mem: Input/output error"_q);
+}
+
+TEST(LoadJpegComment, readErrorOfAFileShowsAsReadPastTheEnd)
+{
+    UnreadableFile file;
+    VanteroConfigFile config;
+    expectThrows<IOException>([&] { config.parseJpegComment(file.get()); }, "Read past EOF"_q);
+}
+
+TEST(LoadFile, readsUtf8AndLatin1)
+{
+    const QTemporaryDir dir;
+    const QByteArray start = header.toLatin1() + "SECTION a\nk=";
+    const QByteArray end = "\nENDSECTION a\n";
+    EXPECT_EQ(VanteroConfigFile::open(writeFile(dir, start + "T\xc3\xbcr" + end), lastYear)
+                  .value("a"_q, "k"_q),
+              "Tür"_q);
+    EXPECT_EQ(VanteroConfigFile::open(writeFile(dir, start + "T\xfcr" + end), lastYear)
+                  .value("a"_q, "k"_q),
+              "Tür"_q);
+}
+
+TEST(LoadFile, missingHeaderIsNoError)
+{
+    const QTemporaryDir dir;
+    const auto config =
+        VanteroConfigFile::open(writeFile(dir, "x\ny\n\nSECTION a\nk=v\nENDSECTION a\n"), lastYear);
+    EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
+}
+
+TEST(LoadFile, missingFileIsNamed)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath("none.cfg"_q);
+    expectThrows<FileException>([&] { VanteroConfigFile::open(path, lastYear); },
+                                [&](const FileException &e) {
+                                    EXPECT_EQ(e.fileName(), path);
+                                    EXPECT_EQ(e.message(), path + ": No such file or directory"_q);
+                                });
+}
+
+TEST(LoadFile, malformedSectionIsRaised)
+{
+    const QTemporaryDir dir;
+    const QString path = writeFile(dir, header.toLatin1() + "SECTION a\n");
+    expectParseError([&] { VanteroConfigFile::open(path, lastYear); }, "ENDSECTION a expected"_q,
+                     -1, -1, -1);
+}
+
+TEST(LoadJpegComment, addsToTheMapAndKeepsTimeAndText)
+{
+    const QTemporaryDir dir;
+    const QString text = header + "SECTION a\nk=v\nENDSECTION a\n"_q;
+    VanteroConfigFile config;
+    config.parse(text, lastYear);
+    const QDateTime time = config.timeStamp();
+
+    config.parseJpegComment("junk\nSECTION b\nk=w\nENDSECTION b\n"_q);
+    EXPECT_EQ(config.allSectionKeys(), (QStringList{"a"_q, "b"_q, "head"_q}));
+    EXPECT_EQ(config.timeStamp(), time);
+
+    const QString path = dir.filePath("out.cfg"_q);
+    config.store(path);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), text.toUtf8());
+}
+
+TEST(LoadJpegComment, everyKindOfInput)
+{
+    const QString text = "SECTION a\nk=v\nENDSECTION a\n"_q;
+    QByteArray bytes = text.toLatin1();
+    VanteroConfigFile config;
+    config.parseJpegComment(&bytes);
+    EXPECT_EQ(bytes, text.toLatin1()) << "the caller's bytes stay as they are";
+
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    config.parseJpegComment(&buffer);
+
+    QString copy = text;
+    QTextStream stream(&copy, QIODevice::ReadOnly);
+    config.parseJpegComment(&stream);
+
+    config.parseJpegComment(text);
+    EXPECT_EQ(config.section("a"_q).values("k"_q), (QStringList{"v"_q, "v"_q, "v"_q, "v"_q}));
+}
