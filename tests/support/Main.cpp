@@ -16,7 +16,8 @@ int main(int argc, char **argv)
     ::setenv("TZ", "Europe/Berlin", 1);
     ::tzset();
     ::setenv("LC_ALL", "C.UTF-8", 1);
-    std::setlocale(LC_ALL, "C.UTF-8");
+    if (!std::setlocale(LC_ALL, "C.UTF-8"))
+        return 1;
 
     testing::InitGoogleMock(&argc, argv);
     return RUN_ALL_TESTS();
