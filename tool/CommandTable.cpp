@@ -10,11 +10,14 @@ namespace tool {
 // model), which ends with its factory; declare the factory here, add a row, and name the file in
 // CMakeLists.txt. Help, dispatch, completions and the manual's check follow from the row.
 
+std::unique_ptr<Command> makeConfigShow();
+
 const std::vector<CommandEntry> &commandTable()
 {
     // clang-format off
     static const std::vector<CommandEntry> table = {
         // group    name    summary                                      factory
+        {"config", "show", "show the header and sections of a configuration", makeConfigShow},
     };
     // clang-format on
     return table;

@@ -6,6 +6,8 @@
 #include <QtCore/QLocale>
 #include <QtCore/QtNumeric>
 
+#include <algorithm>
+
 namespace vn {
 namespace tool {
 
@@ -163,6 +165,18 @@ void Json::write(QByteArray &out, int level) const
         return;
     }
     const bool isObject = m_kind == Kind::Object;
+    const auto isPlain = [](const Member &member) {
+        return member.second.m_kind == Kind::Scalar || member.second.m_kind == Kind::String;
+    };
+    if (!isObject && std::all_of(m_members.begin(), m_members.end(), isPlain)) {
+        out += '[';
+        for (const Member &member : m_members) {
+            out += &member == &m_members.front() ? "" : ", ";
+            member.second.write(out, level);
+        }
+        out += ']';
+        return;
+    }
     out += isObject ? '{' : '[';
     const char *separator = "\n";
     for (const Member &member : m_members) {

@@ -54,8 +54,8 @@ public:
     /** Whether this array or object is empty. */
     bool isEmpty() const;
 
-    /** The text in UTF-8, indented by two blanks a level, "\n" at its end. Unpaired surrogates are
-     * escaped. */
+    /** The text in UTF-8, indented by two blanks a level (an array without arrays and objects in it
+     * is one line), "\n" at its end. Unpaired surrogates are escaped. */
     QByteArray toText() const;
 
 private:
