@@ -25,7 +25,7 @@ struct FreeArchive
 
 } // namespace
 
-class ZipReader::Private
+class Q_DECL_HIDDEN ZipReader::Private
 {
 public:
     bool reopen()

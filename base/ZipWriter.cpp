@@ -75,7 +75,7 @@ DosTime toDosTime(const QDateTime &dateTime)
 
 } // namespace
 
-class ZipWriter::Private
+class Q_DECL_HIDDEN ZipWriter::Private
 {
 public:
     [[noreturn]] void fail(const QString &reason) const

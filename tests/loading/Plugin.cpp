@@ -4,12 +4,19 @@
 #include "loading/Plugin.h"
 
 #include "base/Exceptions.h"
+#include "base/FileUtils.h"
 #include "base/StringUtils.h"
+#include "base/ZipReader.h"
+#include "base/ZipWriter.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QDateTime>
+#include <QtCore/QTemporaryDir>
 
 namespace {
 
 // An exception's own text outlives the class, which goes with the library.
-void useBase(Kept &kept)
+void useExceptions(Kept &kept)
 {
     try {
         const vn::ParseException cause(QString::fromLatin1("cause"), 0, 1, 0, 2);
@@ -19,9 +26,45 @@ void useBase(Kept &kept)
     }
 }
 
+// An archive with an encrypted entry: what the archive libraries keep for themselves shows, too.
+void useArchives(Kept &kept)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("cams.zip"));
+    const QString text = QString::fromLatin1("SECTION ethernet\nENDSECTION ethernet\n");
+
+    QBuffer buffer;
+    buffer.setData(text.toUtf8());
+    buffer.open(QIODevice::ReadOnly);
+    vn::ZipWriter writer(path, "secret");
+    writer.open();
+    writer.appendFile(&buffer, QStringLiteral("cam.cfg"), QString(),
+                      QDateTime(QDate(2010, 5, 1), QTime(12, 0)));
+    writer.close();
+
+    vn::ZipReader reader(path, "secret");
+    if (!reader.open(QIODevice::ReadOnly))
+        qFatal("%s", qPrintable(reader.errorString()));
+    const QStringList names = reader.fileListBySuffix(QStringLiteral(".cfg"));
+    kept.texts << names;
+    reader.openFile(names.first());
+    kept.texts << vn::FileUtils::readText(&reader);
+
+    vn::ZipReader wrong(path, "wrong");
+    if (!wrong.open(QIODevice::ReadOnly))
+        qFatal("%s", qPrintable(wrong.errorString()));
+    wrong.openFile(names.first());
+    try {
+        vn::FileUtils::readText(&wrong);
+    } catch (const vn::IOException &e) {
+        kept.texts << e.message() << wrong.errorString();
+    }
+}
+
 } // namespace
 
 extern "C" Q_DECL_EXPORT void use(Kept &kept)
 {
-    useBase(kept);
+    useExceptions(kept);
+    useArchives(kept);
 }
