@@ -9,6 +9,9 @@
 
 #include <QtCore/QTextStream>
 
+#include <algorithm>
+#include <limits>
+
 namespace vn {
 
 const QString EMPTY_STRING;
@@ -20,60 +23,80 @@ using Sections = QMap<QString, VanteroConfigMap::Section>;
 
 constexpr qsizetype kLongestPropertyLine = 1024; // in UTF-16 code units
 
-/** Appends to a string as a QTextStream on it would. */
-class StringSink
+/**
+ * A text that is written piece by piece. It is sized by a guess and grows by halves: to count first
+ * would be a second walk through all entries, which costs more than the copy.
+ */
+class TextBuffer
 {
 public:
-    explicit StringSink(QString &out)
-        : m_out(out)
+    explicit TextBuffer(qint64 expectedSize)
+        : m_text(static_cast<int>(std::min<qint64>(expectedSize, kMaxSize)), Qt::Uninitialized)
+        , m_out(m_text.data())
+        , m_end(m_out + m_text.size())
     {
     }
 
-    StringSink &operator<<(const QString &text)
+    TextBuffer &operator<<(const QString &text)
     {
-        m_out.append(text);
+        reserve(text.size());
+        m_out = std::copy(text.begin(), text.end(), m_out);
         return *this;
     }
-    StringSink &operator<<(QLatin1String text)
+    TextBuffer &operator<<(QLatin1String text)
     {
-        m_out.append(text);
+        reserve(text.size());
+        m_out = std::transform(text.begin(), text.end(), m_out,
+                               [](char character) { return QLatin1Char(character); });
         return *this;
     }
-    StringSink &operator<<(QLatin1Char character)
+    TextBuffer &operator<<(QLatin1Char character)
     {
-        m_out.append(character);
+        reserve(1);
+        *m_out++ = character;
         return *this;
+    }
+
+    /** The text; null when nothing was written. The buffer is spent. */
+    QString take()
+    {
+        const int size = used();
+        if (size == 0)
+            return QString();
+        m_text.resize(size);
+        m_text.squeeze();
+        return std::move(m_text);
     }
 
 private:
-    QString &m_out;
+    static constexpr qint64 kMaxSize = std::numeric_limits<int>::max() / 2 - 64; // Qt's limit
+
+    int used() const { return static_cast<int>(m_out - m_text.constData()); }
+
+    void reserve(int size)
+    {
+        if (m_end - m_out < size)
+            grow(size);
+    }
+
+    void grow(int size)
+    {
+        const int written = used();
+        const qint64 needed = qint64(written) + size;
+        if (needed > kMaxSize)
+            qBadAlloc();
+        m_text.resize(static_cast<int>(std::min(needed + needed / 2, kMaxSize)));
+        m_out = m_text.data() + written;
+        m_end = m_text.data() + m_text.size();
+    }
+
+    QString m_text;
+    QChar *m_out;
+    QChar *m_end;
 };
 
-/** Counts the characters that printing takes, so that the text is allocated once. */
-class SizeSink
-{
-public:
-    int size() const { return m_size; }
-
-    SizeSink &operator<<(const QString &text)
-    {
-        m_size += text.size();
-        return *this;
-    }
-    SizeSink &operator<<(QLatin1String text)
-    {
-        m_size += text.size();
-        return *this;
-    }
-    SizeSink &operator<<(QLatin1Char)
-    {
-        ++m_size;
-        return *this;
-    }
-
-private:
-    int m_size = 0;
-};
+/** What an entry usually takes, in characters. */
+constexpr int kUsualEntry = 32;
 
 template <typename Sink>
 void writeSection(Sink &out, const QString &section, const VanteroConfigMap::Section &content)
@@ -92,19 +115,6 @@ void writeSections(Sink &out, const Sections &sections)
         writeSection(out, it.key(), it.value());
         out << QLatin1Char('\n');
     }
-}
-
-/** The text that @p write gives, in a string allocated once. */
-template <typename Write>
-QString textOf(Write &&write)
-{
-    SizeSink counter;
-    write(counter);
-    QString text;
-    text.reserve(counter.size());
-    StringSink sink(text);
-    write(sink);
-    return text;
 }
 
 template <typename Lines>
@@ -246,7 +256,12 @@ void VanteroConfigMap::printSection(QTextStream &out, const QString &section,
 
 QString VanteroConfigMap::toString() const
 {
-    return textOf([this](auto &out) { writeSections(out, m_sections); });
+    qint64 entries = 0;
+    for (const Section &section : m_sections)
+        entries += section.size() + 2; // its first and last line
+    TextBuffer text(entries * kUsualEntry);
+    writeSections(text, m_sections);
+    return text.take();
 }
 
 QString VanteroConfigMap::toString(const QString &section) const
@@ -257,7 +272,9 @@ QString VanteroConfigMap::toString(const QString &section) const
 QString VanteroConfigMap::toString(const QString &section,
                                    const QMultiMap<QString, QString> &content)
 {
-    return textOf([&](auto &out) { writeSection(out, section, content); });
+    TextBuffer text((content.size() + 2) * qint64(kUsualEntry));
+    writeSection(text, section, content);
+    return text.take();
 }
 
 void VanteroConfigMap::parseProperties(QTextStream *in, QMultiMap<QString, QString> &out)
