@@ -6,6 +6,8 @@
 #include "support/Literals.h"
 #include "support/QtPrinters.h"
 
+#include <QtCore/QTextStream>
+
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -24,7 +26,102 @@ QString textOf(const QString &value, int sections)
     return text;
 }
 
+/** An operation that holds the lock of the configuration it is given. */
+struct LockedOperation
+{
+    const char *name;
+    void (*run)(VanteroConfigFile &config);
+};
+
+QString someText()
+{
+    return textOf("new"_q, 2);
+}
+
+// Without timeStamp(): Qt copies a QDateTime in code of its own, which ThreadSanitizer does not
+// see.
+const LockedOperation kLockedOperations[] = {
+    {"value", [](VanteroConfigFile &config) { (void)config.value("s0"_q, "k"_q); }},
+    {"setValue", [](VanteroConfigFile &config) { config.setValue("s0"_q, "k"_q, "v"_q); }},
+    {"addValue", [](VanteroConfigFile &config) { config.addValue("s0"_q, "k"_q, "v"_q); }},
+    {"containsSection", [](VanteroConfigFile &config) { (void)config.containsSection("s0"_q); }},
+    {"allSectionKeys", [](VanteroConfigFile &config) { (void)config.allSectionKeys(); }},
+    {"toString", [](VanteroConfigFile &config) { (void)config.toString(); }},
+    {"toString of a section", [](VanteroConfigFile &config) { (void)config.toString("s0"_q); }},
+    {"section", [](VanteroConfigFile &config) { (void)config.section("s0"_q); }},
+    {"getFileVersion", [](VanteroConfigFile &config) { (void)config.getFileVersion(); }},
+    {"getSoftwareVersion", [](VanteroConfigFile &config) { (void)config.getSoftwareVersion(); }},
+    {"getFactoryIP", [](VanteroConfigFile &config) { (void)config.getFactoryIP(); }},
+    {"getLongCameraType", [](VanteroConfigFile &config) { (void)config.getLongCameraType(); }},
+    {"getShortCameraType", [](VanteroConfigFile &config) { (void)config.getShortCameraType(); }},
+    {"setFileVersion", [](VanteroConfigFile &config) { config.setFileVersion("1"_q); }},
+    {"setSoftwareVersion", [](VanteroConfigFile &config) { config.setSoftwareVersion("1"_q); }},
+    {"setFactoryIP", [](VanteroConfigFile &config) { config.setFactoryIP("1"_q); }},
+    {"setLongCameraType", [](VanteroConfigFile &config) { config.setLongCameraType("1"_q); }},
+    {"setShortCameraType", [](VanteroConfigFile &config) { config.setShortCameraType("1"_q); }},
+    {"makeHeader", [](VanteroConfigFile &config) { (void)config.makeHeader(); }},
+    {"parseHeader of a text", [](VanteroConfigFile &config) { config.parseHeader(someText()); }},
+    {"parse of a text", [](VanteroConfigFile &config) { config.parse(someText(), QDateTime()); }},
+    {"parse of a stream",
+     [](VanteroConfigFile &config) {
+         QString text = someText();
+         QTextStream stream(&text);
+         config.parse(&stream, QDateTime());
+     }},
+    {"parseHeader of a stream",
+     [](VanteroConfigFile &config) {
+         QString text = someText();
+         QTextStream stream(&text);
+         config.parseHeader(&stream);
+     }},
+    {"parseJpegComment of a stream",
+     [](VanteroConfigFile &config) {
+         QString text = someText();
+         QTextStream stream(&text);
+         config.parseJpegComment(&stream);
+     }},
+    {"parseSection",
+     [](VanteroConfigFile &config) {
+         QString text = "SECTION s0\nk=v\nENDSECTION s0\n"_q;
+         QTextStream stream(&text);
+         config.parseSection(&stream, false);
+     }},
+    {"parseJpegComment of a text",
+     [](VanteroConfigFile &config) { config.parseJpegComment(someText()); }},
+    {"copy", [](VanteroConfigFile &config) { const VanteroConfigFile copy(config); }},
+    {"assignment from it",
+     [](VanteroConfigFile &config) {
+         VanteroConfigFile target;
+         target = config;
+     }},
+    {"assignment to it",
+     [](VanteroConfigFile &config) {
+         const VanteroConfigFile source;
+         config = source;
+     }},
+};
+
 } // namespace
+
+// An operation without the lock is never ordered with those of the other thread, so
+// ThreadSanitizer finds it even where the two threads happen to run one after the other.
+TEST(Threads, eachOperationHoldsTheLock)
+{
+    constexpr int kTimes = 20;
+    for (const LockedOperation &operation : kLockedOperations) {
+        SCOPED_TRACE(operation.name);
+        VanteroConfigFile config;
+        std::thread other([&config] {
+            for (int i = 0; i < kTimes; ++i) {
+                config.parse(textOf("old"_q, 2), QDateTime());
+                config.addValue("s0"_q, "k"_q, "other"_q);
+            }
+        });
+        for (int i = 0; i < kTimes; ++i)
+            operation.run(config);
+        other.join();
+    }
+}
 
 TEST(Threads, editOneObjectAtOnce)
 {

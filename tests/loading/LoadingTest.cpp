@@ -100,6 +100,12 @@ void openUseOnAnotherThreadAndClose()
     }).join();
 }
 
+/** A text that shares no memory with @p text. */
+QString ownCopy(const QString &text)
+{
+    return QString::fromUtf16(text.utf16(), text.size());
+}
+
 /** Runs @p round again and again: nothing stays, nothing grows, nothing is printed. */
 template <typename Round>
 void expectNothingStays(Round &&round)
@@ -161,9 +167,16 @@ TEST(Loading, valuesOutliveTheLibrary)
         plugin.useFunction()(kept);
         // Copies in memory of this program, to compare with.
         for (const QString &text : qAsConst(kept.texts))
-            expected.texts << QString::fromUtf16(text.utf16(), text.size());
+            expected.texts << ownCopy(text);
+        for (const auto &section : qAsConst(kept.sections)) {
+            QMultiMap<QString, QString> copy;
+            for (auto it = section.begin(); it != section.end(); ++it)
+                copy.insert(ownCopy(it.key()), ownCopy(it.value()));
+            expected.sections << copy;
+        }
     }
     ASSERT_EQ(mappedLibraries(), QStringList());
     EXPECT_GE(kept.texts.size(), 6);
     EXPECT_EQ(kept.texts, expected.texts);
+    EXPECT_EQ(kept.sections, expected.sections);
 }

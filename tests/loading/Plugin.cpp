@@ -8,10 +8,12 @@
 #include "base/StringUtils.h"
 #include "base/ZipReader.h"
 #include "base/ZipWriter.h"
+#include "config/VanteroConfigFile.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDateTime>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QTextStream>
 
 namespace {
 
@@ -23,6 +25,34 @@ void useExceptions(Kept &kept)
         throw vn::IOException(QString::fromLatin1("no more"), &cause);
     } catch (const vn::ExceptionQt &e) {
         kept.texts << e.message() << e.cause()->message();
+    }
+}
+
+void useConfiguration(Kept &kept)
+{
+    const QString text = QString::fromLatin1("# File version: 1.0\n# Software version: R16-2.1.3\n"
+                                             "\nSECTION ethernet\nDNS=10.0.0.1\nHOSTNAME\n"
+                                             "ENDSECTION ethernet\n");
+    vn::VanteroConfigFile config;
+    config.parse(text, QDateTime());
+    config.setFactoryIP(QString::fromLatin1("10.1.2.3"));
+    config.setShortCameraType(QString::fromLatin1("M1"));
+    kept.texts << vn::VanteroConfigFile::HEAD_SECTION << vn::VanteroConfigFile::FACTORY_IP
+               << vn::EMPTY_STRING << config.value(QStringLiteral("none"), QStringLiteral("none"))
+               << config.toString() << config.makeHeader() << config.allSectionKeys()
+               << vn::VanteroConfigFile::newFileName(QDir(), QStringLiteral("cam"),
+                                                     QDate(2010, 5, 1));
+    kept.sections << config.section(vn::VanteroConfigFile::HEAD_SECTION)
+                  << config.section(QStringLiteral("ethernet")) << vn::EMPTY_MAP;
+
+    for (const char *broken : {"SECTION a\nSECTION b\n", "SECTION a\n", "a=b\n"}) {
+        QString brokenText = QString::fromLatin1(broken);
+        QTextStream stream(&brokenText);
+        try {
+            config.parseSection(&stream, false);
+        } catch (const vn::ExceptionQt &e) {
+            kept.texts << e.message();
+        }
     }
 }
 
@@ -67,4 +97,5 @@ extern "C" Q_DECL_EXPORT void use(Kept &kept)
 {
     useExceptions(kept);
     useArchives(kept);
+    useConfiguration(kept);
 }
