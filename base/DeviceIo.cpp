@@ -4,6 +4,7 @@
 #include "base/DeviceIo_p.h"
 
 #include "base/Exceptions.h"
+#include "base/FileDescriptor_p.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QCoreApplication>
@@ -13,6 +14,9 @@
 
 #include <algorithm>
 #include <cerrno>
+
+#include <poll.h>
+#include <unistd.h>
 
 namespace vn {
 
@@ -34,6 +38,19 @@ public:
     }
 };
 
+/** Qt's text for a device without an error, in the user's language. */
+QString noErrorText()
+{
+    return QBuffer().errorString();
+}
+
+/** Why @p device is not open: its own error where it has one, or @p otherwise. */
+QString closedReason(const QIODevice *device, QLatin1String otherwise)
+{
+    const QString error = device->errorString();
+    return error == noErrorText() ? QString(otherwise) : error;
+}
+
 /**
  * Whether a read of -1 from the sequential @p device means that no more will come rather than an
  * error. Qt uses -1 for both, so the device's error decides. Its sockets call it an error, too,
@@ -46,7 +63,7 @@ bool isEndOfSequential(const QIODevice *device)
     if (const auto *process = qobject_cast<const QProcess *>(device))
         return process->error() == QProcess::UnknownError || process->error() == QProcess::Timedout;
     const QString error = device->errorString();
-    if (error == QBuffer().errorString()) // the text for "no error", in the user's language
+    if (error == noErrorText())
         return true;
     return device->inherits("QAbstractSocket") &&
            error == QCoreApplication::translate("QAbstractSocket",
@@ -76,13 +93,13 @@ DeviceReader::DeviceReader(QIODevice *device, int timeoutMs)
 {
     m_timer.start();
     if (!device->isReadable()) // Qt would print a warning
-        throwDeviceError(device, QStringLiteral("not open for reading"));
+        throwDeviceError(device, closedReason(device, QLatin1String("not open for reading")));
 }
 
 qint64 DeviceReader::read(char *data, qint64 maxSize)
 {
     for (bool isWaitOver = false;;) {
-        const qint64 count = m_device->read(data, maxSize);
+        const qint64 count = readAvailable(data, maxSize);
         if (count > 0) {
             if (m_device->isSequential() && isTimeOver())
                 throwTimeout();
@@ -98,6 +115,30 @@ qint64 DeviceReader::read(char *data, qint64 maxSize)
         // A device that ends while it is waited for may hold a last piece of data.
         isWaitOver = !waitForMore();
     }
+}
+
+/** QIODevice::read(), but keeping to the time limit on a pipe or terminal: there QFile waits until
+ * it has as many bytes as were asked for. */
+qint64 DeviceReader::readAvailable(char *data, qint64 maxSize)
+{
+    const auto *file = qobject_cast<QFileDevice *>(m_device);
+    const int descriptor = file && m_timeoutMs >= 0 && file->isSequential() ? file->handle() : -1;
+    if (descriptor < 0 || file->bytesAvailable() > 0)
+        return m_device->read(data, maxSize);
+
+    pollfd wanted{descriptor, POLLIN, 0};
+    const int ready = retried([&] {
+        const qint64 remaining = std::max<qint64>(m_timeoutMs - m_timer.elapsed(), 0);
+        return ::poll(&wanted, 1, static_cast<int>(remaining));
+    });
+    if (ready == 0)
+        throwTimeout();
+    const ssize_t count = ready < 0 ? -1 : retried([&] {
+        return ::read(descriptor, data, static_cast<std::size_t>(maxSize));
+    });
+    if (count < 0)
+        throwDeviceError(m_device, qt_error_string(errno));
+    return count;
 }
 
 /** Whether there may be more; false at the end. */
@@ -153,7 +194,7 @@ QByteArray readAll(QIODevice *device)
 void checkWritable(const QIODevice *device)
 {
     if (!device->isWritable()) // Qt would print a warning
-        throwDeviceError(device, QStringLiteral("not open for writing"));
+        throwDeviceError(device, closedReason(device, QLatin1String("not open for writing")));
 }
 
 void writeAll(QIODevice *device, const char *data, qint64 size)

@@ -45,6 +45,7 @@ public:
     qint64 read(char *data, qint64 maxSize);
 
 private:
+    qint64 readAvailable(char *data, qint64 maxSize);
     bool waitForMore();
     bool isTimeOver() const;
     [[noreturn]] void throwTimeout() const;

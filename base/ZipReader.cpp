@@ -5,22 +5,117 @@
 
 #include "base/Exceptions.h"
 #include "base/StringUtils.h"
+#include "base/ZipDecoder_p.h"
+#include "base/ZipDirectory_p.h"
 
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
+#include <QtCore/QHash>
 
 #include <algorithm>
-
-#include <archive.h>
-#include <archive_entry.h>
+#include <cstring>
+#include <limits>
+#include <optional>
 
 namespace vn {
 
+using internal::ArchiveFile;
+using internal::EntryContent;
+using internal::ZipDecoder;
+using internal::ZipDirectory;
+using internal::ZipEntry;
+
 namespace {
 
-struct FreeArchive
+// Up to this size, in bytes, any ratio is harmless.
+constexpr qint64 kRatioFreeSize = 16 * 1024 * 1024;
+
+/**
+ * Finds entries by name, those of one name in turn.
+ *
+ * A table of entry numbers, each at the first free place from its name's hash on, costs less to
+ * make than a QHash: many archives are read in sequence once, and each entry looked up once.
+ */
+class NameIndex
 {
-    void operator()(archive *handle) const { archive_read_free(handle); }
+public:
+    explicit NameIndex(const std::vector<ZipEntry> &entries);
+
+    /** The entry called @p name that comes next; -1 when there is none. Folders are none. */
+    int next(const QString &name);
+
+private:
+    std::size_t placeOf(const QString &name) const;
+
+    const std::vector<ZipEntry> &m_entries;
+    std::vector<int> m_table;     // for each name the entry that comes next; -1 is a free place
+    std::vector<int> m_following; // for each entry the next one of its name, in a ring
+};
+
+NameIndex::NameIndex(const std::vector<ZipEntry> &entries)
+    : m_entries(entries)
+    , m_following(entries.size())
+{
+    std::size_t size = 2;
+    while (size < 2 * entries.size())
+        size *= 2; // at least half of it stays free
+    m_table.assign(size, -1);
+    // From the last entry to the first, so that the first one is what comes next in the end.
+    std::vector<int> last(m_following.size());
+    for (std::size_t i = entries.size(); i-- > 0;) {
+        if (entries[i].isFolder())
+            continue;
+        const int index = static_cast<int>(i);
+        int &head = m_table[placeOf(entries[i].name)];
+        const int following = head < 0 ? index : head;
+        const auto end =
+            static_cast<std::size_t>(head < 0 ? index : last[static_cast<std::size_t>(head)]);
+        last[i] = static_cast<int>(end);
+        m_following[i] = following;
+        m_following[end] = index;
+        head = index;
+    }
+}
+
+std::size_t NameIndex::placeOf(const QString &name) const
+{
+    const std::size_t mask = m_table.size() - 1;
+    std::size_t place = qHash(name) & mask;
+    while (m_table[place] >= 0 && m_entries[static_cast<std::size_t>(m_table[place])].name != name)
+        place = (place + 1) & mask;
+    return place;
+}
+
+int NameIndex::next(const QString &name)
+{
+    int &next = m_table[placeOf(name)];
+    const int index = next;
+    if (index >= 0)
+        next = m_following[static_cast<std::size_t>(index)];
+    return index;
+}
+
+/** An archive that has been opened. */
+struct OpenArchive
+{
+    OpenArchive(const QString &path, const QByteArray &password, int maxEntries)
+        : file(path)
+        , directory(file, maxEntries)
+        , decoder(file, directory, password)
+        , names(directory.entries())
+        , isCounted(directory.entries().size())
+    {
+    }
+
+    const ZipEntry &entry(int index) const
+    {
+        return directory.entries()[static_cast<std::size_t>(index)];
+    }
+
+    ArchiveFile file;
+    ZipDirectory directory;
+    ZipDecoder decoder;
+    NameIndex names;
+    qint64 readSize = 0;         // of all entries read so far
+    std::vector<bool> isCounted; // which entries are in it
 };
 
 } // namespace
@@ -28,35 +123,66 @@ struct FreeArchive
 class Q_DECL_HIDDEN ZipReader::Private
 {
 public:
-    bool reopen()
+    enum class State {
+        NoEntry, // none chosen
+        Chosen,  // not decoded yet
+        Decoded,
+        Failed
+    };
+
+    QString inEntry(const QString &name, const QString &reason) const
     {
-        handle.reset(archive_read_new());
-        archive_read_support_format_zip_seekable(handle.get());
-        if (!password.isEmpty())
-            archive_read_add_passphrase(handle.get(), password.constData());
-        position = -1;
-        return archive_read_open_filename(handle.get(), QFile::encodeName(path).constData(),
-                                          65536) == ARCHIVE_OK;
+        return path + QLatin1String(": ") + name + QLatin1String(": ") + reason;
     }
-    archive_entry *next()
-    {
-        archive_entry *entry = nullptr;
-        const int result = archive_read_next_header(handle.get(), &entry);
-        ++position;
-        return result == ARCHIVE_OK || result == ARCHIVE_WARN ? entry : nullptr;
-    }
+
+    void decode();
+    void checkLimits(const ZipEntry &entry) const;
 
     QString path;
     QByteArray password;
-    std::unique_ptr<archive, FreeArchive> handle;
-    QStringList names;
-    int position = -1;
-    int wanted = -1;
-    QByteArray content;
-    int offset = 0;
-    bool isDecoded = false;
-    bool isFailed = false;
+    QString closedReason; // why the archive is not open
+    qint64 entrySizeLimit = qint64(256) * 1024 * 1024;
+    qint64 archiveSizeLimit = qint64(1024) * 1024 * 1024;
+    int entryCountLimit = 1000 * 1000;
+    int ratioLimit = 1000;
+
+    std::optional<OpenArchive> archive;
+    State state = State::NoEntry;
+    int index = -1; // of the entry, where one is chosen
+    EntryContent content;
+    std::size_t offset = 0; // what has been read of the content
 };
+
+/** Decodes the chosen entry.
+ * @throws IOException with the reason */
+void ZipReader::Private::decode()
+{
+    const ZipEntry &entry = archive->entry(index);
+    checkLimits(entry);
+    archive->decoder.decode(index, &content);
+    const auto place = static_cast<std::size_t>(index);
+    if (!archive->isCounted[place]) {
+        archive->isCounted[place] = true;
+        archive->readSize += entry.size;
+    }
+}
+
+/** The sizes in the directory are enough to look at, for decoding ends where an entry has more. */
+void ZipReader::Private::checkLimits(const ZipEntry &entry) const
+{
+    const auto fail = [](const QString &reason) { throw IOException(reason); };
+    if (entry.size > entrySizeLimit)
+        fail(QStringLiteral("more than the limit of %1 bytes").arg(entrySizeLimit));
+    if (!archive->isCounted[static_cast<std::size_t>(index)] &&
+        entry.size > archiveSizeLimit - archive->readSize)
+        fail(QStringLiteral("more than the limit of %1 bytes for all entries")
+                 .arg(archiveSizeLimit));
+    const qint64 leastCompressed = entry.size / ratioLimit + (entry.size % ratioLimit ? 1 : 0);
+    if (entry.size > kRatioFreeSize && entry.compressedSize < leastCompressed)
+        fail(QStringLiteral("compressed more than the limit of %1 times").arg(ratioLimit));
+    if (entry.isEncrypted() && password.isEmpty())
+        fail(QStringLiteral("encrypted, and there is no password"));
+}
 
 ZipReader::ZipReader(const QString &path, const QByteArray &password, QObject *parent)
     : QIODevice(parent)
@@ -64,61 +190,72 @@ ZipReader::ZipReader(const QString &path, const QByteArray &password, QObject *p
 {
     d->path = path;
     d->password = password;
+    d->closedReason = path + QLatin1String(": not open");
 }
 
 ZipReader::~ZipReader() = default;
 
 bool ZipReader::open(OpenMode mode)
 {
-    if (mode != ReadOnly || !QFileInfo(d->path).isFile() || !d->reopen()) {
-        setErrorString(d->path + QLatin1String(": cannot be opened"));
+    const auto fail = [this](const QString &reason) {
+        setErrorString(d->path + QLatin1String(": ") + reason);
+        if (!isOpen())
+            d->closedReason = errorString();
         return false;
+    };
+    if (isOpen())
+        return fail(QStringLiteral("already open"));
+    if (mode != ReadOnly && mode != (ReadOnly | Unbuffered))
+        return fail(QStringLiteral("archives can only be opened for reading"));
+    try {
+        d->archive.emplace(d->path, d->password, d->entryCountLimit);
+    } catch (const IOException &e) {
+        d->archive.reset();
+        return fail(e.message());
     }
-    d->names.clear();
-    while (archive_entry *entry = d->next())
-        d->names.append(QString::fromUtf8(archive_entry_pathname_utf8(entry)));
-    if (archive_errno(d->handle.get())) {
-        setErrorString(d->path + QLatin1String(": ") +
-                       QString::fromUtf8(archive_error_string(d->handle.get())));
-        return false;
-    }
-    d->reopen();
+    d->state = Private::State::NoEntry;
     return QIODevice::open(mode);
 }
 
 void ZipReader::close()
 {
-    d->handle.reset();
-    d->names.clear();
-    d->wanted = -1;
-    QIODevice::close();
+    if (isOpen())
+        QIODevice::close();
+    d->closedReason = d->path + QLatin1String(": not open");
+    d->archive.reset();
+    d->content.clear();
+    d->offset = 0;
+    d->state = Private::State::NoEntry;
 }
 
 QStringList ZipReader::fileListBySuffix(const QString &suffix)
 {
-    if (!isOpen())
-        throw IOException(errorString());
-    QStringList result;
-    for (const QString &name : qAsConst(d->names))
-        if (!name.endsWith(QLatin1Char('/')) && StringUtils::endsWithIgnoreCase(name, suffix))
-            result.append(name);
-    return result;
+    if (!d->archive)
+        throw IOException(d->closedReason);
+    QStringList names;
+    for (const ZipEntry &entry : d->archive->directory.entries())
+        if (!entry.isFolder() && StringUtils::endsWithIgnoreCase(entry.name, suffix))
+            names.append(entry.name);
+    return names;
 }
 
 bool ZipReader::openFile(const QString &name)
 {
-    int index = d->names.indexOf(name, d->wanted + 1);
-    if (index < 0)
-        index = d->names.indexOf(name);
-    d->wanted = index;
-    d->isDecoded = false;
-    d->isFailed = index < 0;
-    d->offset = 0;
     d->content.clear();
-    QIODevice::open(ReadOnly);
-    if (index < 0)
-        setErrorString(d->path + QLatin1String(": ") + name + QLatin1String(": no such entry"));
-    return index >= 0;
+    d->offset = 0;
+    if (!d->archive) {
+        setErrorString(d->inEntry(name, QStringLiteral("the archive is not open")));
+        return false;
+    }
+    QIODevice::open(openMode()); // drops what is left of the entry before
+    d->index = d->archive->names.next(name);
+    if (d->index < 0) {
+        d->state = Private::State::Failed;
+        setErrorString(d->inEntry(name, QStringLiteral("no such entry")));
+        return false;
+    }
+    d->state = Private::State::Chosen;
+    return true;
 }
 
 bool ZipReader::isSequential() const
@@ -128,49 +265,83 @@ bool ZipReader::isSequential() const
 
 bool ZipReader::atEnd() const
 {
-    return d->isFailed || (d->isDecoded && bytesAvailable() == 0);
+    return d->state != Private::State::Chosen && bytesAvailable() == 0;
 }
 
 qint64 ZipReader::bytesAvailable() const
 {
-    return QIODevice::bytesAvailable() + d->content.size() - d->offset;
+    const qint64 left = d->state == Private::State::Chosen
+                            ? d->archive->entry(d->index).size
+                            : static_cast<qint64>(d->content.size() - d->offset);
+    return QIODevice::bytesAvailable() + left;
 }
 
 qint64 ZipReader::readData(char *data, qint64 maxSize)
 {
-    if (!d->isDecoded && !d->isFailed && d->wanted >= 0) {
-        if (d->position >= d->wanted)
-            d->reopen();
-        while (d->position < d->wanted && d->next()) {
+    if (d->state == Private::State::NoEntry)
+        setErrorString(d->path + QLatin1String(": no entry has been chosen"));
+    if (d->state == Private::State::Chosen) {
+        try {
+            d->decode();
+            d->state = Private::State::Decoded;
+        } catch (const IOException &e) {
+            d->state = Private::State::Failed;
+            setErrorString(d->inEntry(d->archive->entry(d->index).name, e.message()));
         }
-        char chunk[65536];
-        for (;;) {
-            const auto count = archive_read_data(d->handle.get(), chunk, sizeof chunk);
-            if (count == 0)
-                break;
-            if (count < 0) {
-                d->isFailed = true;
-                d->content.clear();
-                setErrorString(d->path + QLatin1String(": ") + d->names.at(d->wanted) +
-                               QLatin1String(": ") +
-                               QString::fromUtf8(archive_error_string(d->handle.get())));
-                break;
-            }
-            d->content.append(chunk, static_cast<int>(count));
-        }
-        d->isDecoded = true;
     }
-    if (d->isFailed || d->wanted < 0)
+    if (d->state != Private::State::Decoded)
         return -1;
-    const qint64 count = std::min<qint64>(maxSize, d->content.size() - d->offset);
-    std::copy_n(d->content.constData() + d->offset, count, data);
-    d->offset += static_cast<int>(count);
-    return count;
+    const std::size_t count =
+        std::min(static_cast<std::size_t>(maxSize), d->content.size() - d->offset);
+    if (count > 0)
+        std::memcpy(data, d->content.data() + d->offset, count);
+    d->offset += count;
+    return static_cast<qint64>(count);
 }
 
 qint64 ZipReader::writeData(const char *, qint64)
 {
-    return -1;
+    return -1; // never opened for writing
+}
+
+qint64 ZipReader::entrySizeLimit() const
+{
+    return d->entrySizeLimit;
+}
+
+void ZipReader::setEntrySizeLimit(qint64 bytes)
+{
+    d->entrySizeLimit = std::max<qint64>(bytes, 0);
+}
+
+qint64 ZipReader::archiveSizeLimit() const
+{
+    return d->archiveSizeLimit;
+}
+
+void ZipReader::setArchiveSizeLimit(qint64 bytes)
+{
+    d->archiveSizeLimit = std::max<qint64>(bytes, 0);
+}
+
+int ZipReader::entryCountLimit() const
+{
+    return d->entryCountLimit;
+}
+
+void ZipReader::setEntryCountLimit(int count)
+{
+    d->entryCountLimit = std::max(count, 0);
+}
+
+int ZipReader::ratioLimit() const
+{
+    return d->ratioLimit;
+}
+
+void ZipReader::setRatioLimit(int ratio)
+{
+    d->ratioLimit = std::max(ratio, 1);
 }
 
 } // namespace vn

@@ -31,6 +31,9 @@ namespace vn {
  * checked, so a wrong password, a damaged and a truncated entry are errors of the first read: it
  * gives -1, and errorString() names the archive, the entry and the reason.
  *
+ * An archive from elsewhere may be made to unpack to more than any memory. Limits, which are
+ * properties of the reader, make that an error, too.
+ *
  * Threads: reentrant.
  */
 class VN_BASE_EXPORT ZipReader : public QIODevice
@@ -62,8 +65,31 @@ public:
      */
     bool openFile(const QString &name);
 
+    /** The most bytes that one entry may hold; 256 MiB unless set. A larger one is a read error. */
+    qint64 entrySizeLimit() const;
+    void setEntrySizeLimit(qint64 bytes);
+
+    /** The most bytes that the entries read since open() may hold together, each counted once; 1
+     * GiB unless set. The entry that passes it is a read error. */
+    qint64 archiveSizeLimit() const;
+    void setArchiveSizeLimit(qint64 bytes);
+
+    /** The most entries, folders included, that an archive may have; 1,000,000 unless set. open()
+     * refuses an archive with more. */
+    int entryCountLimit() const;
+    void setEntryCountLimit(int count);
+
+    /** The most bytes that one compressed byte may stand for, in an entry of more than 16 MiB; 1000
+     * unless set. An entry that is compressed more is a read error. */
+    int ratioLimit() const;
+    void setRatioLimit(int ratio);
+
     bool isSequential() const override;
+    /** Whether all of the entry has been read. False before the first read of an entry, which may
+     * give an error; true after an error. */
     bool atEnd() const override;
+    /** The bytes of the entry that are left to read, before the first read as the archive's
+     * directory says. */
     qint64 bytesAvailable() const override;
 
 protected:
