@@ -3,6 +3,7 @@
 
 /** @file Loading and printing configuration texts, against readers of similar formats. */
 
+#include "ConfigText.h"
 #include "Support.h"
 
 #include "config/VanteroConfigFile.h"
@@ -23,37 +24,6 @@
 #include <vector>
 
 namespace {
-
-constexpr int kEntries = 50; // a section
-
-/** The text of @p sections sections; the lines around them, with "%" for the name, are the
- * caller's. */
-QByteArray makeText(int sections, const QByteArray &start, const char *opening, const char *closing)
-{
-    QByteArray text = start;
-    for (int s = 0; s < sections; ++s) {
-        const QByteArray name = "section" + QByteArray::number(s);
-        text += QByteArray(opening).replace("%", name);
-        for (int k = 0; k < kEntries; ++k) {
-            // Keys in no order, the same in each section, as cameras write them.
-            text += "recording_timetable_" + QByteArray::number(k * 37 % kEntries) + "=value " +
-                    QByteArray::number(s * kEntries + k) + '\n';
-        }
-        text += QByteArray(closing).replace("%", name);
-    }
-    return text;
-}
-
-QString configText(int sections)
-{
-    return QString::fromLatin1(
-        makeText(sections, "#:1.3===\n#:VN-3.0.6.29\n\n", "SECTION %\n", "ENDSECTION %\n\n"));
-}
-
-QByteArray iniText(int sections)
-{
-    return makeText(sections, {}, "[%]\n", "\n");
-}
 
 /** An ini file, in memory-backed storage where there is one. */
 class IniFile
