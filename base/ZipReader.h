@@ -97,7 +97,7 @@ protected:
     qint64 writeData(const char *data, qint64 maxSize) override;
 
 private:
-    class Private;
+    class Q_DECL_HIDDEN Private;
     std::unique_ptr<Private> d;
 };
 

@@ -58,7 +58,7 @@ public:
     void close();
 
 private:
-    class Private;
+    class Q_DECL_HIDDEN Private;
     std::unique_ptr<Private> d;
 };
 
