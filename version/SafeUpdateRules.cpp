@@ -1,0 +1,195 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "version/SafeUpdateRules_p.h"
+
+#include <algorithm>
+
+namespace vn {
+
+namespace {
+
+constexpr int kPlatform = 0;
+constexpr int kMajor = 1;
+
+VersionCondition anything()
+{
+    return {VersionCondition::Anything, {}};
+}
+
+VersionCondition samePlatform()
+{
+    return {VersionCondition::SamePlatform, {}};
+}
+
+VersionCondition majorAtLeast(int major)
+{
+    return {VersionCondition::MajorAtLeast, QStringLiteral("*-%1").arg(major)};
+}
+
+VersionCondition atMost(const char *limit)
+{
+    return {VersionCondition::AtMost, limit};
+}
+
+VersionCondition exactly(const char *limit)
+{
+    return {VersionCondition::Exactly, limit};
+}
+
+VersionCondition atLeast(const char *limit)
+{
+    return {VersionCondition::AtLeast, limit};
+}
+
+using Models = std::array<const char *, 3>;
+constexpr Models kAny{};
+constexpr Models kK40{"K40"};
+constexpr Models kH40{"H40"};
+constexpr Models kK30H30K40{"K30", "H30", "K40"};
+constexpr Models kW40{"W40"};
+constexpr Models k50{"?50"};
+
+constexpr const char *kMustBecome = "must first be updated to";
+constexpr const char *kMustStay = "must stay on";
+constexpr const char *kMayBecome = "may only be updated to";
+constexpr const char *kFreeToBecome = "may otherwise be updated to";
+
+constexpr auto kRefuses = SafeUpdateRule::Refuses;
+constexpr auto kDecides = SafeUpdateRule::Decides;
+
+/**
+ * The rules in their order; the first one that decides ends the evaluation. They are built on first
+ * use, so that they depend on no other static object.
+ */
+const auto &rules()
+{
+    // clang-format off
+    static const std::array<SafeUpdateRule, 11> s_rules{{
+        // identifier            platform  models      current version         effect    target
+        {"platform",             "",     kAny,       anything(),             kRefuses, kMustStay,     samePlatform()},
+        {"major",                "",     kAny,       majorAtLeast(4),        kRefuses, kMustStay,     majorAtLeast(4)},
+        {"r16-step",             "R16",  kAny,       atMost("R16-2.1.*"),    kDecides, kMustBecome,   exactly("R16-2.2.1.10")},
+        {"r16-return",           "R16",  kAny,       atLeast("R16-2.2.1.*"), kDecides, kMustStay,     atLeast("R16-2.2.1.*")},
+        {"k40-step",             "VN",   kK40,       exactly("VN-3.0.3.*"),  kDecides, kMustBecome,   atLeast("VN-3.0.6.29")},
+        {"h40-return",           "VN",   kH40,       atLeast("VN-3.0.8.*"),  kDecides, kMustStay,     atLeast("VN-3.0.8.*")},
+        {"k30-h30-k40-return",   "VN",   kK30H30K40, atLeast("VN-3.0.6.24"), kDecides, kMustStay,     atLeast("VN-3.0.6.*")},
+        // Kept on purpose: only a current version that holds wildcards, such as "VN-3.0.*", is at
+        // least VN-3.0.8.* without being at least VN-3.0.6.24.
+        {"k30-h30-k40-pattern",  "VN",   kK30H30K40, atLeast("VN-3.0.8.*"),  kDecides, kMustStay,     atLeast("VN-3.0.6.*")},
+        {"w40-minimum",          "VN",   kW40,       anything(),             kDecides, kMayBecome,    atLeast("VN-3.4.5.4")},
+        {"50-minimum",           "VN",   k50,        anything(),             kDecides, kMayBecome,    majorAtLeast(4)},
+        {"none",                 "",     kAny,       anything(),             kDecides, kFreeToBecome, anything()},
+    }};
+    // clang-format on
+    return s_rules;
+}
+
+/** Whether @p model begins with @p beginning, in which "?" stands for any character. */
+bool beginsWith(const QString &model, const char *beginning)
+{
+    for (const QChar unit : model) {
+        if (*beginning == '\0')
+            return true;
+        if (*beginning != '?' && unit != QLatin1Char(*beginning))
+            return false;
+        ++beginning;
+    }
+    return *beginning == '\0';
+}
+
+/** Whether @p models names a beginning of @p model, or none at all. */
+bool beginsWithOneOf(const QString &model, const Models &models)
+{
+    if (models.front() == nullptr)
+        return true;
+    return std::any_of(models.begin(), models.end(), [&](const char *beginning) {
+        return beginning != nullptr && beginsWith(model, beginning);
+    });
+}
+
+/** "K30, H30 and K40 cameras", or "Cameras" for any model. */
+QString camerasText(const Models &models)
+{
+    if (models.front() == nullptr)
+        return QStringLiteral("Cameras");
+    QString text = QLatin1String(models.front());
+    for (std::size_t i = 1; i < models.size() && models[i] != nullptr; ++i) {
+        const bool last = i + 1 == models.size() || models[i + 1] == nullptr;
+        text += QLatin1String(last ? " and " : ", ") + QLatin1String(models[i]);
+    }
+    return text + QLatin1String(" cameras");
+}
+
+} // namespace
+
+bool VersionCondition::holds(const VanteroSoftwareVersion &version,
+                             const VanteroSoftwareVersion &current) const
+{
+    switch (kind) {
+    case Anything:
+        return true;
+    case SamePlatform:
+        return version[kPlatform] == 0 || version[kPlatform] == current[kPlatform];
+    case MajorAtLeast:
+        return version[kMajor] >= limit[kMajor];
+    case AtMost:
+        return version <= limit;
+    case Exactly:
+        return version == limit;
+    case AtLeast:
+        return version >= limit;
+    }
+    return false;
+}
+
+QString VersionCondition::text() const
+{
+    switch (kind) {
+    case Anything:
+        return QStringLiteral("any version");
+    case SamePlatform:
+        return QStringLiteral("their platform");
+    case MajorAtLeast:
+        return QStringLiteral("major version %1 or later").arg(limit[kMajor]);
+    case AtMost:
+        return limit + QLatin1String(" or earlier");
+    case Exactly:
+        return limit;
+    case AtLeast:
+        return limit + QLatin1String(" or later");
+    }
+    return {};
+}
+
+bool SafeUpdateRule::concerns(const QString &model, const VanteroSoftwareVersion &version) const
+{
+    return (platform.name.isEmpty() || platform.code == version[kPlatform]) &&
+           beginsWithOneOf(model, models) && current.holds(version, version);
+}
+
+QString SafeUpdateRule::sentence() const
+{
+    QString text = camerasText(models);
+    if (current.kind != VersionCondition::Anything)
+        text += QLatin1String(" on ") + current.text();
+    else if (!platform.name.isEmpty())
+        text += QLatin1String(" on ") + platform.name;
+    return text + QLatin1Char(' ') + QLatin1String(demand) + QLatin1Char(' ') + target.text();
+}
+
+SafeUpdateDecision decideUpdate(const QString &model, const VanteroSoftwareVersion &current,
+                                const VanteroSoftwareVersion &target)
+{
+    const auto &all = rules();
+    for (const SafeUpdateRule &rule : all) {
+        if (!rule.concerns(model, current))
+            continue;
+        const bool safe = rule.target.holds(target, current);
+        if (!safe || rule.effect == SafeUpdateRule::Decides)
+            return {safe, rule};
+    }
+    return {true, all.back()};
+}
+
+} // namespace vn

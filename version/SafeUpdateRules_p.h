@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VN_VERSION_SAFEUPDATERULES_P_H
+#define VN_VERSION_SAFEUPDATERULES_P_H
+
+/** @file The rules that decide whether a camera may go from one version to another. */
+
+#include "version/VanteroSoftwareVersion.h"
+
+#include <QtCore/QString>
+
+#include <array>
+
+namespace vn {
+
+/** What a rule asks of a version: nothing, or how it stands to the limit. */
+struct VersionCondition
+{
+    enum Kind {
+        Anything,     ///< always holds
+        SamePlatform, ///< the platform is that of the current version, or not known (0)
+        MajorAtLeast, ///< the major number is at least that of the limit
+        AtMost,       ///< the version is less than the limit or covered by it
+        Exactly,      ///< the version is covered by the limit
+        AtLeast,      ///< the version is greater than the limit or covered by it
+    };
+
+    Kind kind;
+    VanteroSoftwareVersion limit;
+
+    bool holds(const VanteroSoftwareVersion &version, const VanteroSoftwareVersion &current) const;
+
+    /** The versions for which it holds, such as "VN-3.0.6.29 or later". */
+    QString text() const;
+};
+
+/** The platform that a rule is about, by its name in versions; an empty name means any. */
+struct UpdatePlatform
+{
+    UpdatePlatform(const char *platform)
+        : name(platform)
+        , code(VanteroSoftwareVersion(platform)[0])
+    {
+    }
+
+    QLatin1String name;
+    int code;
+};
+
+/** One rule: which cameras and current versions it concerns, and which targets it allows them. */
+struct SafeUpdateRule
+{
+    enum Effect {
+        Decides, ///< where it concerns a camera, it allows or refuses the target
+        Refuses, ///< it only refuses; a target that it allows goes on to the next rules
+    };
+
+    const char *identifier;
+
+    UpdatePlatform platform;            ///< that of current versions
+    std::array<const char *, 3> models; ///< beginnings, "?" is any character; none: any model
+    VersionCondition current;
+
+    Effect effect;
+    const char *demand; ///< what connects cameras and targets in the sentence
+    VersionCondition target;
+
+    bool concerns(const QString &model, const VanteroSoftwareVersion &version) const;
+
+    /** The rule in plain English, built from its own limits. */
+    QString sentence() const;
+};
+
+/** The outcome of an evaluation: the rule that decided, which lives as long as the library. */
+struct SafeUpdateDecision
+{
+    bool safe;
+    const SafeUpdateRule &rule;
+};
+
+/** Evaluates the rules in their order. Reports nothing: the last rule decides in any case. */
+SafeUpdateDecision decideUpdate(const QString &model, const VanteroSoftwareVersion &current,
+                                const VanteroSoftwareVersion &target);
+
+} // namespace vn
+
+#endif // VN_VERSION_SAFEUPDATERULES_P_H
