@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VN_ERDINFO_ERDINFOLAYOUT_H
+#define VN_ERDINFO_ERDINFOLAYOUT_H
+
+/**
+ * @file The layout of an erdinfo file, which describes one event recording.
+ *
+ * The file begins with one record of 488 bytes: a header record and a data record. Bytes behind it
+ * belong to nobody and stay as they are. All integers are little-endian, u is unsigned, i signed
+ * (two's complement); nothing is aligned or padded. Offsets count from 0.
+ *
+ * Header record, offsets from the start of the file:
+ *
+ * | OFFSET | SIZE | CONTENT                                                               |
+ * |--------|------|-----------------------------------------------------------------------|
+ * | 0      | 4    | magic, the ASCII bytes "EvtD"                                         |
+ * | 4      | 4    | u32 format code, 0x01080002                                           |
+ * | 8      | 4    | u32 size of the header record, 332                                    |
+ * | 12     | 4    | u32 size of the data record, 156                                      |
+ * | 16     | 4    | u32 flags: bits 0 to 7 a small field, bit 8 a flag, the rest reserved;|
+ * |        |      | written as 0                                                          |
+ * | 20     | 128  | first text                                                            |
+ * | 148    | 128  | reserved, 0                                                           |
+ * | 276    | 16   | second text                                                           |
+ * | 292    | 32   | third text                                                            |
+ * | 324    | 8    | reserved, 0                                                           |
+ *
+ * Data record, offsets from its start at 332:
+ *
+ * | OFFSET | SIZE | CONTENT                                                               |
+ * |--------|------|-----------------------------------------------------------------------|
+ * | 0      | 4    | i32 first number                                                      |
+ * | 4      | 4    | i32 second number                                                     |
+ * | 8      | 4    | u32 0                                                                 |
+ * | 12     | 64   | first block: first unsigned number, first time, first number          |
+ * | 76     | 64   | second block: second unsigned number, second time, second number      |
+ * | 140    | 16   | reserved, 0                                                           |
+ *
+ * Block, offsets from its start:
+ *
+ * | OFFSET | SIZE | CONTENT                                                               |
+ * |--------|------|-----------------------------------------------------------------------|
+ * | 0      | 4    | u32 1                                                                 |
+ * | 4      | 4    | u32 2                                                                 |
+ * | 8      | 4    | u32 unsigned number                                                   |
+ * | 12     | 4    | u32 whole seconds of the time, their low 32 bits                      |
+ * | 16     | 4    | u32 milliseconds within the second, 0 to 999                          |
+ * | 20     | 4    | i32 number, the same value as in the data record                      |
+ * | 24     | 2    | u16 1                                                                 |
+ * | 26     | 2    | u16 0                                                                 |
+ * | 28     | 36   | reserved, 0                                                           |
+ *
+ * A text of L characters in a field of W bytes is stored as UTF-32, but by a count of bytes: the
+ * first min(L, W) bytes of its code units, the rest of the field 0. So a field holds no more than
+ * the first quarter of a text, rounded up, whose last character may be cut, and a text that fills
+ * its field has no terminating 0.
+ */
+
+#include <QtCore/qglobal.h>
+
+namespace vn::ErdinfoLayout {
+
+// ---- Sizes, in bytes -------------------------------------------------------------------------
+
+constexpr int kHeaderSize = 332;
+constexpr int kDataSize = 156;
+constexpr int kRecordSize = kHeaderSize + kDataSize;
+constexpr int kBlockSize = 64;
+constexpr int kMagicSize = 4;
+constexpr int kText1Size = 128;
+constexpr int kText2Size = 16;
+constexpr int kText3Size = 32;
+
+// ---- Header record, offsets from the start of the file ---------------------------------------
+
+constexpr int kMagicOffset = 0;
+constexpr int kFormatOffset = 4;
+constexpr int kHeaderSizeOffset = 8;
+constexpr int kDataSizeOffset = 12;
+constexpr int kFlagsOffset = 16;
+constexpr int kText1Offset = 20;
+constexpr int kText2Offset = 276;
+constexpr int kText3Offset = 292;
+
+// ---- Data record, offsets from the start of the file -----------------------------------------
+
+constexpr int kDataOffset = kHeaderSize;
+constexpr int kId1Offset = kDataOffset + 0;
+constexpr int kId2Offset = kDataOffset + 4;
+constexpr int kBlock1Offset = kDataOffset + 12;
+constexpr int kBlock2Offset = kDataOffset + 76;
+
+// ---- Block, offsets from its start -----------------------------------------------------------
+
+constexpr int kBlockFirstCodeOffset = 0;
+constexpr int kBlockSecondCodeOffset = 4;
+constexpr int kBlockNumberOffset = 8;
+constexpr int kBlockSecondsOffset = 12;
+constexpr int kBlockMillisecondsOffset = 16;
+constexpr int kBlockIdOffset = 20;
+constexpr int kBlockThirdCodeOffset = 24;
+
+// ---- Constant values -------------------------------------------------------------------------
+
+constexpr char kMagic[kMagicSize] = {'E', 'v', 't', 'D'};
+constexpr quint32 kFormat = 0x01080002;
+constexpr quint32 kBlockFirstCode = 1;
+constexpr quint32 kBlockSecondCode = 2;
+constexpr quint16 kBlockThirdCode = 1;
+
+} // namespace vn::ErdinfoLayout
+
+#endif // VN_ERDINFO_ERDINFOLAYOUT_H
