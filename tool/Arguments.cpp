@@ -67,7 +67,8 @@ public:
     void addFlag(const char *name, const char *what, std::function<void(const Values &)> store)
     {
         parameters.push_back({QString::fromUtf8(name), QString(), QString::fromUtf8(what), false,
-                              false, false, app.add_flag(name), std::move(store)});
+                              false, false, app.add_flag(name)->disable_flag_override(),
+                              std::move(store)});
     }
 
     ToolError usageError(const QString &message) const
@@ -75,6 +76,22 @@ public:
         return ToolError(
             ExitCode::BadInput,
             QStringLiteral("%1: %2 (see vantero-formats %1 --help)").arg(command, message));
+    }
+
+    /** The error of an option that CLI11 calls mismatched: given too often, without its value, or
+     * with a value that it does not take. */
+    ToolError mismatch(const QString &message) const
+    {
+        for (const Parameter &parameter : parameters) {
+            const QString &name = parameter.name;
+            if (message.startsWith(name.mid(2) + QLatin1Char(' ')))
+                return usageError(QStringLiteral("%1 takes no value").arg(name));
+            if (message.startsWith(name + QLatin1Char(':')))
+                return usageError(parameter.option->count() > 1
+                                      ? QStringLiteral("%1 is given more than once").arg(name)
+                                      : QStringLiteral("%1 needs a value after it").arg(name));
+        }
+        return usageError(message);
     }
 
     QString command;
@@ -215,6 +232,15 @@ bool Arguments::parse(const QList<QByteArray> &arguments)
         d->app.parse(std::move(reversed));
     } catch (const CLI::CallForHelp &) {
         return false;
+    } catch (const CLI::ExtrasError &) {
+        throw d->usageError(QStringLiteral("unexpected argument \"%1\"")
+                                .arg(textFromArgument(fromStdString(d->app.remaining().front()))));
+    } catch (const CLI::RequiredError &e) {
+        // The message begins with the name of what is missing.
+        throw d->usageError(QString::fromUtf8(e.what()).section(QLatin1Char(' '), 0, 0) +
+                            QLatin1String(" is missing"));
+    } catch (const CLI::ArgumentMismatch &e) {
+        throw d->mismatch(QString::fromUtf8(e.what()));
     } catch (const CLI::ParseError &e) {
         throw d->usageError(textFromArgument(e.what()));
     }

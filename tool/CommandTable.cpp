@@ -10,14 +10,21 @@ namespace tool {
 // model), which ends with its factory; declare the factory here, add a row, and name the file in
 // CMakeLists.txt. Help, dispatch, completions and the manual's check follow from the row.
 
+std::unique_ptr<Command> makeConfigAdd();
+std::unique_ptr<Command> makeConfigDiff();
+std::unique_ptr<Command> makeConfigSet();
 std::unique_ptr<Command> makeConfigShow();
+std::unique_ptr<Command> makeConfigUnset();
 
 const std::vector<CommandEntry> &commandTable()
 {
     // clang-format off
     static const std::vector<CommandEntry> table = {
-        // group    name    summary                                      factory
         {"config", "show", "show the header and sections of a configuration", makeConfigShow},
+        {"config", "set", "set the newest value of a key", makeConfigSet},
+        {"config", "add", "add a value to those of a key", makeConfigAdd},
+        {"config", "unset", "remove a key with all its values", makeConfigUnset},
+        {"config", "diff", "compare two configurations by section and key", makeConfigDiff},
     };
     // clang-format on
     return table;

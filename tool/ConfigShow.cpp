@@ -2,12 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Command.h"
-#include "Input.h"
-#include "JpegComment.h"
-
-#include "base/Exceptions.h"
-#include "base/FileUtils.h"
-#include "config/VanteroConfigFile.h"
+#include "ConfigInput.h"
 
 #include <memory>
 #include <optional>
@@ -41,7 +36,7 @@ public:
 
     ExitCode run(Output &out) override
     {
-        load();
+        m_input = readConfig(m_file);
         if (m_key)
             showKey(out);
         else if (m_section)
@@ -52,24 +47,6 @@ public:
     }
 
 private:
-    void load()
-    {
-        const QByteArray bytes = readInput(m_file);
-        try {
-            if (isJpeg(bytes)) {
-                const QByteArray comment = jpegComment(bytes, m_file);
-                if (comment.isNull())
-                    throw nothingThere(QStringLiteral("the image has no comment"));
-                m_config.parseJpegComment(FileUtils::decodeText(comment));
-            } else {
-                m_hasVersions =
-                    m_config.parse(FileUtils::decodeText(bytes), QDateTime::currentDateTime());
-            }
-        } catch (const ExceptionQt &e) {
-            throw inputError(e, m_file);
-        }
-    }
-
     ToolError nothingThere(const QString &message) const
     {
         return ToolError(ExitCode::No, message).at(m_file);
@@ -77,9 +54,9 @@ private:
 
     QMultiMap<QString, QString> section() const
     {
-        if (!m_config.containsSection(*m_section))
+        if (!m_input.config.containsSection(*m_section))
             throw nothingThere(QStringLiteral("no section \"%1\"").arg(*m_section));
-        return m_config.section(*m_section);
+        return m_input.config.section(*m_section);
     }
 
     static Json entriesToJson(const QMultiMap<QString, QString> &section)
@@ -119,7 +96,7 @@ private:
 
     void showAll(Output &out) const
     {
-        QStringList names = m_config.allSectionKeys();
+        QStringList names = m_input.config.allSectionKeys();
         if (names.isEmpty())
             throw nothingThere(QStringLiteral("no configuration: neither header nor sections"));
         if (names.removeOne(VanteroConfigFile::HEAD_SECTION))
@@ -127,22 +104,22 @@ private:
         if (!out.json()) {
             for (const QString &name : qAsConst(names))
                 out.print((name == names.first() ? QString() : QStringLiteral("\n")) +
-                          m_config.toString(name));
+                          m_input.config.toString(name));
             return;
         }
         Json sections = Json::object();
         for (const QString &name : qAsConst(names))
-            sections.insert(name, entriesToJson(m_config.section(name)));
-        out.setResult(Json::object({{"file", m_file},
-                                    {"versionLines", m_hasVersions ? Json(*m_hasVersions) : Json()},
-                                    {"sections", sections}}));
+            sections.insert(name, entriesToJson(m_input.config.section(name)));
+        out.setResult(Json::object(
+            {{"file", m_file},
+             {"versionLines", m_input.hasVersionLines ? Json(*m_input.hasVersionLines) : Json()},
+             {"sections", sections}}));
     }
 
     QString m_file;
     std::optional<QString> m_section;
     std::optional<QString> m_key;
-    VanteroConfigFile m_config;
-    std::optional<bool> m_hasVersions; // of a configuration text; an image has no header
+    ConfigInput m_input;
 };
 
 } // namespace

@@ -8,6 +8,7 @@
 
 #include <QtCore/QList>
 
+#include <algorithm>
 #include <cerrno>
 #include <exception>
 #include <new>
@@ -139,43 +140,48 @@ bool answerGeneral(const QByteArray &word, Output &out)
     return true;
 }
 
+/** Takes the next word; --json may stand before it and is left out, as it counts wherever it is. */
+QByteArray takeWord(QList<QByteArray> &words)
+{
+    while (words.value(0) == "--json")
+        words.removeFirst();
+    return words.isEmpty() ? QByteArray() : words.takeFirst();
+}
+
 ExitCode dispatch(QList<QByteArray> words, Output &out)
 {
-    const bool jsonFirst = !words.isEmpty() && words.first() == "--json";
-    if (jsonFirst)
-        words.removeFirst();
-    if (words.isEmpty())
+    const QByteArray first = takeWord(words);
+    if (first.isNull())
         throw usageError(QStringLiteral("a command is missing"));
-    const QByteArray first = words.takeFirst();
     if (answerGeneral(first, out))
         return ExitCode::Done;
     if (first.startsWith('-'))
         throw usageError(QStringLiteral("unknown option %1").arg(textFromArgument(first)));
 
-    bool isGroup = false;
-    for (const CommandEntry &entry : commandTable()) {
-        const bool single = *entry.group == '\0';
-        isGroup = isGroup || (!single && first == entry.group);
-        if (single ? first != entry.name : first != entry.group || words.value(0) != entry.name)
-            continue;
-        if (!single)
-            words.removeFirst();
-        if (jsonFirst)
-            words.prepend("--json");
-        return runCommand(entry, words, out);
-    }
-    if (!isGroup)
-        throw usageError(QStringLiteral("unknown command \"%1\"").arg(textFromArgument(first)));
-    const QByteArray second = words.value(0);
+    const auto isOfGroup = [&first](const CommandEntry &entry) {
+        return *entry.group && first == entry.group;
+    };
+    const auto &table = commandTable();
+    const bool isGroup = std::any_of(table.begin(), table.end(), isOfGroup);
+    const QByteArray second = isGroup ? takeWord(words) : QByteArray();
     if (second == "--help" || second == "-h") {
         answer(out, "help", overview(first));
         return ExitCode::Done;
     }
-    if (second.isEmpty())
+    if (isGroup && second.isNull())
         throw usageError(
             QStringLiteral("\"%1\" needs a command after it").arg(textFromArgument(first)));
-    throw usageError(QStringLiteral("unknown command \"%1 %2\"")
-                         .arg(textFromArgument(first), textFromArgument(second)));
+
+    for (const CommandEntry &entry : table) {
+        if (isGroup ? !isOfGroup(entry) || second != entry.name
+                    : *entry.group || first != entry.name)
+            continue;
+        if (out.json() && !wantsJson(words)) // it stood before the name of the command
+            words.prepend("--json");
+        return runCommand(entry, words, out);
+    }
+    throw usageError(QStringLiteral("unknown command \"%1\"")
+                         .arg(textFromArgument(isGroup ? first + ' ' + second : first)));
 }
 
 ExitCode run(const QList<QByteArray> &words)

@@ -1,0 +1,317 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+// What holds for all commands: help, usage errors, exit codes, encodings of arguments.
+
+#include "support/Literals.h"
+#include "support/ToolRunner.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+const std::string kGate = VANTERO_EXAMPLE_DATA "/gate.cfg";
+
+std::string toStd(const QByteArray &bytes)
+{
+    return bytes.toStdString();
+}
+
+void writeFile(const std::string &path, const QByteArray &content)
+{
+    QFile file(QString::fromStdString(path));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(content), content.size());
+}
+
+QJsonObject errorOf(const ToolResult &result)
+{
+    return result.json().value("error"_q).toObject();
+}
+
+/** The commands there are, as the tool lists them. */
+std::vector<std::vector<std::string>> allCommands()
+{
+    std::vector<std::vector<std::string>> commands;
+    for (const QByteArray &line : runTool({"--list-commands"}).out.split('\n')) {
+        std::vector<std::string> words;
+        for (const QByteArray &word : line.split('\t').first().split(' '))
+            words.push_back(toStd(word));
+        if (!line.isEmpty())
+            commands.push_back(words);
+    }
+    return commands;
+}
+
+TEST(CommandLine, versionIsThatOfTheProject)
+{
+    expectRun(runTool({"--version"}), 0, "vantero-formats 1.0.0\n", "");
+    expectRun(runTool({"--version", "--json"}), 0, "{\n  \"version\": \"1.0.0\"\n}\n", "");
+    expectRun(runTool({"--json", "--version"}), 0, "{\n  \"version\": \"1.0.0\"\n}\n", "");
+}
+
+TEST(CommandLine, helpNamesEveryCommandAndTheExitCodes)
+{
+    const ToolResult result = runTool({"--help"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(runTool({"-h"}).out, result.out);
+    EXPECT_THAT(toStd(result.out), HasSubstr("Exit status:\n  0  done"));
+    ASSERT_FALSE(allCommands().empty());
+    for (const auto &words : allCommands()) {
+        std::string name = words[0];
+        if (words.size() > 1)
+            name += " " + words[1];
+        EXPECT_THAT(toStd(result.out), HasSubstr("\n  " + name + " "));
+    }
+}
+
+TEST(CommandLine, helpOfAGroupNamesOnlyItsCommands)
+{
+    const ToolResult result = runTool({"config", "--help"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(toStd(result.out), HasSubstr("\n  config show "));
+    EXPECT_THAT(toStd(result.out), testing::Not(HasSubstr("\n  version ")));
+    EXPECT_THAT(toStd(result.out), testing::Not(HasSubstr("\n  alarms ")));
+}
+
+TEST(CommandLine, everyCommandHasHelpThatFitsTheScreen)
+{
+    for (std::vector<std::string> words : allCommands()) {
+        words.push_back("--help");
+        const ToolResult result = runTool(words);
+        SCOPED_TRACE(words[0] + " " + words[1]);
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_EQ(result.err, "");
+        EXPECT_THAT(toStd(result.out), StartsWith("Usage: vantero-formats " + words[0]));
+        EXPECT_THAT(toStd(result.out), HasSubstr("\nOptions:\n"));
+        EXPECT_THAT(toStd(result.out), HasSubstr("\nExamples:\n"));
+        for (const QByteArray &line : result.out.split('\n')) {
+            if (line.startsWith("  vantero-formats ")) // an example is one line
+                continue;
+            EXPECT_LE(QString::fromUtf8(line).size(), 80) << line.constData();
+        }
+    }
+}
+
+TEST(CommandLine, helpWithJsonIsOneValueToo)
+{
+    const ToolResult result = runTool({"config", "show", "--help", "--json"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.json().value("help"_q).toString().toUtf8(),
+              runTool({"config", "show", "--help"}).out);
+}
+
+TEST(CommandLine, wrongUsageIsToldAndEndsWith2)
+{
+    struct Row
+    {
+        std::vector<std::string> arguments;
+        const char *message;
+    };
+    const Row rows[] = {
+        {{}, "a command is missing (see vantero-formats --help)"},
+        {{"frobnicate"}, "unknown command \"frobnicate\" (see vantero-formats --help)"},
+        {{""}, "unknown command \"\" (see vantero-formats --help)"},
+        {{"--frobnicate"}, "unknown option --frobnicate (see vantero-formats --help)"},
+        {{"config"}, "\"config\" needs a command after it (see vantero-formats --help)"},
+        {{"config", "frobnicate"},
+         "unknown command \"config frobnicate\" (see vantero-formats --help)"},
+        {{"config", "show"},
+         "config show: FILE is missing (see vantero-formats config show --help)"},
+        {{"config", "show", "a", "b"},
+         "config show: unexpected argument \"b\" (see vantero-formats config show --help)"},
+        {{"config", "show", "a", "--color"},
+         "config show: unexpected argument \"--color\" (see vantero-formats config show --help)"},
+        {{"config", "show", "a", "--key", "k"},
+         "config show: --key requires --section (see vantero-formats config show --help)"},
+        {{"config", "show", "a", "--section"},
+         "config show: --section needs a value after it (see vantero-formats config show --help)"},
+        {{"config", "show", "a", "--section", "b", "--section", "c"},
+         "config show: --section is given more than once (see vantero-formats config show --help)"},
+        {{"config", "set", "a", "b", "c", "d", "--dry-run=0"},
+         "config set: --dry-run takes no value (see vantero-formats config set --help)"},
+        {{"config", "set", "a", "b", "c", "d", "--dry-run", "--in-place"},
+         "config set: --in-place excludes --dry-run (see vantero-formats config set --help)"},
+    };
+    for (const Row &row : rows) {
+        const ToolResult plain = runTool(row.arguments);
+        EXPECT_EQ(plain.exitCode, 2);
+        EXPECT_EQ(plain.out, "");
+        EXPECT_EQ(plain.err, QByteArray("vantero-formats: ") + row.message + '\n');
+
+        std::vector<std::string> words = row.arguments;
+        words.push_back("--json");
+        if (row.arguments.empty() || QByteArray(row.message).contains("needs a value"))
+            continue; // --json is taken for something else
+        const ToolResult json = runTool(words);
+        EXPECT_EQ(json.exitCode, 2);
+        EXPECT_EQ(json.err, "");
+        EXPECT_EQ(errorOf(json).value("message"_q).toString().toUtf8(), QByteArray(row.message));
+        EXPECT_EQ(errorOf(json).value("exitCode"_q).toInt(), 2);
+        EXPECT_TRUE(errorOf(json).value("file"_q).isNull());
+    }
+}
+
+TEST(CommandLine, jsonMayStandBeforeTheCommand)
+{
+    EXPECT_EQ(runTool({"--json", "config", "show", kGate}).out,
+              runTool({"config", "show", kGate, "--json"}).out);
+    EXPECT_EQ(errorOf(runTool({"--json"})).value("message"_q).toString(),
+              "a command is missing (see vantero-formats --help)"_q);
+}
+
+TEST(CommandLine, aFullDiskIsExitCode3)
+{
+    for (const std::vector<std::string> &arguments : std::vector<std::vector<std::string>>{
+             {"--help"},
+             {"--version"},
+             {"config", "show", kGate},
+             {"config", "show", kGate, "--section", "text", "--key", "name"},
+             {"config", "diff", kGate, VANTERO_EXAMPLE_DATA "/dock.cfg"},
+             {"config", "set", kGate, "text", "name", "x", "--dry-run"}}) {
+        ToolCall call{arguments};
+        call.outputPath = "/dev/full";
+        expectRun(runTool(call), 3, "",
+                  "vantero-formats: standard output: No space left on device\n");
+    }
+    // With --json nothing can be told: standard output is where it would stand.
+    ToolCall call{{"config", "show", kGate, "--json"}};
+    call.outputPath = "/dev/full";
+    expectRun(runTool(call), 3, "", "");
+}
+
+TEST(CommandLine, aClosedStandardOutputIsExitCode3)
+{
+    ToolCall call{{"config", "show", kGate}};
+    call.closeOutput = true;
+    expectRun(runTool(call), 3, "", "vantero-formats: standard output: Bad file descriptor\n");
+}
+
+TEST(CommandLine, aReaderThatLeavesEndsTheToolInSilence)
+{
+    const QTemporaryDir folder;
+    QByteArray large = "#:1\n#:2\n\nSECTION s\n";
+    for (int i = 0; i < 100000; ++i)
+        large += "key" + QByteArray::number(i) + "=value\n";
+    large += "ENDSECTION s\n";
+    const std::string path = folder.filePath("large.cfg"_q).toStdString();
+    writeFile(path, large);
+    ToolCall call{{"-c", "\"$0\" config show \"$1\" | head -n 1; wait", VANTERO_TOOL, path}};
+    call.program = "/bin/sh";
+    expectRun(runTool(call), 0, "SECTION head\n", "");
+}
+
+TEST(CommandLine, textArgumentsAreUtf8InAnyLocale)
+{
+    for (const char *locale : {"C", "C.UTF-8", "POSIX", "xx_XX"}) {
+        ToolCall call{{"config", "show", kGate, "--section", "Süd Ω"}};
+        call.environment = {{"LC_ALL", locale}};
+        expectRun(runTool(call), 1, "",
+                  QByteArray("vantero-formats: ") + kGate.c_str() + ": no section \"Süd Ω\"\n");
+    }
+}
+
+TEST(CommandLine, textArgumentsThatAreNotUtf8AreLatin1)
+{
+    expectRun(runTool({"config", "show", kGate, "--section",
+                       "S\xFC"
+                       "d"}),
+              1, "", QByteArray("vantero-formats: ") + kGate.c_str() + ": no section \"Süd\"\n");
+    // Overlong forms, surrogates and numbers beyond the last character are no UTF-8.
+    for (const char *bytes : {"\xC0\x80", "\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80",
+                              "\xF0\x80\x80\x80", "\xE2\x82", "\x80", "\xFF"}) {
+        const ToolResult result = runTool({"config", "show", kGate, "--section", bytes});
+        EXPECT_EQ(result.err, QByteArray("vantero-formats: ") + kGate.c_str() + ": no section \"" +
+                                  QString::fromLatin1(bytes).toUtf8() + "\"\n");
+    }
+}
+
+TEST(CommandLine, fileNamesKeepEveryByteInAnyLocale)
+{
+    const QTemporaryDir folder;
+    const std::string base = folder.path().toStdString();
+    QFile gate(QString::fromStdString(kGate));
+    ASSERT_TRUE(gate.open(QIODevice::ReadOnly));
+    const QByteArray content = gate.readAll();
+    for (const std::string name :
+         {"\xFC.cfg",
+          "s\xC3\xBC"
+          "d.cfg",
+          "\xF0\x9F\x93\xB7.cfg", "\xE2\x82.cfg", "two words.cfg", "line\nbreak.cfg", "[2].cfg"}) {
+        const std::string path = base + "/" + name;
+        QFile file;
+        const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT, 0644);
+        ASSERT_GE(descriptor, 0);
+        ASSERT_TRUE(file.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle));
+        file.write(content);
+        file.close();
+        for (const char *locale : {"C", "C.UTF-8"}) {
+            ToolCall call{{"config", "show", path, "--section", "text", "--key", "name"}};
+            call.environment = {{"LC_ALL", locale}};
+            expectRun(runTool(call), 0, "South gate\n", "");
+            call.arguments.back() = "missing";
+            expectRun(runTool(call), 1, "",
+                      QByteArray("vantero-formats: ") + path.c_str() +
+                          ": no key \"missing\" in section \"text\"\n");
+        }
+        EXPECT_EQ(::unlink(path.c_str()), 0); // QTemporaryDir does not find each of the names
+    }
+}
+
+TEST(CommandLine, jsonEscapesBytesOfANameThatAreNoText)
+{
+    const ToolResult result = runTool({"config", "show", "\xFC.cfg", "--json"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_THAT(toStd(result.out), HasSubstr("\"file\": \"\\udcfc.cfg\""));
+}
+
+TEST(CommandLine, whatLooksLikeAnOptionIsAnArgumentAfterTwoDashes)
+{
+    expectRun(runTool({"config", "show", "--", "--json"}), 2, "",
+              "vantero-formats: --json: No such file or directory\n");
+}
+
+TEST(CommandLine, namesOfCommandsMayBeArguments)
+{
+    const QTemporaryDir folder;
+    ToolCall call{{"config", "show", "config", "--section", "show"}};
+    call.folder = folder.path().toStdString();
+    expectRun(runTool(call), 2, "", "vantero-formats: config: No such file or directory\n");
+}
+
+TEST(CommandLine, bracketsAndBracesInArgumentsMeanThemselves)
+{
+    for (const std::string name : {"[a,b]", "{}", "[]", "%%", "a,b"})
+        expectRun(runTool({"config", "show", kGate, "--section", name}), 1, "",
+                  QByteArray("vantero-formats: ") + kGate.c_str() + ": no section \"" +
+                      name.c_str() + "\"\n");
+}
+
+TEST(CommandLine, aFolderAsInputIsToldSo)
+{
+    expectRun(runTool({"config", "show", VANTERO_EXAMPLE_DATA}), 2, "",
+              "vantero-formats: " VANTERO_EXAMPLE_DATA ": file to open is a directory\n");
+}
+
+TEST(CommandLine, anInputThatFailsWhileItIsReadIsTold)
+{
+    // Opens, and fails at the first byte, even for root.
+    expectRun(runTool({"config", "show", "/proc/self/mem"}), 2, "",
+              "vantero-formats: /proc/self/mem: Input/output error\n");
+}
+
+TEST(CommandLine, anEndlessInputIsRefused)
+{
+    const ToolResult result = runTool({"config", "show", "/dev/zero"});
+    expectRun(result, 2, "", "vantero-formats: /dev/zero: larger than 512 MiB\n");
+}
+
+} // namespace

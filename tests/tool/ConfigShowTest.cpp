@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+// What the case files of this folder cannot say: JSON as a value, images made for the test.
+
+#include "support/Literals.h"
+#include "support/ToolRunner.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QTemporaryDir>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+QByteArray exampleImage()
+{
+    QFile file(QStringLiteral(VANTERO_EXAMPLE_DATA "/gate.jpg"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
+QByteArray commentSegment(const QByteArray &content)
+{
+    const int length = content.size() + 2;
+    return "\xFF\xFE" + QByteArray(1, static_cast<char>(length >> 8)) +
+           QByteArray(1, static_cast<char>(length & 0xFF)) + content;
+}
+
+/** The example image with these comments instead of its own. */
+QByteArray imageWith(const QList<QByteArray> &comments)
+{
+    QByteArray image = exampleImage();
+    for (int at = image.indexOf("\xFF\xFE"); at >= 0; at = image.indexOf("\xFF\xFE")) {
+        const auto *length = reinterpret_cast<const unsigned char *>(image.constData()) + at + 2;
+        image.remove(at, 2 + length[0] * 256 + length[1]);
+    }
+    QByteArray segments;
+    for (const QByteArray &comment : comments)
+        segments += commentSegment(comment);
+    return image.insert(2, segments);
+}
+
+TEST(ConfigShow, jsonHoldsEverySectionWithItsValuesInOrder)
+{
+    const ToolResult result =
+        runTool({"config", "show", VANTERO_EXAMPLE_DATA "/gate.cfg", "--json"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    const QJsonObject value = result.json();
+    EXPECT_EQ(value.keys(), QStringList({"file"_q, "sections"_q, "versionLines"_q}));
+    EXPECT_EQ(value.value("file"_q).toString(), QStringLiteral(VANTERO_EXAMPLE_DATA "/gate.cfg"));
+    EXPECT_EQ(value.value("versionLines"_q), QJsonValue(true));
+    const QJsonObject sections = value.value("sections"_q).toObject();
+    EXPECT_EQ(sections.keys(), QStringList({"audio"_q, "ethernet"_q, "eventdlite"_q, "head"_q,
+                                            "image"_q, "messaging"_q, "text"_q, "timetables"_q}));
+    EXPECT_EQ(sections.value("ethernet"_q).toObject().value("DNS"_q),
+              QJsonArray({"10.14.0.3"_q, "10.14.0.2"_q}));
+    EXPECT_EQ(sections.value("text"_q).toObject().value("show_name"_q),
+              QJsonArray({QJsonValue::Null}));
+    EXPECT_EQ(sections.value("head"_q).toObject().value("Factory IP"_q),
+              QJsonArray({"10.14.7.21"_q}));
+}
+
+TEST(ConfigShow, jsonOfASectionHoldsItsEntries)
+{
+    const QJsonObject value = runTool({"config", "show", VANTERO_EXAMPLE_DATA "/entrance.cfg",
+                                       "--section", "text", "--json"})
+                                  .json();
+    EXPECT_EQ(value.value("section"_q).toString(), "text"_q);
+    EXPECT_EQ(value.value("entries"_q).toObject().value("location"_q),
+              QJsonArray({"Größe 4×3 m, 21 °C"_q}));
+}
+
+TEST(ConfigShow, aTextWithoutVersionLinesStillShowsItsSections)
+{
+    const QByteArray text = "no version\nlines\n\nSECTION s\nk=v\nENDSECTION s\n";
+    expectRun(runTool({"config", "show", "-"}, text), 0, "SECTION s\nk=v\nENDSECTION s\n", "");
+    EXPECT_EQ(runTool({"config", "show", "-", "--json"}, text).json().value("versionLines"_q),
+              QJsonValue(false));
+}
+
+TEST(ConfigShow, imageHasNoVersionLinesInJson)
+{
+    EXPECT_TRUE(runTool({"config", "show", VANTERO_EXAMPLE_DATA "/gate.jpg", "--json"})
+                    .json()
+                    .value("versionLines"_q)
+                    .isNull());
+}
+
+TEST(ConfigShow, imageCommentsAreJoinedWhereverTheyAreParted)
+{
+    const QByteArray comment = "SECTION a\nk=v\nENDSECTION a\n";
+    for (int cut = 0; cut <= comment.size(); ++cut)
+        expectRun(
+            runTool({"config", "show", "-"}, imageWith({comment.left(cut), comment.mid(cut)})), 0,
+            comment, "");
+}
+
+TEST(ConfigShow, imageCommentOfTheLargestSegmentIsReadWhole)
+{
+    const QByteArray head = "SECTION a\nk=";
+    const QByteArray tail = "\nENDSECTION a\n";
+    const QByteArray value(65533 - head.size() - tail.size(), 'x');
+    expectRun(runTool({"config", "show", "-"}, imageWith({head + value + tail})), 0,
+              head + value + tail, "");
+}
+
+TEST(ConfigShow, imageCommentMayBeLatin1)
+{
+    expectRun(runTool({"config", "show", "-"}, imageWith({"SECTION a\nk=S\xFC"
+                                                          "d\nENDSECTION a\n"})),
+              0, "SECTION a\nk=Süd\nENDSECTION a\n", "");
+}
+
+TEST(ConfigShow, imageWithoutACommentHasNothingToShow)
+{
+    expectRun(runTool({"config", "show", "-"}, imageWith({})), 1, "",
+              "vantero-formats: -: the image has no comment\n");
+}
+
+TEST(ConfigShow, imageWithoutSectionsInItsCommentHasNothingToShow)
+{
+    expectRun(runTool({"config", "show", "-"}, imageWith({"Made by hand"})), 1, "",
+              "vantero-formats: -: no configuration: neither header nor sections\n");
+}
+
+TEST(ConfigShow, imageWithAMalformedCommentIsBadInput)
+{
+    expectRun(runTool({"config", "show", "-"}, imageWith({"SECTION a\nENDSECTION b\n"})), 2, "",
+              "vantero-formats: -: image comment: ENDSECTION b does not match SECTION\n");
+}
+
+TEST(ConfigShow, imageDataAreNotLookedAt)
+{
+    const QByteArray image = imageWith({"SECTION a\nk=v\nENDSECTION a\n"});
+    const int scan = image.indexOf("\xFF\xDA") + 10; // after the segment that opens the data
+    expectRun(runTool({"config", "show", "-"}, image.left(scan)), 0,
+              "SECTION a\nk=v\nENDSECTION a\n", "");
+}
+
+TEST(ConfigShow, damagedImageIsBadInputWhereverItIsCut)
+{
+    const QByteArray image = exampleImage();
+    const int scan = image.indexOf("\xFF\xDA");
+    for (int size = 3; size < scan; size += 7) {
+        const ToolResult result = runTool({"config", "show", "-"}, image.left(size));
+        EXPECT_EQ(result.exitCode, 2) << size;
+        EXPECT_EQ(result.out, "");
+        EXPECT_TRUE(result.err.startsWith("vantero-formats: -: damaged JPEG image: "))
+            << result.err.constData();
+    }
+}
+
+TEST(ConfigShow, archiveIsRefusedWithAHint)
+{
+    expectRun(runTool({"config", "show", VANTERO_EXAMPLE_DATA "/cameras.zip"}), 2, "",
+              "vantero-formats: " VANTERO_EXAMPLE_DATA
+              "/cameras.zip: a zip archive; \"config collect\" reads its configurations\n");
+}
+
+} // namespace
