@@ -50,7 +50,7 @@ bool readHeader(Lines &lines, Sink &&sink)
 {
     constexpr char16_t versionMark[] = u"#:";
     constexpr char16_t addressMark[] = u"# Camera IP: ";
-    constexpr QLatin1String titleMark("Configuration of");
+    const QLatin1String titleMark("Configuration of");
 
     bool complete = true;
     QStringView line;
