@@ -20,6 +20,10 @@ namespace {
 constexpr int kScreenWidth = 80;
 constexpr int kHelpColumn = 26; // where the meaning of an argument begins
 
+// CLI11 takes a positional argument in brackets for a list. This, which no argument can hold, goes
+// behind one that begins so.
+constexpr char kGuard = '\0';
+
 QByteArray fromStdString(const std::string &text)
 {
     return QByteArray(text.data(), int(text.size()));
@@ -48,7 +52,7 @@ public:
              std::function<void(const Values &)> store)
     {
         const bool positional = name[0] != '-';
-        // The values are taken as they came, past the rules that CLI11 has for brackets and braces.
+        // The values are taken as they came, not as CLI11 would convert them.
         CLI::Option *option =
             app.add_option(name, CLI::callback_t([](const Values &) { return true; }));
         option->type_size(1)->required(positional);
@@ -58,7 +62,7 @@ public:
             option->expected(1);
         if (repeated)
             option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-        option->allow_extra_args(false);
+        option->allow_extra_args(repeated && positional);
         parameters.push_back({QString::fromUtf8(name), QString::fromUtf8(value),
                               QString::fromUtf8(what), positional, repeated, positional, option,
                               std::move(store)});
@@ -69,6 +73,14 @@ public:
         parameters.push_back({QString::fromUtf8(name), QString(), QString::fromUtf8(what), false,
                               false, false, app.add_flag(name)->disable_flag_override(),
                               std::move(store)});
+    }
+
+    static Values withoutGuards(Values values)
+    {
+        for (std::string &value : values)
+            if (!value.empty() && value.back() == kGuard)
+                value.pop_back();
+        return values;
     }
 
     ToolError usageError(const QString &message) const
@@ -226,15 +238,18 @@ bool Arguments::parse(const QList<QByteArray> &arguments)
 {
     d->app.set_help_flag("-h,--help");
     std::vector<std::string> reversed; // as CLI11 takes them
-    for (auto it = arguments.crbegin(); it != arguments.crend(); ++it)
+    for (auto it = arguments.crbegin(); it != arguments.crend(); ++it) {
         reversed.emplace_back(it->constData(), std::size_t(it->size()));
+        if (it->startsWith('['))
+            reversed.back() += kGuard;
+    }
     try {
         d->app.parse(std::move(reversed));
     } catch (const CLI::CallForHelp &) {
         return false;
     } catch (const CLI::ExtrasError &) {
         throw d->usageError(QStringLiteral("unexpected argument \"%1\"")
-                                .arg(textFromArgument(fromStdString(d->app.remaining().front()))));
+                                .arg(textFromArgument(d->app.remaining().front().c_str())));
     } catch (const CLI::RequiredError &e) {
         // The message begins with the name of what is missing.
         throw d->usageError(QString::fromUtf8(e.what()).section(QLatin1Char(' '), 0, 0) +
@@ -246,7 +261,7 @@ bool Arguments::parse(const QList<QByteArray> &arguments)
     }
     for (const Private::Parameter &parameter : d->parameters)
         if (parameter.option->count() > 0)
-            parameter.store(parameter.option->results());
+            parameter.store(Private::withoutGuards(parameter.option->results()));
     return true;
 }
 

@@ -12,8 +12,11 @@ namespace tool {
 
 std::unique_ptr<Command> makeConfigAdd();
 std::unique_ptr<Command> makeConfigDiff();
+std::unique_ptr<Command> makeConfigMerge();
+std::unique_ptr<Command> makeConfigRemove();
 std::unique_ptr<Command> makeConfigSet();
 std::unique_ptr<Command> makeConfigShow();
+std::unique_ptr<Command> makeConfigSplice();
 std::unique_ptr<Command> makeConfigUnset();
 
 const std::vector<CommandEntry> &commandTable()
@@ -24,6 +27,9 @@ const std::vector<CommandEntry> &commandTable()
         {"config", "set", "set the newest value of a key", makeConfigSet},
         {"config", "add", "add a value to those of a key", makeConfigAdd},
         {"config", "unset", "remove a key with all its values", makeConfigUnset},
+        {"config", "remove", "remove sections, comments and empty lines", makeConfigRemove},
+        {"config", "splice", "take a section over from another configuration", makeConfigSplice},
+        {"config", "merge", "keep entries of the configuration that is replaced", makeConfigMerge},
         {"config", "diff", "compare two configurations by section and key", makeConfigDiff},
     };
     // clang-format on
