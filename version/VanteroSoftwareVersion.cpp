@@ -6,6 +6,8 @@
 #include "version/SafeUpdateRules_p.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <limits>
 
 namespace vn {
@@ -16,14 +18,23 @@ constexpr int kPlatform = 0;
 constexpr int kMajor = 1;
 constexpr int kPreRelease = 5;
 
+/** For each ASCII character whether it separates parts. */
+constexpr auto kAsciiSeparators = [] {
+    std::array<bool, 0x80> separates{};
+    for (std::size_t code = 0; code < separates.size(); ++code) {
+        const std::size_t letter = code | 0x20;
+        separates[code] = !((code >= '0' && code <= '9') || (letter >= 'a' && letter <= 'z'));
+    }
+    separates['*'] = false; // a wildcard is a part
+    return separates;
+}();
+
 /** Whether a code unit separates parts: one that splitVersion matches, "*" excepted. */
 bool isSeparator(QChar unit)
 {
-    const ushort code = unit.unicode();
-    if (code < 0x80) {
-        const auto letter = static_cast<ushort>(code | 0x20);
-        return !((code >= '0' && code <= '9') || (letter >= 'a' && letter <= 'z') || code == '*');
-    }
+    const std::size_t code = unit.unicode();
+    if (code < kAsciiSeparators.size())
+        return kAsciiSeparators[code];
     return !unit.isLetterOrNumber() && !unit.isMark();
 }
 
