@@ -9,6 +9,8 @@
 #include "base/ZipReader.h"
 #include "base/ZipWriter.h"
 #include "config/VanteroConfigFile.h"
+#include "erdinfo/VanteroErdinfoFile.h"
+#include "version/VanteroSoftwareVersion.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDateTime>
@@ -56,6 +58,44 @@ void useConfiguration(Kept &kept)
     }
 }
 
+void useVersions(Kept &kept)
+{
+    const char *const models[] = {"K40D", "K30", "H40", "W40", "M1", "50"};
+    const char *const versions[] = {"R4-1.0.1",   "R16-2.1.3",   "R16-2.2.1.11", "VN-3.0.3.7",
+                                    "VN-3.0.*",   "VN-3.0.6.24", "VN-3.0.6.29",  "VN-3.0.8.4",
+                                    "VN-3.4.5.4", "VN-4.0.0.1",  "none"};
+    for (const char *model : models) {
+        for (const char *from : versions) {
+            for (const char *to : versions) {
+                const vn::VanteroSoftwareVersion current(QString::fromLatin1(from));
+                const vn::SafeUpdateVerdict verdict =
+                    current.checkUpdate(QString::fromLatin1(model), to);
+                kept.texts << verdict.rule << verdict.sentence;
+                if (!kept.everyText)
+                    break;
+            }
+        }
+    }
+    kept.texts << vn::VanteroSoftwareVersion("VN-3.0.8.*")
+               << vn::VanteroSoftwareVersion::splitVersion.pattern()
+               << vn::VanteroSoftwareVersion::fromFwp(QByteArray("# Version: VN-3.0.6.29\n"))
+               << vn::VanteroSoftwareVersion::applicationVersion(
+                      QString::fromLatin1("4.1.1.5"), QString::fromLatin1("1200:1234"), 1)
+               << vn::VanteroSoftwareVersion::applicationVersion(QString(), QString(), 0);
+    // Qt keeps what was searched for: such a text must not lie in the library.
+    kept.patterns << vn::VanteroSoftwareVersion::splitVersion;
+    kept.texts << QString::fromLatin1("a-b").split(vn::VanteroSoftwareVersion::splitVersion);
+}
+
+void useErdinfo()
+{
+    const QTemporaryDir folder;
+    vn::VanteroErdinfoFile info(folder.filePath(QStringLiteral("17.erdinfo")).toStdWString());
+    info.setData(7, -1, 25, 25, 1, 2, L"entrance", L"K40D", L"motion");
+    if (!info.save())
+        qFatal("the erdinfo file was not written");
+}
+
 // An archive with an encrypted entry: what the archive libraries keep for themselves shows, too.
 void useArchives(Kept &kept)
 {
@@ -98,4 +138,6 @@ extern "C" Q_DECL_EXPORT void use(Kept &kept)
     useExceptions(kept);
     useArchives(kept);
     useConfiguration(kept);
+    useVersions(kept);
+    useErdinfo();
 }

@@ -8,6 +8,7 @@
 
 #include <QtCore/QList>
 #include <QtCore/QMap>
+#include <QtCore/QRegExp>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtCore/QVariant>
@@ -15,9 +16,12 @@
 /** Values of Qt's classes that came from the library and outlive it. */
 struct Kept
 {
+    /** Whether to visit every text that the library can hand out, which takes longer. */
+    bool everyText = false;
     QStringList texts;
     QList<QMultiMap<QString, QString>> sections;
     QVariantList variants;
+    QList<QRegExp> patterns;
 };
 
 /** The plugin's function "use": uses every part of the library once and hands out copies. */
