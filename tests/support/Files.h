@@ -9,10 +9,12 @@
 #include "support/Literals.h"
 #include "support/QtPrinters.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
+#include <QtCore/QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -46,5 +48,35 @@ inline void runProgram(const QString &program, const QStringList &arguments, con
     ASSERT_EQ(process.exitCode(), 0)
         << qPrintable(program) << ": " << process.readAll().constData();
 }
+
+/** A test with a folder of its own that goes with it. */
+class FolderTest : public testing::Test
+{
+protected:
+    void SetUp() override { ASSERT_TRUE(m_folder.isValid()); }
+
+    /** The path of @p name in the folder. */
+    QString path(const QString &name) const { return m_folder.filePath(name); }
+
+    /** The path of a new file in the folder with this content. */
+    QString fileWith(const QByteArray &content, const QString &name = QStringLiteral("file")) const
+    {
+        writeFile(path(name), content);
+        return path(name);
+    }
+
+    QDir dir() const { return QDir(m_folder.path()); }
+
+    /** The names of all that is in the folder, sorted; hidden files and links to nothing included.
+     */
+    QStringList names() const
+    {
+        return dir().entryList(
+            QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
 
 #endif // VN_TESTS_SUPPORT_FILES_H
