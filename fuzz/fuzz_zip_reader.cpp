@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+// An archive of any bytes: every entry gives its content or an error, the same forwards, backwards
+// and by parseAll(), and never more than the limits allow.
+
+#include "Support.h"
+
+#include "base/Exceptions.h"
+#include "base/FileUtils.h"
+#include "base/ZipReader.h"
+#include "config/VanteroConfigFile.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+using vn::FileUtils;
+using vn::IOException;
+using vn::ZipReader;
+
+namespace {
+
+constexpr qint64 kEntryLimit = 256 * 1024;
+constexpr qint64 kArchiveLimit = 1024 * 1024;
+constexpr int kCountLimit = 200;
+
+/** The input as a file with a name. */
+QString fileOf(const QByteArray &bytes)
+{
+    static const int descriptor = ::memfd_create("archive", 0);
+    FUZZ_CHECK(descriptor >= 0 && ::ftruncate(descriptor, 0) == 0);
+    FUZZ_CHECK(::pwrite(descriptor, bytes.constData(), std::size_t(bytes.size()), 0) ==
+               bytes.size());
+    return QStringLiteral("/proc/self/fd/%1").arg(descriptor);
+}
+
+bool open(ZipReader &reader)
+{
+    reader.setEntrySizeLimit(kEntryLimit);
+    reader.setArchiveSizeLimit(kArchiveLimit);
+    reader.setEntryCountLimit(kCountLimit);
+    reader.setRatioLimit(100);
+    return reader.open(QIODevice::ReadOnly);
+}
+
+/** The content of the entry, or a null array where it gives an error. */
+QByteArray contentOf(ZipReader &reader, const QString &name)
+{
+    FUZZ_CHECK(reader.openFile(name));
+    QByteArray content;
+    char buffer[4096];
+    for (;;) {
+        const qint64 count = reader.read(buffer, sizeof buffer);
+        if (count < 0) {
+            FUZZ_CHECK(content.isEmpty()); // nothing is handed on before all has been checked
+            FUZZ_CHECK(reader.errorString().contains(name));
+            return QByteArray();
+        }
+        if (count == 0)
+            break;
+        content.append(buffer, static_cast<int>(count));
+        FUZZ_CHECK(content.size() <= kEntryLimit);
+    }
+    FUZZ_CHECK(reader.atEnd());
+    return content.isNull() ? QByteArray("") : content;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    Input input(data, size);
+    const QByteArray password = input.piece();
+    const QString path = fileOf(input.rest());
+
+    ZipReader reader(path, password);
+    if (!open(reader)) {
+        FUZZ_CHECK(!reader.errorString().isEmpty());
+        FUZZ_CHECK(!reader.isOpen());
+        return 0;
+    }
+    const QStringList names = reader.fileListBySuffix(QString());
+    FUZZ_CHECK(names.size() <= kCountLimit);
+    QList<QByteArray> contents;
+    qint64 total = 0;
+    for (const QString &name : names) {
+        contents += contentOf(reader, name);
+        total += contents.last().size();
+    }
+    FUZZ_CHECK(total <= kArchiveLimit);
+    FUZZ_CHECK(!reader.openFile(QStringLiteral("no such entry/")));
+    char byte = 0;
+    FUZZ_CHECK(reader.read(&byte, 1) == -1);
+
+    // The limit of the archive counts in the order of reading; names that repeat change places.
+    QStringList unique = names;
+    const bool isPlain = unique.removeDuplicates() == 0 && total < kArchiveLimit / 2;
+    if (isPlain) {
+        ZipReader backwards(path, password);
+        FUZZ_CHECK(open(backwards));
+        for (int i = names.size(); i-- > 0;) {
+            const QByteArray content = contentOf(backwards, names.at(i));
+            FUZZ_CHECK(content == contents.at(i) && content.isNull() == contents.at(i).isNull());
+        }
+    }
+
+    ZipReader all(path, password);
+    FUZZ_CHECK(open(all));
+    const QStringList configNames = all.fileListBySuffix(QStringLiteral("cfg"));
+    QMap<QString, QString> configurations;
+    try {
+        FUZZ_CHECK(vn::VanteroConfigFile::parseAll(all, configurations) == configNames.size());
+        FUZZ_CHECK(configurations.size() == configNames.size());
+    } catch (const IOException &e) {
+        FUZZ_CHECK(!e.message().isEmpty());
+        FUZZ_CHECK(configurations.size() < configNames.size());
+    }
+    return 0;
+}
