@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace vn {
@@ -62,6 +63,7 @@ std::vector<Preserved> explain(const std::vector<const Preset *> &presets,
                                const VanteroConfigFile &config, const VanteroConfigFile &previous)
 {
     std::vector<Preserved> result;
+    std::set<QString> takenOver; // two presets may take over the same section
     for (const Preset *preset : presets) {
         const VanteroConfigMap keys = keysOf(*preset, config);
         for (const QString &section : keys.allSectionKeys()) {
@@ -76,9 +78,11 @@ std::vector<Preserved> explain(const std::vector<const Preset *> &presets,
         (config.*preset->preserve)(previous, merged);
         for (const QString &section : merged.allSectionKeys())
             if (!config.containsSection(section))
-                result.push_back({section, QString(), Preserved::Outcome::SectionTakenOver,
-                                  QString(), QString()});
+                takenOver.insert(section);
     }
+    for (const QString &section : takenOver)
+        result.push_back(
+            {section, QString(), Preserved::Outcome::SectionTakenOver, QString(), QString()});
     return result;
 }
 

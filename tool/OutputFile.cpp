@@ -127,16 +127,37 @@ private:
     bool m_exists;
 };
 
-/** The file that @p path leads to through all symbolic links; it need not be there. */
-QByteArray resolveLinks(const QString &path)
+/** The number of the open file that the kernel's link @p path stands for, as /dev/stdout leads to
+ * one; -1 for any other path. */
+int openFileNumber(const QByteArray &path)
+{
+    for (const char *folder : {"/proc/self/fd/", "/dev/fd/"}) {
+        bool ok = false;
+        const int number = path.mid(int(std::strlen(folder))).toInt(&ok);
+        if (path.startsWith(folder) && ok)
+            return number;
+    }
+    return -1;
+}
+
+/** Where a path leads to through all symbolic links. */
+struct Target
+{
+    QByteArray path; // need not be there
+    int openFile;    // its number where the path is just another name for it, or -1
+};
+
+Target resolveLinks(const QString &path)
 {
     QByteArray current = QFile::encodeName(path);
     constexpr int kMostLinks = 40; // as the kernel has it
     for (int i = 0; i < kMostLinks; ++i) {
         char target[PATH_MAX];
         const ssize_t length = ::readlink(current.constData(), target, sizeof target);
+        if (openFileNumber(current) >= 0)
+            return {current, openFileNumber(current)};
         if (length < 0)
-            return current; // no link
+            return {current, -1}; // no link
         QByteArray next(target, int(length));
         const int slash = current.lastIndexOf('/');
         if (!next.startsWith('/') && slash >= 0)
@@ -173,9 +194,9 @@ bool takeOver(const Descriptor &file, const struct stat &old)
     return ::fchmod(file.number(), mode) == 0;
 }
 
-void writeThrough(const QString &path, const QByteArray &target, const QByteArray &content)
+void writeThrough(const QString &path, int number, const QByteArray &content)
 {
-    Descriptor file(::open(target.constData(), O_WRONLY | O_CLOEXEC));
+    Descriptor file(number);
     if (file.number() < 0 || !file.write(content) || !file.close())
         fail(path);
 }
@@ -184,7 +205,7 @@ void writeThrough(const QString &path, const QByteArray &target, const QByteArra
 
 void writeFileAtomically(const QString &path, const QByteArray &content)
 {
-    const QByteArray target = resolveLinks(path);
+    const auto [target, openFile] = resolveLinks(path);
     struct stat old = {};
     const bool exists = ::stat(target.constData(), &old) == 0;
     if (!exists && errno != ENOENT)
@@ -193,8 +214,12 @@ void writeFileAtomically(const QString &path, const QByteArray &content)
         errno = EISDIR;
         fail(path);
     }
+    if (openFile >= 0) {
+        writeThrough(path, ::dup(openFile), content);
+        return;
+    }
     if (exists && !S_ISREG(old.st_mode)) {
-        writeThrough(path, target, content);
+        writeThrough(path, ::open(target.constData(), O_WRONLY | O_CLOEXEC), content);
         return;
     }
     // A rename asks only the folder; a file marked as not writable is not to be changed.

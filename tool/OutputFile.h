@@ -17,7 +17,7 @@ namespace tool {
  * The content goes to a new file in the same folder, to the disk, and takes the name over. An
  * existing file hands on its mode and, where that is allowed, its owner; a symbolic link stays and
  * the file that it leads to is replaced; other hard links of it keep the old content. What is no
- * regular file (a device, a pipe) is written to as it is.
+ * regular file (a device, a pipe), and what is open already (/dev/stdout), is written to as it is.
  * @throws ToolError (output failed) when the file cannot be written, or is there but not writable
  */
 void writeFileAtomically(const QString &path, const QByteArray &content);

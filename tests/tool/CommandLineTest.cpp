@@ -3,6 +3,7 @@
 
 // What holds for all commands: help, usage errors, exit codes, encodings of arguments.
 
+#include "Files.h"
 #include "support/Literals.h"
 #include "support/ToolRunner.h"
 
@@ -22,13 +23,6 @@ const std::string kGate = VANTERO_EXAMPLE_DATA "/gate.cfg";
 std::string toStd(const QByteArray &bytes)
 {
     return bytes.toStdString();
-}
-
-void writeFile(const std::string &path, const QByteArray &content)
-{
-    QFile file(QString::fromStdString(path));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(content), content.size());
 }
 
 QJsonObject errorOf(const ToolResult &result)
