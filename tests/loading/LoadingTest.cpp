@@ -5,7 +5,10 @@
 
 #include "support/QtPrinters.h"
 
+#include <QtCore/QDataStream>
 #include <QtCore/QFile>
+#include <QtCore/QSemaphore>
+#include <QtCore/QVariant>
 
 #include <gtest/gtest.h>
 
@@ -106,6 +109,18 @@ QString ownCopy(const QString &text)
     return QString::fromUtf16(text.utf16(), text.size());
 }
 
+/** The same for a tree of values. */
+QVariant ownCopy(const QVariant &tree)
+{
+    QByteArray bytes;
+    QDataStream writer(&bytes, QIODevice::WriteOnly);
+    writer << tree;
+    QVariant copy;
+    QDataStream reader(bytes);
+    reader >> copy;
+    return copy;
+}
+
 /** Runs @p round again and again: nothing stays, nothing grows, nothing is printed. */
 template <typename Round>
 void expectNothingStays(Round &&round)
@@ -175,15 +190,42 @@ TEST(Loading, valuesOutliveTheLibrary)
                 copy.insert(ownCopy(it.key()), ownCopy(it.value()));
             expected.sections << copy;
         }
+        for (const QVariant &variant : qAsConst(kept.variants))
+            expected.variants << ownCopy(variant);
     }
     ASSERT_EQ(mappedLibraries(), QStringList());
     EXPECT_GE(kept.texts.size(), 100);
     EXPECT_EQ(kept.texts, expected.texts);
     EXPECT_EQ(kept.sections, expected.sections);
+    EXPECT_EQ(kept.variants, expected.variants);
     for (const QRegExp &pattern : qAsConst(kept.patterns)) {
         // Qt compares a new pattern with those it has in its cache.
         const QRegExp same(ownCopy(pattern.pattern()), pattern.caseSensitivity(),
                            pattern.patternSyntax());
         EXPECT_EQ(same.indexIn(QStringLiteral("a-_b")), pattern.indexIn(QStringLiteral("a-_b")));
     }
+}
+
+TEST(Loading, closedWhileAnotherThreadHasAParser_leavesWhenThatThreadHasEnded)
+{
+    testing::internal::CaptureStderr();
+    QSemaphore used;
+    QSemaphore closed;
+    std::thread user;
+    {
+        const Opened plugin(VANTERO_PLUGIN);
+        user = std::thread([&, use = plugin.useFunction()] {
+            Kept kept;
+            use(kept);
+            used.release();
+            closed.acquire();
+        });
+        used.acquire();
+    }
+    EXPECT_NE(mappedLibraries(), QStringList());
+    closed.release();
+    user.join();
+    openAndClose(); // whatever is not needed any more leaves with the next close
+    EXPECT_EQ(mappedLibraries(), QStringList());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }

@@ -3,6 +3,9 @@
 
 #include "loading/Plugin.h"
 
+#include "alarm/AlarmListParser.h"
+#include "alarm/AlarmUpdateParser.h"
+#include "alarm/ThreadLocalAlarmListParser.h"
 #include "base/Exceptions.h"
 #include "base/FileUtils.h"
 #include "base/StringUtils.h"
@@ -131,6 +134,29 @@ void useArchives(Kept &kept)
     }
 }
 
+// The parser of this thread is left to the library, which is closed before the thread ends. The
+// update needs no engine, because the text has no object.
+void useAlarms(Kept &kept)
+{
+    vn::AlarmListParser *const lists = vn::ThreadLocalAlarmListParser::instance();
+    kept.variants << lists->parse(
+        QString::fromLatin1("{cams: ['front', back], n: 1e400, z: null}"));
+    kept.texts << lists->errorMessage();
+    vn::AlarmUpdateParser updates(nullptr);
+    for (const char *broken : {"[1 2]", "'", "'"}) {
+        try {
+            lists->parse(QString::fromLatin1(broken));
+        } catch (const vn::ParseException &e) {
+            kept.texts << e.message() << lists->errorMessage();
+        }
+        try {
+            updates.parse(QString::fromLatin1(broken));
+        } catch (const vn::ParseException &e) {
+            kept.texts << e.message() << updates.errorMessage();
+        }
+    }
+}
+
 } // namespace
 
 extern "C" Q_DECL_EXPORT void use(Kept &kept)
@@ -140,4 +166,5 @@ extern "C" Q_DECL_EXPORT void use(Kept &kept)
     useConfiguration(kept);
     useVersions(kept);
     useErdinfo();
+    useAlarms(kept);
 }
