@@ -5,7 +5,6 @@
 
 #include "version/SafeUpdateRules_p.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <limits>
@@ -39,25 +38,32 @@ bool isSeparator(QChar unit)
 }
 
 /** Whether a part is exactly the word @p word. */
-template <int size>
-bool is(QStringView part, const char (&word)[size])
+bool is(QStringView part, const char *word)
 {
-    return part.size() == size - 1 &&
-           std::equal(part.begin(), part.end(), word,
-                      [](QChar unit, char expected) { return unit == QLatin1Char(expected); });
+    for (const QChar unit : part) {
+        if (*word == '\0' || unit != QLatin1Char(*word))
+            return false;
+        ++word;
+    }
+    return *word == '\0';
 }
 
-/** The codes order the platforms: every VN version is greater than every R16 version. */
-int platformCode(QStringView part)
+struct Platform
 {
-    if (is(part, "VN"))
-        return 20;
-    if (is(part, "R16"))
-        return 10;
-    if (is(part, "R8"))
-        return 2;
-    if (is(part, "R4"))
-        return 1;
+    const char *name;
+    int code;
+};
+
+/** The codes order the platforms: every VN version is greater than every R16 version. */
+constexpr Platform kPlatforms[] = {{"VN", 20}, {"R16", 10}, {"R8", 2}, {"R4", 1}};
+
+/** The code of a platform; 0 for an unknown name. */
+int platformCode(QStringView name)
+{
+    for (const Platform &platform : kPlatforms) {
+        if (is(name, platform.name))
+            return platform.code;
+    }
     return 0;
 }
 
@@ -182,6 +188,18 @@ int VanteroSoftwareVersion::operator[](int i) const
 int VanteroSoftwareVersion::high(int i) const
 {
     return i >= 0 && i < kComponents ? m_components[static_cast<std::size_t>(i)].high : 0;
+}
+
+QString VanteroSoftwareVersion::platform() const
+{
+    const Range code = m_components[kPlatform];
+    if (code.low != code.high)
+        return QString(QLatin1Char('*'));
+    for (const Platform &platform : kPlatforms) {
+        if (platform.code == code.low)
+            return QLatin1String(platform.name);
+    }
+    return {};
 }
 
 bool VanteroSoftwareVersion::isNull() const

@@ -106,6 +106,9 @@ public:
     /** The high end of component @p i, from 0 to 5; 99 for a wildcard, 0 for any other index. */
     int high(int i) const;
 
+    /** The name of the platform, such as "VN"; "*" for the wildcard, null where it is not known. */
+    QString platform() const;
+
     /** Whether the text is empty. */
     bool isNull() const;
 

@@ -144,6 +144,17 @@ TEST(SoftwareVersion, indexOutsideTheSixComponentsGivesZero)
     }
 }
 
+TEST(SoftwareVersion, namesItsPlatform)
+{
+    for (const char *name : {"R4", "R8", "R16", "VN", "*"})
+        EXPECT_EQ(VanteroSoftwareVersion(name).platform(), QLatin1String(name));
+    for (const char *text : {"", "vn-3.0", "3.0", "VN1-3.0", "R-1", "-VN"})
+        EXPECT_TRUE(VanteroSoftwareVersion(text).platform().isNull()) << text;
+    VanteroSoftwareVersion version("VN-3.0");
+    version.parse("R16-2.1"_q);
+    EXPECT_EQ(version.platform(), "R16"_q);
+}
+
 // ---- The pattern that separates parts
 // ------------------------------------------------------------
 
