@@ -10,6 +10,7 @@ namespace tool {
 // model), which ends with its factory; declare the factory here, add a row, and name the file in
 // CMakeLists.txt. Help, dispatch, completions and the manual's check follow from the row.
 
+std::unique_ptr<Command> makeAppVersion();
 std::unique_ptr<Command> makeConfigAdd();
 std::unique_ptr<Command> makeConfigDiff();
 std::unique_ptr<Command> makeConfigMerge();
@@ -18,6 +19,12 @@ std::unique_ptr<Command> makeConfigSet();
 std::unique_ptr<Command> makeConfigShow();
 std::unique_ptr<Command> makeConfigSplice();
 std::unique_ptr<Command> makeConfigUnset();
+std::unique_ptr<Command> makeErdinfoShow();
+std::unique_ptr<Command> makeErdinfoWrite();
+std::unique_ptr<Command> makeFirmware();
+std::unique_ptr<Command> makeVersionCheck();
+std::unique_ptr<Command> makeVersionCompare();
+std::unique_ptr<Command> makeVersionShow();
 
 const std::vector<CommandEntry> &commandTable()
 {
@@ -31,6 +38,13 @@ const std::vector<CommandEntry> &commandTable()
         {"config", "splice", "take a section over from another configuration", makeConfigSplice},
         {"config", "merge", "keep entries of the configuration that is replaced", makeConfigMerge},
         {"config", "diff", "compare two configurations by section and key", makeConfigDiff},
+        {"version", "show", "show the components of a version", makeVersionShow},
+        {"version", "compare", "compare two versions or patterns", makeVersionCompare},
+        {"version", "check", "tell whether an update is safe", makeVersionCheck},
+        {"", "firmware", "show the versions of firmware packages", makeFirmware},
+        {"", "app-version", "show the version of an application as people read it", makeAppVersion},
+        {"erdinfo", "write", "write the record of an event recording", makeErdinfoWrite},
+        {"erdinfo", "show", "show and check the record of an event recording", makeErdinfoShow},
     };
     // clang-format on
     return table;
