@@ -118,19 +118,28 @@ public:
     /** The time stamp: of construction, or of the last load. */
     QDateTime timeStamp() const;
 
-    // ---- Header values: entries of HEAD_SECTION; null strings when missing
-    // -----------------------
+    // ---- Header values, entries of HEAD_SECTION ------------------------------------------------
 
+    /** FILE_VERSION, such as "1.3"; like all header values a null string when it is missing. */
     QString getFileVersion() const;
+    /** SOFTWARE_VERSION, such as "VN-3.0.6.29". */
     QString getSoftwareVersion() const;
+    /** FACTORY_IP, such as "10.0.0.1". */
     QString getFactoryIP() const;
+    /** TYPE_LONG; no header holds it. */
     QString getLongCameraType() const;
+    /** TYPE_SHORT; no header holds it. */
     QString getShortCameraType() const;
 
+    /** setValue() of FILE_VERSION. */
     void setFileVersion(const QString &value);
+    /** setValue() of SOFTWARE_VERSION. */
     void setSoftwareVersion(const QString &value);
+    /** setValue() of FACTORY_IP. */
     void setFactoryIP(const QString &value);
+    /** setValue() of TYPE_LONG. */
     void setLongCameraType(const QString &value);
+    /** setValue() of TYPE_SHORT. */
     void setShortCameraType(const QString &value);
 
     // ---- Loading -------------------------------------------------------------------------------
@@ -148,6 +157,7 @@ public:
      * The same over all that @p device still holds, decoded as QTextStream does.
      * @throws ParseException for a malformed section
      * @throws FileException when the device is a QFile that reports a read error; nothing is loaded
+     * @throws IOException when another device's error text changes while it is read; likewise
      */
     bool parse(QIODevice *device, const QDateTime &dateTime);
 
@@ -176,7 +186,7 @@ public:
      */
     bool parseHeader(QTextStream *stream);
 
-    /** The same over a QTextStream on @p device. */
+    /** The same over a QTextStream on @p device. Where the device fails, the header ends. */
     bool parseHeader(QIODevice *device);
 
     /** The same over @p text. */
@@ -289,8 +299,7 @@ public:
     /** Preserves network address and host name. */
     void preserveIpAddresses(const VanteroConfigFile &previous, VanteroConfigMap &result) const;
 
-    // ---- Loading many configurations
-    // -------------------------------------------------------------
+    // ---- Loading many configurations -----------------------------------------------------------
 
     /**
      * Adds the text of every entry of @p archive whose name ends with "cfg" to @p configurations,

@@ -62,12 +62,19 @@ private:
     VanteroConfigFile &m_config;
 };
 
-/** A stream ends early and in silence where its file fails; this makes the failure heard. */
-void raiseReadError(QIODevice *device)
+/** What @p device still holds. A stream ends early and in silence where its device fails; here the
+ * failure is heard. */
+QString readAll(QIODevice *device)
 {
-    const auto *const file = qobject_cast<QFile *>(device);
-    if (file && file->error() != QFileDevice::NoError)
-        throw FileException(*file);
+    const QString reasonBefore = device->errorString();
+    const QString text = QTextStream(device).readAll();
+    if (const auto *const file = qobject_cast<QFile *>(device)) {
+        if (file->error() != QFileDevice::NoError)
+            throw FileException(*file);
+    } else if (const QString reason = device->errorString(); reason != reasonBefore) {
+        throw IOException(reason); // other devices tell of an error by its text alone
+    }
+    return text;
 }
 
 } // namespace
@@ -89,11 +96,8 @@ bool VanteroConfigFile::parse(const QString &text, const QDateTime &)
 
 bool VanteroConfigFile::parse(QIODevice *device, const QDateTime &dateTime)
 {
-    return onlyThrows<ParseException, IOException>([&] {
-        const QString text = QTextStream(device).readAll();
-        raiseReadError(device);
-        return parse(text, dateTime);
-    });
+    return onlyThrows<ParseException, IOException>(
+        [&] { return parse(readAll(device), dateTime); });
 }
 
 bool VanteroConfigFile::parse(QTextStream *stream, const QDateTime &dateTime)
@@ -128,8 +132,10 @@ bool VanteroConfigFile::parseHeader(QTextStream *stream)
 
 bool VanteroConfigFile::parseHeader(QIODevice *device)
 {
-    QTextStream stream(device);
-    return parseHeader(&stream);
+    return onlyThrows<ParseException, IOException>([&] {
+        QTextStream stream(device);
+        return parseHeader(&stream);
+    });
 }
 
 bool VanteroConfigFile::parseHeader(const QString &text)
@@ -162,14 +168,18 @@ void VanteroConfigFile::parseJpegComment(QTextStream *stream)
 
 void VanteroConfigFile::parseJpegComment(QIODevice *device)
 {
-    QTextStream stream(device);
-    parseJpegComment(&stream);
+    onlyThrows<ParseException, IOException>([&] {
+        QTextStream stream(device);
+        parseJpegComment(&stream);
+    });
 }
 
 void VanteroConfigFile::parseJpegComment(QByteArray *comment)
 {
-    QTextStream stream(comment, QIODevice::ReadOnly);
-    parseJpegComment(&stream);
+    onlyThrows<ParseException, IOException>([&] {
+        QTextStream stream(comment, QIODevice::ReadOnly);
+        parseJpegComment(&stream);
+    });
 }
 
 void VanteroConfigFile::parseJpegComment(const QString &comment)

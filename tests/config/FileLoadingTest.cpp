@@ -4,6 +4,8 @@
 #include "config/VanteroConfigFile.h"
 
 #include "base/Exceptions.h"
+#include "base/ZipReader.h"
+#include "base/ZipWriter.h"
 #include "support/Expect.h"
 #include "support/Literals.h"
 
@@ -11,6 +13,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
+
+#include <algorithm>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -57,6 +61,43 @@ private:
     int m_descriptor;
     QFile m_file;
 };
+
+/** A device that fails after a piece of text which could stand alone. */
+class BreakingDevice : public QIODevice
+{
+public:
+    BreakingDevice() { open(ReadOnly | Unbuffered); }
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        if (!m_isAtStart) {
+            setErrorString("the line is broken"_q);
+            return -1;
+        }
+        m_isAtStart = false;
+        const QByteArray start = "#:1=\n#:2\n\nSECTION a\nk=v\nENDSECTION a\n"_b;
+        EXPECT_LE(start.size(), maxSize);
+        std::copy(start.begin(), start.end(), data);
+        return start.size();
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    bool m_isAtStart = true;
+};
+
+/** What store() writes: the text that was loaded. */
+QByteArray storedText(VanteroConfigFile &config)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath("stored.cfg"_q);
+    config.store(path);
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
 
 } // namespace
 
@@ -143,7 +184,34 @@ TEST(LoadText, failureKeepsTextAndEntriesReadSoFar)
     expectParseError([&] { config.parse(header + "SECTION a\nk=v\n"_q, lastYear); },
                      "ENDSECTION a expected"_q, -1, -1, -1);
     EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
-    config.setValue("a"_q, "k"_q, "w"_q); // the lock is free again
+    EXPECT_EQ(storedText(config), (header + "SECTION a\nk=v\n"_q).toUtf8());
+}
+
+TEST(LoadText, zeroCharactersAreCharactersLikeOthers)
+{
+    const QString zero(1, QChar(0));
+    const QString text = header + "SECTION a\nk"_q + zero + "=v"_q + zero + "\nENDSECTION a\n"_q;
+    VanteroConfigFile config;
+    config.parse(text, lastYear);
+    EXPECT_EQ(config.value("a"_q, "k"_q + zero), "v"_q + zero);
+    EXPECT_EQ(storedText(config), text.toUtf8());
+
+    VanteroConfigFile fromDevice;
+    QBuffer buffer;
+    buffer.setData(text.toUtf8());
+    buffer.open(QIODevice::ReadOnly);
+    fromDevice.parse(&buffer, lastYear);
+    EXPECT_EQ(fromDevice.value("a"_q, "k"_q + zero), "v"_q + zero);
+}
+
+TEST(LoadText, emptyAndNullTextsAreCompleteAndEmpty)
+{
+    for (const QString &text : {""_q, QString()}) {
+        VanteroConfigFile config;
+        config.addValue("old"_q, "k"_q, "v"_q);
+        EXPECT_TRUE(config.parse(text, lastYear));
+        EXPECT_EQ(config.allSectionKeys(), QStringList());
+    }
 }
 
 TEST(LoadStream, addsToTheMapAndStoresTheGivenTime)
@@ -157,7 +225,18 @@ TEST(LoadStream, addsToTheMapAndStoresTheGivenTime)
     EXPECT_EQ(config.allSectionKeys(), (QStringList{"a"_q, "head"_q, "old"_q}));
 }
 
-TEST(LoadStream, failureReleasesTheLockAndKeepsEntries)
+TEST(LoadStream, leavesTheLoadedTextAlone)
+{
+    VanteroConfigFile config;
+    config.parse(header, lastYear);
+    QString text = "#:2=\n#:VN-4\n\nSECTION a\nk=v\nENDSECTION a\n"_q;
+    QTextStream stream(&text, QIODevice::ReadOnly);
+    config.parse(&stream, lastYear);
+    EXPECT_EQ(config.getFileVersion(), "2"_q);
+    EXPECT_EQ(storedText(config), header.toUtf8());
+}
+
+TEST(LoadStream, failureKeepsTheTimeAndEntriesReadSoFar)
 {
     VanteroConfigFile config;
     QString text = header + "SECTION a\nk=v\nENDSECTION x\n"_q;
@@ -165,6 +244,7 @@ TEST(LoadStream, failureReleasesTheLockAndKeepsEntries)
     expectParseError([&] { config.parse(&stream, lastYear); },
                      "ENDSECTION x does not match SECTION"_q, -1, -1, -1);
     EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
+    EXPECT_EQ(config.timeStamp(), lastYear);
 }
 
 TEST(LoadDevice, readsAllOfIt)
@@ -176,6 +256,38 @@ TEST(LoadDevice, readsAllOfIt)
     EXPECT_TRUE(config.parse(&buffer, lastYear));
     EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
     EXPECT_TRUE(buffer.atEnd());
+    EXPECT_EQ(storedText(config), bytes);
+}
+
+TEST(LoadDevice, byteOrderMarksTellTheEncoding)
+{
+    const QString text = header + "SECTION a\nk=Tür\nENDSECTION a\n"_q;
+    const QByteArray utf8 = "\xef\xbb\xbf"_b + text.toUtf8();
+    QByteArray utf16 = "\xff\xfe"_b;
+    for (const QChar character : text) {
+        utf16 += static_cast<char>(character.cell());
+        utf16 += static_cast<char>(character.row());
+    }
+    for (const QByteArray &bytes : {utf8, utf16}) {
+        QBuffer buffer;
+        buffer.setData(bytes);
+        buffer.open(QIODevice::ReadOnly);
+        VanteroConfigFile config;
+        EXPECT_TRUE(config.parse(&buffer, lastYear));
+        EXPECT_EQ(config.value("a"_q, "k"_q), "Tür"_q);
+        EXPECT_EQ(storedText(config), text.toUtf8());
+    }
+}
+
+TEST(LoadDevice, startsAtThePositionOfTheDevice)
+{
+    QBuffer buffer;
+    buffer.setData("SECTION x\n"_b + header.toLatin1() + "SECTION a\nk=v\nENDSECTION a\n"_b);
+    buffer.open(QIODevice::ReadOnly);
+    buffer.readLine();
+    VanteroConfigFile config;
+    EXPECT_TRUE(config.parse(&buffer, lastYear));
+    EXPECT_EQ(config.allSectionKeys(), (QStringList{"a"_q, "head"_q}));
 }
 
 TEST(LoadDevice, readErrorOfAFileIsRaisedInsteadOfLoadingAShortText)
@@ -191,6 +303,43 @@ TEST(LoadDevice, readErrorOfAFileIsRaisedInsteadOfLoadingAShortText)
     ASSERT_TRUE(special.open(QIODevice::ReadOnly));
     expectThrows<FileException>([&] { config.parse(&special, lastYear); },
                                 "/proc/self/mem: Input/output error"_q);
+}
+
+TEST(LoadDevice, errorOfAnyDeviceIsRaisedInsteadOfLoadingAShortText)
+{
+    BreakingDevice device;
+    VanteroConfigFile config;
+    config.addValue("old"_q, "k"_q, "v"_q);
+    expectThrows<IOException>([&] { config.parse(&device, lastYear); }, "the line is broken"_q);
+    EXPECT_EQ(config.allSectionKeys(), QStringList{"old"_q}) << "nothing was loaded";
+}
+
+TEST(LoadDevice, archiveEntryThatCannotBeDecryptedIsNoEmptyText)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath("cams.zip"_q);
+    QBuffer buffer;
+    buffer.setData(header.toLatin1());
+    buffer.open(QIODevice::ReadOnly);
+    ZipWriter writer(path, "secret"_b);
+    writer.open();
+    writer.appendFile(&buffer, "cam.cfg"_q, QString(), lastYear);
+    writer.close();
+
+    VanteroConfigFile config;
+    ZipReader reader(path, "secret"_b);
+    ASSERT_TRUE(reader.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(reader.openFile("cam.cfg"_q));
+    EXPECT_TRUE(config.parse(&reader, lastYear));
+    EXPECT_EQ(config.getFileVersion(), "1.3"_q);
+
+    ZipReader wrong(path, "wrong"_b);
+    ASSERT_TRUE(wrong.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(wrong.openFile("cam.cfg"_q));
+    expectThrows<IOException>(
+        [&] { config.parse(&wrong, lastYear); },
+        [&](const IOException &e) { EXPECT_EQ(e.message(), wrong.errorString()); });
+    EXPECT_EQ(config.getFileVersion(), "1.3"_q) << "nothing was loaded";
 }
 
 TEST(LoadJpegComment, readErrorOfAFileShowsAsReadPastTheEnd)
