@@ -20,9 +20,9 @@ void VanteroConfigFile::store(const QString &path)
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly))
             throw FileException(file);
-        FileUtils::copyText(m_sourceText, &file);
-        file.close(); // keeps the error of an earlier or of its own failure
-        if (file.error() != QFileDevice::NoError)
+        FileUtils::copyText(m_sourceText, &file); // flushes, and raises every error up to there
+        file.close();
+        if (file.error() != QFileDevice::NoError) // that of closing
             throw FileException(file);
     });
 }

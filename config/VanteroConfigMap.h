@@ -15,10 +15,11 @@ class QTextStream;
 
 namespace vn {
 
-/** The null string that lookups return when nothing is found. */
+/** The null string that lookups return when nothing is found; there while the library is loaded. */
 VN_EXPORT extern const QString EMPTY_STRING;
 
-/** The empty section that lookups return when nothing is found. */
+/** The empty section that lookups return when nothing is found; there while the library is loaded.
+ */
 VN_EXPORT extern const QMultiMap<QString, QString> EMPTY_MAP;
 
 /**
@@ -34,7 +35,6 @@ VN_EXPORT extern const QMultiMap<QString, QString> EMPTY_MAP;
  * map.value("ethernet", "DNS", 0); // "10.0.0.2", the newest
  * @endcode
  * The sections are public Qt containers: copies share their data until one of them is changed.
- * A value is null where an entry had none.
  *
  * Errors: no operation reports one. Lookups that find nothing return false, 0, an empty list,
  * EMPTY_STRING or EMPTY_MAP.

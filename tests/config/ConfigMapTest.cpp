@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <type_traits>
 #include <vector>
 
 using vn::EMPTY_MAP;
@@ -41,6 +42,13 @@ QString printed(const VanteroConfigMap &map)
 }
 
 } // namespace
+
+// A value that is one map of sections and nothing more.
+static_assert(!std::is_polymorphic_v<VanteroConfigMap>);
+static_assert(sizeof(VanteroConfigMap) == sizeof(QMap<QString, QMultiMap<QString, QString>>));
+static_assert(std::is_nothrow_destructible_v<VanteroConfigMap>);
+static_assert(std::is_copy_constructible_v<VanteroConfigMap>);
+static_assert(std::is_copy_assignable_v<VanteroConfigMap>);
 
 TEST(ConfigMapConstants, areNullAndEmpty)
 {

@@ -11,6 +11,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstring>
+#include <iterator>
+
+#include <dlfcn.h>
+#include <link.h>
+
 using namespace vn;
 
 TEST(FileObject, isEmptyAfterConstruction)
@@ -30,6 +37,52 @@ TEST(FileObject, hasNoMetaObjectOfItsOwn)
     EXPECT_STREQ(config.metaObject()->className(), "QObject");
     EXPECT_EQ(config.metaObject()->methodCount(), QObject::staticMetaObject.methodCount());
     EXPECT_EQ(config.metaObject()->propertyCount(), QObject::staticMetaObject.propertyCount());
+}
+
+TEST(FileObject, isAQObjectToCasts)
+{
+    VanteroConfigFile config;
+    EXPECT_TRUE(config.inherits("QObject"));
+    EXPECT_FALSE(config.inherits("vn::VanteroConfigFile"));
+    EXPECT_EQ(config.qt_metacast("vn::VanteroConfigFile"), nullptr);
+    EXPECT_EQ(config.qt_metacast("QObject"), &config);
+}
+
+/** The table of virtual functions, as the C++ ABI of GCC and Clang lays it out. */
+TEST(FileObject, destructorIsTheOnlyVirtualOperation)
+{
+    const auto tableOf = [](const QObject &object) {
+        const void *const *table = nullptr;
+        std::memcpy(&table, static_cast<const void *>(&object), sizeof table);
+        return table;
+    };
+    const QObject object;
+    const VanteroConfigFile config;
+    const void *const *const base = tableOf(object);
+    const void *const *const own = tableOf(config);
+
+    struct Slot
+    {
+        const char *name;
+        bool isOverridden;
+    };
+    const Slot slots[] = {
+        {"metaObject", false},  {"qt_metacast", false},        {"qt_metacall", false},
+        {"destructor", true},   {"deleting destructor", true}, {"event", false},
+        {"eventFilter", false}, {"timerEvent", false},         {"childEvent", false},
+        {"customEvent", false}, {"connectNotify", false},      {"disconnectNotify", false},
+    };
+    constexpr std::size_t count = std::size(slots);
+    for (std::size_t i = 0; i < count; ++i)
+        EXPECT_EQ(own[i] != base[i], slots[i].isOverridden) << slots[i].name;
+
+    // Two words before the first slot belong to the table, nothing after the last one.
+    Dl_info info;
+    void *symbol = nullptr;
+    ASSERT_NE(dladdr1(own, &info, &symbol, RTLD_DL_SYMENT), 0);
+    ASSERT_NE(symbol, nullptr);
+    EXPECT_STREQ(info.dli_sname, "_ZTVN2vn17VanteroConfigFileE");
+    EXPECT_EQ(static_cast<const ElfW(Sym) *>(symbol)->st_size, (count + 2) * sizeof(void *));
 }
 
 TEST(FileObject, destructorIsVirtual)

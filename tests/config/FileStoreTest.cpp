@@ -4,6 +4,7 @@
 #include "config/VanteroConfigFile.h"
 
 #include "base/Exceptions.h"
+#include "base/FileUtils.h"
 #include "base/ZipReader.h"
 #include "base/ZipWriter.h"
 #include "support/Expect.h"
@@ -59,6 +60,22 @@ TEST(StoreFile, newObjectWritesAnEmptyFile)
     const QString path = dir.filePath("cam.cfg"_q);
     VanteroConfigFile().store(path);
     EXPECT_EQ(contentOf(path), QByteArray());
+}
+
+TEST(StoreFile, copiesCarryTheText)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath("cam.cfg"_q);
+    VanteroConfigFile config;
+    config.parse(text, QDateTime());
+    VanteroConfigFile copy(config);
+    VanteroConfigFile assigned;
+    assigned = config;
+    config.parse(QString(), QDateTime());
+    copy.store(path);
+    EXPECT_EQ(contentOf(path), text.toUtf8());
+    assigned.store(path);
+    EXPECT_EQ(contentOf(path), text.toUtf8());
 }
 
 TEST(StoreFile, replacesALongerFile)
@@ -141,6 +158,21 @@ TEST(StoreArchive, entryIsLatin1WithItsComment)
     ASSERT_TRUE(unzip.waitForFinished());
     ASSERT_TRUE(zipinfo.waitForFinished());
     EXPECT_TRUE(zipinfo.readAllStandardOutput().contains("Vantero Configuration File"));
+}
+
+TEST(StoreArchive, newObjectAddsAnEmptyEntry)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath("cams.zip"_q);
+    auto writer = std::make_shared<ZipWriter>(path);
+    writer->open();
+    VanteroConfigFile().store(writer, "empty.cfg"_q);
+    writer->close();
+
+    ZipReader reader(path);
+    ASSERT_TRUE(reader.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(reader.openFile("empty.cfg"_q));
+    EXPECT_EQ(FileUtils::readText(&reader), QString());
 }
 
 TEST(StoreArchive, refusalOfTheWriterPropagates)

@@ -157,6 +157,26 @@ TEST(ParseSection, repeatedKeysKeepEveryValueLastFirst)
     EXPECT_TRUE(config.value("a"_q, "k"_q).isNull());
 }
 
+TEST(ParseSection, missingEqualsIsANullValueMissingTextAnEmptyOne)
+{
+    const QString block = "SECTION a\nnull\nempty=\n=\nENDSECTION a\n"_q;
+    VanteroConfigFile byEntry;
+    parseSection(byEntry, block, false);
+    VanteroConfigFile byText;
+    byText.parseJpegComment(block);
+    VanteroConfigFile byStream;
+    QTextStream stream(block.toLatin1());
+    byStream.parseJpegComment(&stream);
+    for (const VanteroConfigFile *config : {&byEntry, &byText, &byStream}) {
+        const VanteroConfigMap::Section section = config->section("a"_q);
+        EXPECT_EQ(section.keys(), (QStringList{""_q, "empty"_q, "null"_q}));
+        EXPECT_FALSE(section.firstKey().isNull());
+        EXPECT_FALSE(section.value(""_q).isNull());
+        EXPECT_FALSE(section.value("empty"_q).isNull());
+        EXPECT_TRUE(section.value("null"_q, "?"_q).isNull());
+    }
+}
+
 TEST(ParseSection, linesHaveNoLengthLimit)
 {
     VanteroConfigFile config;
