@@ -29,6 +29,7 @@ using namespace vn;
 namespace {
 
 using Operation = std::function<void(VanteroConfigFile &)>;
+using Load = void (*)(VanteroConfigFile &, QTextStream *);
 
 const QDateTime anyTime(QDate(2009, 3, 4), QTime(5, 6, 7));
 
@@ -73,7 +74,6 @@ private:
 class LoadInProgress
 {
 public:
-    template <typename Load>
     LoadInProgress(VanteroConfigFile &config, Load load)
         : m_thread([this, &config, load] {
             QTextStream stream(&m_gate);
@@ -99,16 +99,36 @@ private:
     std::thread m_thread;
 };
 
-using Load = void (*)(VanteroConfigFile &, QTextStream *);
+void parse(VanteroConfigFile &config, QTextStream *stream)
+{
+    config.parse(stream, anyTime);
+}
 
-const Load holdingLoads[] = {
-    [](VanteroConfigFile &config, QTextStream *stream) { config.parse(stream, anyTime); },
-    [](VanteroConfigFile &config, QTextStream *stream) { config.parseHeader(stream); },
-    [](VanteroConfigFile &config, QTextStream *stream) { config.parseJpegComment(stream); },
+void parseHeader(VanteroConfigFile &config, QTextStream *stream)
+{
+    config.parseHeader(stream);
+}
+
+void parseJpegComment(VanteroConfigFile &config, QTextStream *stream)
+{
+    config.parseJpegComment(stream);
+}
+
+void parseSection(VanteroConfigFile &config, QTextStream *stream)
+{
+    config.parseSection(stream, true);
+}
+
+struct HoldingLoad
+{
+    const char *name;
+    Load run;
 };
 
-const Load parseSection = [](VanteroConfigFile &config, QTextStream *stream) {
-    config.parseSection(stream, true);
+const HoldingLoad holdingLoads[] = {
+    {"parse", parse},
+    {"parseHeader", parseHeader},
+    {"parseJpegComment", parseJpegComment},
 };
 
 bool isDone(const std::future<void> &operation, std::chrono::milliseconds time)
@@ -249,12 +269,12 @@ const Row failingOperations[] = {
 
 TEST(Locks, operationsOnTheMapWaitForALoadInProgress)
 {
-    for (const Load load : holdingLoads) {
-        SCOPED_TRACE(testing::Message() << "load " << &load - holdingLoads);
+    for (const HoldingLoad &load : holdingLoads) {
+        SCOPED_TRACE(load.name);
         VanteroConfigFile config;
         std::vector<std::future<void>> running;
         {
-            const LoadInProgress held(config, load);
+            const LoadInProgress held(config, load.run);
             for (const Row &row : lockingOperations)
                 running.push_back(std::async(std::launch::async, row.run, std::ref(config)));
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
@@ -277,7 +297,7 @@ TEST(Locks, storingAndNamingTakeNoLock)
     config.parse(text, anyTime);
 
     std::vector<std::future<void>> running;
-    const LoadInProgress held(config, holdingLoads[0]);
+    const LoadInProgress held(config, parse);
     running.push_back(
         std::async(std::launch::async, [&] { config.store(dir.filePath("cam.cfg"_q)); }));
     running.push_back(std::async(std::launch::async, [&] { config.store(archive, "cam.cfg"_q); }));
