@@ -10,6 +10,15 @@
 #include <cstdlib>
 #include <ctime>
 
+#ifdef __SANITIZE_ADDRESS__
+// A constant that is made from one of another source file depends on the order of linking.
+extern "C" __attribute__((visibility("default"))) const char *__asan_default_options();
+extern "C" const char *__asan_default_options()
+{
+    return "check_initialization_order=1:strict_init_order=1";
+}
+#endif
+
 int main(int argc, char **argv)
 {
     // A place with daylight saving time, where local time and UTC cannot be mistaken.
