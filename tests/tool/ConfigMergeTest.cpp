@@ -105,8 +105,9 @@ TEST(ConfigMerge, textReadsBackAsTheMergedMap)
 
         const VanteroConfigFile merged = parsed(result.out);
         for (const QString &name : wanted.allSectionKeys() + merged.allSectionKeys()) {
-            if (name != "head"_q)
-                EXPECT_EQ(merged.toString(name), wanted.toString(name));
+            if (name == "head"_q)
+                continue;
+            EXPECT_EQ(merged.toString(name), wanted.toString(name));
         }
         EXPECT_EQ(merged.getFileVersion(), config.getFileVersion());
         EXPECT_EQ(merged.getSoftwareVersion(), config.getSoftwareVersion());
