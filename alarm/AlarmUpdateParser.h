@@ -158,7 +158,7 @@ private:
 
     struct ScannerDeleter
     {
-        void operator()(void *scanner) const;
+        Q_DECL_HIDDEN void operator()(void *scanner) const;
     };
 
     std::unique_ptr<void, ScannerDeleter> m_scanner;

@@ -4,6 +4,9 @@
 // A program as users write it: no definitions of ours, and a call or two of each part. Values made
 // before main() begins show that the library's constants are ready by then.
 
+#include "alarm/AlarmListParser.h"
+#include "alarm/AlarmUpdateParser.h"
+#include "alarm/ThreadLocalAlarmListParser.h"
 #include "base/Exceptions.h"
 #include "base/FileUtils.h"
 #include "base/StringUtils.h"
@@ -15,8 +18,10 @@
 #include "erdinfo/VanteroErdinfoFile.h"
 #include "version/VanteroSoftwareVersion.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryDir>
+#include <QtScript/QScriptEngine>
 
 #include <cstdio>
 #include <typeinfo>
@@ -125,10 +130,30 @@ void otherFormats(const QDir &folder)
     check(info.save() && QFileInfo(path).size() == 488, "an erdinfo file is written");
 }
 
+void alarms()
+{
+    const QVariantMap list =
+        ThreadLocalAlarmListParser::instance()->parse(QString("{cams: ['front', 'back']}")).toMap();
+    check(list.value("cams").toStringList() == QStringList({"back", "front"}), "an alarm list");
+    const QObject *object = ThreadLocalAlarmListParser::instance();
+    check(qobject_cast<const AlarmListParser *>(object) != nullptr, "cast by the meta-object");
+
+    QScriptEngine engine;
+    AlarmUpdateParser updates(&engine);
+    check(updates.parse(QString("state=1")).property("state").toInt32() == 1, "an alarm update");
+    try {
+        updates.parse(QString("state=1;"));
+        check(false, "a semicolon at the end is an error");
+    } catch (const ParseException &e) {
+        check(e.startColumn() == 7 && e.endColumn() == 8, "place of the error");
+    }
+}
+
 } // namespace
 
-int main()
+int main(int argc, char **argv)
 {
+    const QCoreApplication application(argc, argv); // script engines want one
     const QTemporaryDir work;
     const QDir folder(work.path());
     constants();
@@ -136,5 +161,6 @@ int main()
     configurations(folder);
     archives(folder);
     otherFormats(folder);
+    alarms();
     return failures == 0 ? 0 : 1;
 }
