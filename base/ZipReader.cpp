@@ -28,6 +28,9 @@ namespace {
 // Up to this size, in bytes, any ratio is harmless.
 constexpr qint64 kRatioFreeSize = 16 * 1024 * 1024;
 
+// How libarchive says it.
+constexpr QLatin1String kIncorrectPassword("Incorrect passphrase");
+
 /**
  * Finds entries by name, those of one name in turn.
  *
@@ -159,7 +162,14 @@ void ZipReader::Private::decode()
 {
     const ZipEntry &entry = archive->entry(index);
     checkLimits(entry);
-    archive->decoder.decode(index, &content);
+    try {
+        archive->decoder.decode(index, &content);
+    } catch (const IOException &e) {
+        // One wrong password in 256 passes the check that the format has for it.
+        if (!entry.isEncrypted() || e.message().startsWith(kIncorrectPassword))
+            throw;
+        throw IOException(e.message() + QLatin1String(", or the password is wrong"));
+    }
     const auto place = static_cast<std::size_t>(index);
     if (!archive->isCounted[place]) {
         archive->isCounted[place] = true;
