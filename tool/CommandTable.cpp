@@ -12,6 +12,7 @@ namespace tool {
 
 std::unique_ptr<Command> makeAppVersion();
 std::unique_ptr<Command> makeConfigAdd();
+std::unique_ptr<Command> makeConfigCollect();
 std::unique_ptr<Command> makeConfigDiff();
 std::unique_ptr<Command> makeConfigMerge();
 std::unique_ptr<Command> makeConfigRemove();
@@ -38,6 +39,7 @@ const std::vector<CommandEntry> &commandTable()
         {"config", "splice", "take a section over from another configuration", makeConfigSplice},
         {"config", "merge", "keep entries of the configuration that is replaced", makeConfigMerge},
         {"config", "diff", "compare two configurations by section and key", makeConfigDiff},
+        {"config", "collect", "gather the configurations of folders and archives", makeConfigCollect},
         {"version", "show", "show the components of a version", makeVersionShow},
         {"version", "compare", "compare two versions or patterns", makeVersionCompare},
         {"version", "check", "tell whether an update is safe", makeVersionCheck},
