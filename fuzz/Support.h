@@ -43,6 +43,16 @@ inline void fuzzEqual(const QString &actual, const QString &expected, const char
     std::abort();
 }
 
+/** All of @p bytes as text; Qt's functions for byte arrays stop at a zero byte. */
+inline QString fromUtf8(const QByteArray &bytes)
+{
+    return QString::fromUtf8(bytes.constData(), bytes.size());
+}
+inline QString fromLatin1(const QByteArray &bytes)
+{
+    return QString::fromLatin1(bytes.constData(), bytes.size());
+}
+
 /** What an input consists of, taken from its front. */
 class Input
 {
@@ -73,13 +83,13 @@ public:
     }
 
     /** A piece as text. */
-    QString text() { return QString::fromUtf8(piece()); }
+    QString text() { return fromUtf8(piece()); }
 
     bool atEnd() const { return m_rest.isEmpty(); }
 
     /** All that is left. */
     QByteArray rest() const { return m_rest; }
-    QString restAsText() const { return QString::fromUtf8(m_rest); }
+    QString restAsText() const { return fromUtf8(m_rest); }
 
 private:
     QByteArray m_rest;

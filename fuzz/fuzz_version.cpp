@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     Input input(data, size);
     const bool isRaw = input.byte() == 'u';
     const QByteArray bytes = input.rest();
-    QString text = QString::fromUtf8(bytes);
+    QString text = fromUtf8(bytes);
     if (isRaw)
         text = QString::fromUtf16(reinterpret_cast<const char16_t *>(bytes.constData()),
                                   bytes.size() / 2);

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+// One alarm update on a new parser, against a parser written by hand: value or message and place.
+
+#include "AlarmUpdateSupport.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    static auto *engine = new Engine; // its application must not go after Qt's own statics
+    const QByteArray text(reinterpret_cast<const char *>(data), static_cast<int>(size));
+    const reference::Outcome expected = reference::parseAlarmUpdate(
+        text, [](const QByteArray &date, bool isTime) { return engine->dateText(date, isTime); });
+
+    checkOutcome([&] { return vn::AlarmUpdateParser(engine->get()).parse(fromLatin1(text)); },
+                 expected);
+    QByteArray bytes = text;
+    checkOutcome([&] { return vn::AlarmUpdateParser(engine->get()).parse(&bytes); }, expected);
+    FUZZ_CHECK(bytes == text + QByteArray(2, '\0'));
+    engine->check();
+    return 0;
+}
