@@ -1,0 +1,18 @@
+#!/bin/sh
+# Writes a record by the example and reads it by the tool.
+# describe_recording.sh PROGRAM TOOL
+set -eu
+program=$1 tool=$2
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+"$program" "$work/17.erdinfo"
+"$tool" erdinfo show "$work/17.erdinfo" >"$work/shown"
+for line in 'id1 *4711' 'id2 *-1' 'number2 *250' 'time1 *1299701647.000 s' \
+    'time2 *1299701657.000 s'; do
+    grep -qx "$line" "$work/shown" || { cat "$work/shown"; exit 1; }
+done
+if "$program" "$work/none/17.erdinfo" 2>/dev/null; then
+    echo "a missing folder is no error" >&2
+    exit 1
+fi
