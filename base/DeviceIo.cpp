@@ -199,7 +199,12 @@ void checkWritable(const QIODevice *device)
 
 void writeAll(QIODevice *device, const char *data, qint64 size)
 {
-    const qint64 written = device->write(data, size);
+    qint64 written = device->write(data, size);
+    // On a disk that fills up a write is short first; the next one tells why.
+    while (written > 0 && written < size && qobject_cast<QFileDevice *>(device)) {
+        const qint64 more = device->write(data + written, size - written);
+        written = more > 0 ? written + more : -1;
+    }
     if (written < 0)
         throwDeviceError(device);
     if (written != size)

@@ -27,6 +27,9 @@ constexpr char kEmptyArchive[] = "PK\5\6\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0";
 constexpr int kEmptyArchiveSize = 22;
 static_assert(sizeof kEmptyArchive == kEmptyArchiveSize);
 
+// What is copied at once.
+constexpr int kPieceSize = 64 * 1024;
+
 // Names and comments are counted by 16 bits.
 constexpr int kMaxTextSize = std::numeric_limits<zip_uint16_t>::max();
 
@@ -92,16 +95,19 @@ public:
         archive.reset();
         output.reset();
         contents.clear();
+        entryCount = 0;
         file.reset();
     }
 
-    void writeFile(const QByteArray &bytes);
-    QByteArray takeArchive();
+    void write();
+    void writeEntries();
+    void writeToFile(const char *data, qint64 size);
 
     QString path;
     QByteArray password;
     // libzip reads the contents when it closes the archive; they must outlive it.
     std::deque<QByteArray> contents;
+    int entryCount = 0;
     SourceHandle output;
     ArchiveHandle archive;
     std::unique_ptr<QSaveFile> file;
@@ -127,7 +133,9 @@ void ZipWriter::open()
     if (existing.exists() && !existing.isFile())
         d->fail(QStringLiteral("not a regular file"));
 
-    auto file = std::make_unique<QSaveFile>(d->path);
+    // The file behind a link is what is replaced, however many links lead to it.
+    auto file =
+        std::make_unique<QSaveFile>(existing.exists() ? existing.canonicalFilePath() : d->path);
     if (!file->open(QIODevice::WriteOnly))
         d->fail(file->errorString());
 
@@ -188,6 +196,7 @@ void ZipWriter::appendFile(QIODevice *device, const QString &entryName, const QS
         (void)zip_delete(archive, entry); // the reason above is the one that counts
         d->failEntry(entryName, reason);
     }
+    ++d->entryCount;
 }
 
 void ZipWriter::close()
@@ -195,7 +204,7 @@ void ZipWriter::close()
     if (!d->archive)
         d->fail(QStringLiteral("not open"));
     try {
-        d->writeFile(d->takeArchive());
+        d->write();
     } catch (...) {
         d->reset();
         throw;
@@ -203,34 +212,49 @@ void ZipWriter::close()
     d->reset();
 }
 
-/** Has libzip make the archive in memory and returns it. */
-QByteArray ZipWriter::Private::takeArchive()
+/** Writes the archive to its path. */
+void ZipWriter::Private::write()
 {
-    if (zip_get_num_entries(archive.get(), 0) == 0)
-        return QByteArray(kEmptyArchive, kEmptyArchiveSize);
+    if (entryCount == 0)
+        writeToFile(kEmptyArchive, kEmptyArchiveSize);
+    else
+        writeEntries();
+    // QSaveFile looks at failed writes, but not at that of its buffer.
+    if (!file->flush() || !file->commit())
+        fail(file->errorString());
+}
+
+/** Has libzip make the archive in memory, and copies it into the file. */
+void ZipWriter::Private::writeEntries()
+{
     if (zip_close(archive.get()) != 0)
         fail(errorText(zip_get_error(archive.get())));
     (void)archive.release(); // freed by closing
 
     zip_source_t *source = output.get();
-    zip_stat_t status;
-    if (zip_source_stat(source, &status) != 0 || zip_source_open(source) != 0)
+    if (zip_source_open(source) != 0)
         fail(errorText(zip_source_error(source)));
-    if (status.size > static_cast<zip_uint64_t>(internal::kMaxContentSize))
-        fail(qt_error_string(EFBIG));
-    QByteArray bytes(static_cast<int>(status.size), Qt::Uninitialized);
-    const zip_int64_t count = zip_source_read(source, bytes.data(), status.size);
-    if (count < 0 || static_cast<zip_uint64_t>(count) != status.size)
-        fail(errorText(zip_source_error(source)));
+    char piece[kPieceSize];
+    for (;;) {
+        const zip_int64_t count = zip_source_read(source, piece, sizeof piece);
+        if (count < 0)
+            fail(errorText(zip_source_error(source)));
+        if (count == 0)
+            break;
+        writeToFile(piece, count);
+    }
     (void)zip_source_close(source); // only read from
-    return bytes;
 }
 
-void ZipWriter::Private::writeFile(const QByteArray &bytes)
+void ZipWriter::Private::writeToFile(const char *data, qint64 size)
 {
-    // QSaveFile looks at failed writes, but not at those of its buffer.
-    if (file->write(bytes) != bytes.size() || !file->flush() || !file->commit())
-        fail(file->errorString());
+    // On a disk that fills up a write is short first; the next one tells why.
+    for (qint64 done = 0; done < size;) {
+        const qint64 count = file->write(data + done, size - done);
+        if (count <= 0)
+            fail(file->errorString());
+        done += count;
+    }
 }
 
 } // namespace vn

@@ -20,7 +20,14 @@ namespace vn {
  * Writes a zip archive, deflated and, with a password, encrypted with AES-256.
  *
  * The archive appears at its path on close(), whole or not at all; an archive that stood there
- * before is replaced then. A writer that goes without close() leaves nothing.
+ * before is replaced then, keeping its permissions. A writer that goes without close() leaves
+ * nothing. Until close() all contents are held in memory.
+ * @code
+ * ZipWriter zip(QStringLiteral("cams.zip"), "secret");
+ * zip.open();
+ * zip.appendFile(&file, QStringLiteral("front.cfg"), QString(), QDateTime::currentDateTime());
+ * zip.close();
+ * @endcode
  *
  * Threads: reentrant.
  */
@@ -37,15 +44,17 @@ public:
 
     /**
      * Begins the archive.
-     * @throws IOException when it cannot be created there, or the writer is open already
+     * @throws IOException when it cannot be created there, something else than a file stands there,
+     * or the writer is open already
      */
     void open();
 
     /**
      * Adds what remains in the open @p device as the entry @p entryName with @p comment (both UTF-8
-     * in the archive). The entry's time is @p dateTime as local time, in steps of two seconds.
-     * @throws IOException when the writer is not open, the device fails, or the entry cannot be
-     * added
+     * in the archive). The entry's time is @p dateTime as local time, in steps of two seconds, from
+     * 1980 to 2107. After an exception the archive is as it was before the call.
+     * @throws IOException when the writer is not open, the device fails, the name is empty, ends
+     * with a slash, or is in the archive already, or name or comment do not fit into 65535 bytes
      */
     void appendFile(QIODevice *device, const QString &entryName, const QString &comment,
                     const QDateTime &dateTime);

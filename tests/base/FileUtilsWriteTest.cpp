@@ -84,6 +84,22 @@ TEST_F(CopyText, raisesTheErrorOfAFullDisk)
     }
 }
 
+// A disk that is full after k bytes: in the middle of a write, or of the buffer of one.
+TEST_F(CopyText, raisesTheReasonOfADiskThatFillsUp)
+{
+    const QString text(20000, QLatin1Char('x'));
+    for (int size = 0; size <= 20000; size += size < 100 || size > 19900 ? 1 : 97) {
+        QFile file(path("file"_q));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        const FileSizeLimit limit(static_cast<rlim_t>(size));
+        if (size == 20000)
+            EXPECT_NO_THROW(FileUtils::copyText(text, &file));
+        else
+            expectThrows<FileException>([&] { FileUtils::copyText(text, &file); },
+                                        path("file"_q) + ": File too large"_q);
+    }
+}
+
 TEST_F(CopyText, findsNoFaultInAFullDiskForAnEmptyText)
 {
     QFile file("/dev/full"_q);

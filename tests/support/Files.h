@@ -18,6 +18,10 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 /** Makes @p content the whole content of the file at @p path. */
 inline void writeFile(const QString &path, const QByteArray &content)
 {
@@ -48,6 +52,32 @@ inline void runProgram(const QString &program, const QStringList &arguments, con
     ASSERT_EQ(process.exitCode(), 0)
         << qPrintable(program) << ": " << process.readAll().constData();
 }
+
+/** Lets files grow to so many bytes only while it lives, as a disk does that fills up. */
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t size)
+    {
+        struct sigaction ignore = {};
+        ignore.sa_handler = SIG_IGN;
+        ::sigaction(SIGXFSZ, &ignore, &m_action);
+        ::getrlimit(RLIMIT_FSIZE, &m_limit);
+        const rlimit lowered = {size, m_limit.rlim_max};
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &lowered), 0);
+    }
+    ~FileSizeLimit()
+    {
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &m_limit), 0);
+        ::sigaction(SIGXFSZ, &m_action, nullptr);
+    }
+    FileSizeLimit(const FileSizeLimit &) = delete; // restores once
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+private:
+    struct sigaction m_action = {};
+    rlimit m_limit = {};
+};
 
 /** A test with a folder of its own that goes with it. */
 class FolderTest : public testing::Test
