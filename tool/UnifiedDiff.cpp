@@ -186,9 +186,9 @@ QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after, const 
         x += begin - i;
         y += begin - i;
 
-        // The hunk goes on as long as fewer than two contexts of kept lines lie between changes.
+        // The hunk goes on as long as the contexts of two changes overlap or meet.
         int lastChange = change;
-        for (int j = change; j < count && j - lastChange <= 2 * kContext; ++j)
+        for (int j = change; j < count && j - lastChange <= 2 * kContext + 1; ++j)
             if (steps[std::size_t(j)] != Step::Keep)
                 lastChange = j;
         const int end = std::min(count, lastChange + 1 + kContext);

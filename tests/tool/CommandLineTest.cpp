@@ -308,4 +308,36 @@ TEST(CommandLine, anEndlessInputIsRefused)
     expectRun(result, 2, "", "vantero-formats: /dev/zero: larger than 512 MiB\n");
 }
 
+#ifndef __SANITIZE_ADDRESS__ // which reserves far more address space than any limit
+TEST(CommandLine, memoryThatRunsOutIsTold)
+{
+    QByteArray large = "#:1\n#:2\n\nSECTION s\n";
+    for (int i = 0; i < 50000; ++i)
+        large += "key" + QByteArray::number(i) + "=value\n";
+    large += "ENDSECTION s\n";
+    int failures = 0;
+    for (int megabytes = 30; megabytes < 130; megabytes += 10) {
+        for (const bool json : {false, true}) {
+            ToolCall call{{"-c",
+                           "ulimit -v " + std::to_string(megabytes * 1024) +
+                               "; exec \"$0\" config show - --section s --key key7 " +
+                               (json ? "--json" : ""),
+                           VANTERO_TOOL},
+                          large};
+            call.program = "/bin/sh";
+            const ToolResult result = runTool(call);
+            EXPECT_EQ(result.signal, 0);
+            if (result.exitCode == 0 || result.exitCode == 127) // enough, or too little to start
+                continue;
+            ++failures;
+            EXPECT_EQ(result.exitCode, 2);
+            const QString message = json ? errorOf(result).value("message"_q).toString()
+                                         : QString::fromUtf8(result.err);
+            EXPECT_THAT(message.toStdString(), HasSubstr("out of memory"));
+        }
+    }
+    EXPECT_GT(failures, 0);
+}
+#endif
+
 } // namespace
