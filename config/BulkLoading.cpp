@@ -113,9 +113,7 @@ private:
         try {
             return collectFile(path);
         } catch (const FileException &) {
-            if (QFileInfo(path).isFile())
-                throw;
-            return 0; // gone since, as if it had never been there
+            return collectUnknown(path); // it may be gone by now, which is no failure
         }
     }
 

@@ -426,24 +426,22 @@ TEST_F(BulkLoading, acceptsFilesThatVanishWhileItRuns)
 {
     constexpr int kFiles = 300;
     folder("dir"_q);
-    std::atomic<bool> done{false};
-    std::thread changer([&] {
-        for (int round = 0; round < 20; ++round) {
-            // New names: a file that is back already counts as one that cannot be read.
-            const QString name = path("dir/%1-%2"_q.arg(round));
+    for (int round = 0; round < 20; ++round) {
+        for (int i = 0; i < kFiles; ++i)
+            writeFile(path("dir/%1"_q.arg(i)), configOf("10.0.0.1"));
+        std::atomic<bool> started{false};
+        std::thread remover([&] {
+            started = true;
             for (int i = 0; i < kFiles; ++i)
-                writeFile(name.arg(i), configOf("10.0.0.1"));
-            for (int i = kFiles - 1; i >= 0; --i)
-                QFile::remove(name.arg(i));
+                QFile::remove(path("dir/%1"_q.arg(i)));
+        });
+        while (!started) {
         }
-        done = true;
-    });
-    do {
         Configurations all;
         EXPECT_NO_THROW(all = VanteroConfigFile::parseAll({path("dir"_q)}, true, ""_b));
         EXPECT_LE(all.size(), kFiles);
-    } while (!done);
-    changer.join();
+        remover.join();
+    }
 }
 
 // ---- Archives --------------------------------------------------------------------------------
