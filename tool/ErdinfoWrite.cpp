@@ -123,7 +123,7 @@ private:
                      static_cast<quint64>(m_time1.value_or(0)),
                      static_cast<quint64>(m_time2.value_or(0)), text(0).toStdWString(),
                      text(1).toStdWString(), text(2).toStdWString());
-        const QByteArray bytes = file.save() ? readInput(memory.path()) : QByteArray();
+        QByteArray bytes = file.save() ? readInput(memory.path()) : QByteArray();
         if (bytes.size() != kRecordSize || !ErdinfoRecord::read(bytes).faults.isEmpty())
             throw failure(QStringLiteral("the record could not be made"));
         return bytes;

@@ -59,7 +59,7 @@ private:
         QFile file(name);
         if (!file.open(QIODevice::ReadOnly))
             throw ToolError(ExitCode::BadInput, file.errorString()).at(name);
-        const VanteroSoftwareVersion version = VanteroSoftwareVersion::fromFwpFile(&file);
+        VanteroSoftwareVersion version = VanteroSoftwareVersion::fromFwpFile(&file);
         if (file.error() != QFile::NoError)
             throw ToolError(ExitCode::BadInput, file.errorString()).at(name);
         return version;

@@ -194,7 +194,7 @@ QString VanteroSoftwareVersion::platform() const
 {
     const Range code = m_components[kPlatform];
     if (code.low != code.high)
-        return QString(QLatin1Char('*'));
+        return QLatin1String("*");
     for (const Platform &platform : kPlatforms) {
         if (platform.code == code.low)
             return QLatin1String(platform.name);

@@ -239,7 +239,7 @@ TEST_F(ErdinfoFile, theCountOfCharactersIsTheCountOfBytes)
             Data data;
             QByteArray storage;
             for (int i = 0; i < length; ++i) {
-                const auto unit = static_cast<quint32>(0x11223301 + i * 0x01010101);
+                const auto unit = 0x11223301U + static_cast<quint32>(i) * 0x01010101U;
                 data.*field.text += static_cast<wchar_t>(unit);
                 storage += littleEndian(unit, 4);
             }

@@ -448,6 +448,7 @@ const OrderRow orderRows[] = {
     {"trailingSeparatorEqualsPre", "VN-3.0.6.29.", "VN-3.0.6.29-pre", 0},
     {"missingPartIsZero", "VN-3", "VN-3.0.0.0", 0},
 
+    {"patternEqualsWhatItCovers", "VN-3.0.8.4", "VN-3.0.8.*", 0},
     {"patternEqualsFirst", "VN-3.0.6.*", "VN-3.0.6.1", 0},
     {"patternEqualsSecond", "VN-3.0.6.*", "VN-3.0.6.2", 0},
     {"thoseTwoAreUnequal", "VN-3.0.6.1", "VN-3.0.6.2", -1},
