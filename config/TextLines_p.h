@@ -30,7 +30,7 @@ public:
     bool atEnd() const { return m_next == m_end; }
 
     /** What is still to be read. */
-    QStringView rest() const { return QStringView(m_next, m_end); }
+    QStringView rest() const { return {m_next, m_end}; }
 
     /** Reads a line, of at most @p maxLength characters when that is not 0; false at the end. */
     bool readLine(QStringView &line, qsizetype maxLength = 0)

@@ -49,9 +49,9 @@ QString writeNewFile(const QDir &folder, const QString &address, const QByteArra
         file.close();
         if (written && file.error() == QFileDevice::NoError)
             return name;
-        const ToolError error = outputError(file.errorString(), file.fileName());
+        const QString reason = file.errorString();
         file.remove(); // ours, and not complete
-        throw error;
+        throw outputError(reason, file.fileName());
     }
 }
 
@@ -95,7 +95,7 @@ public:
             if (!m_isOpen)
                 m_writer.open();
             m_isOpen = true;
-            const QString name = writeNewFile(QDir(m_names.path()), address, QByteArray());
+            QString name = writeNewFile(QDir(m_names.path()), address, QByteArray());
             QBuffer buffer;
             buffer.setData(bytes);
             buffer.open(QIODevice::ReadOnly);

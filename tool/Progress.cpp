@@ -21,7 +21,7 @@ constexpr int kBarWidth = 30;
 bool isTerminal()
 {
     const QByteArray kind = qgetenv("TERM");
-    return ::isatty(STDERR_FILENO) && !kind.isEmpty() && kind != "dumb";
+    return ::isatty(STDERR_FILENO) == 1 && !kind.isEmpty() && kind != "dumb";
 }
 
 } // namespace
