@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
-"""Checks what headers and programs include.
+"""Checks that the installed headers are enough.
 
-Installed headers include only each other, Qt and the standard library; the tool and the examples
-use the library as others do: through installed headers alone.
+They include only each other, Qt and the standard library; they declare every class and constant
+that the libraries export; the tool and the examples use the library as others do, through installed
+headers alone.
 
-check_includes.py INSTALLED_INCLUDE_FOLDER SOURCE_FOLDER
+check_headers.py INSTALLED_INCLUDE_FOLDER SOURCE_FOLDER
 """
 import re
 import sys
@@ -13,6 +14,9 @@ from pathlib import Path
 OURS = ("base", "config", "version", "erdinfo", "alarm")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 STANDARD = re.compile(r"[a-z_]+")
+EXPORTED = re.compile(r"^(?:[a-z -]+ for )?vn::(\w+)", re.MULTILINE)
+DECLARED = re.compile(r"^(?!#).*\bVN_(?:BASE_)?EXPORT\s+(?:extern\s+const\s+[^;]*?)?(\w+)\s*[:{;\n]",
+                      re.MULTILINE)
 QT = re.compile(r"Qt(Core|Script)/\w+(\.h)?")
 
 
@@ -43,7 +47,15 @@ def main(installed, source):
                 if name.split("/")[0] in OURS and name not in headers:
                     errors.append(f"{path.relative_to(source)} includes {name}, "
                                   "which is not installed")
-    print(f"{len(headers)} headers and {checked} files of tool and examples checked")
+    exported = {name for path in (source / "tests/install").glob("*.symbols")
+                for name in EXPORTED.findall(path.read_text(encoding="utf-8"))}
+    declared = {name for header in headers
+                for name in DECLARED.findall((installed / header).read_text(encoding="utf-8"))}
+    for name in sorted(exported - declared):
+        errors.append(f"{name} is exported and in no installed header")
+    for name in sorted(declared - exported):
+        errors.append(f"{name} is declared in an installed header and not exported")
+    print(f"{len(exported)} exported names, {len(headers)} headers and {checked} files of tool and examples checked")
     for error in errors:
         print(error, file=sys.stderr)
     return 1 if errors else 0
