@@ -7,6 +7,7 @@
 #include <QtCore/QStringList>
 
 #include <algorithm>
+#include <clocale>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -80,6 +81,12 @@ bool isDigit(char c)
 bool isLetter(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+/** The number that @p text is, whatever the locale. */
+double numberIn(const QByteArray &text)
+{
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+    return strtod_l(text.constData(), nullptr, cLocale);
 }
 bool isHex(char c)
 {
@@ -259,7 +266,7 @@ private:
         }
         if (const int length = number()) {
             token.name = "TNUMBER";
-            token.value = ofNumber(std::strtod(begin(length).constData(), nullptr));
+            token.value = ofNumber(numberIn(begin(length)));
             return true;
         }
         if (isIn(at(0), "\"'")) {
@@ -525,7 +532,7 @@ private:
             token.value = ofNumber(static_cast<int>(std::strtol(text.constData(), nullptr, 10)));
         } else if (longest == number) {
             token.name = "TFLOAT";
-            token.value = ofNumber(std::strtod(text.constData(), nullptr));
+            token.value = ofNumber(numberIn(text));
         } else if (longest == word) {
             token.name = "TSTRING";
             token.value = QString::fromLatin1(text);

@@ -11,6 +11,7 @@
 
 #include <QtCore/QVariant>
 
+#include <clocale>
 #include <cstdlib>
 #include <cstring>
 
@@ -277,7 +278,8 @@ private:
             return "'%1'"_q.arg(character);
         }
         if (const int length = numberLength()) {
-            value = std::strtod(take(length).constData(), nullptr);
+            static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+            value = strtod_l(take(length).constData(), nullptr, cLocale);
             begin(length);
             return "TNUMBER"_q;
         }

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <clocale>
+#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 
@@ -19,13 +20,34 @@ extern "C" const char *__asan_default_options()
 }
 #endif
 
+namespace {
+
+/** The tests pass in every locale, which is C.UTF-8 unless @p wanted names another one. The
+ * system's error texts, which some tests compare, stay English. */
+bool settleLocale(const char *wanted)
+{
+    ::unsetenv("LC_ALL");
+    ::setenv("LC_MESSAGES", "C.UTF-8", 1);
+    for (const char *category : {"LC_CTYPE", "LC_NUMERIC", "LC_TIME", "LC_COLLATE", "LC_MONETARY"})
+        ::unsetenv(category);
+    ::setenv("LANG", wanted ? wanted : "C.UTF-8", 1);
+    if (!std::setlocale(LC_ALL, "")) {
+        std::fprintf(stderr, "there is no locale %s\n", wanted);
+        return false;
+    }
+    if (!wanted)
+        ::setenv("LC_ALL", "C.UTF-8", 1);
+    return true;
+}
+
+} // namespace
+
 int main(int argc, char **argv)
 {
     // A place with daylight saving time, where local time and UTC cannot be mistaken.
     ::setenv("TZ", "Europe/Berlin", 1);
     ::tzset();
-    ::setenv("LC_ALL", "C.UTF-8", 1);
-    if (!std::setlocale(LC_ALL, "C.UTF-8"))
+    if (!settleLocale(std::getenv("VANTERO_TEST_LOCALE")))
         return 1;
 
     testing::InitGoogleMock(&argc, argv);
