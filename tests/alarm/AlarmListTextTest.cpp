@@ -232,8 +232,7 @@ TEST(AlarmListText, longTextsKeepEveryByte)
     EXPECT_EQ(parsed("[0." + digits + "]").toList().first().toDouble(), 1.0 / 9);
 }
 
-// ---- The stack
-// -----------------------------------------------------------------------------------
+// ---- The stack ----------------------------------------------------------------------------------
 
 TEST(AlarmListStack, holds99ElementsOfAFlatArray)
 {

@@ -247,8 +247,7 @@ TEST_F(AlarmUpdateText, longTextsKeepEveryByte)
     EXPECT_EQ(parsed("x=" + quote).property("x"_q).toString(), QString::fromLatin1(quote));
 }
 
-// ---- The stack
-// -----------------------------------------------------------------------------------
+// ---- The stack ----------------------------------------------------------------------------------
 
 TEST_F(AlarmUpdateText, stackHolds98Pairs)
 {
@@ -268,8 +267,7 @@ TEST_F(AlarmUpdateText, stackHolds98StringsOfAList)
                      199);
 }
 
-// ---- Messages
-// ------------------------------------------------------------------------------------
+// ---- Messages -----------------------------------------------------------------------------------
 
 namespace {
 
