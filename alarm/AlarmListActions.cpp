@@ -4,6 +4,7 @@
 #include "alarm/AlarmListActions_p.h"
 
 #include "alarm/NumberText_p.h"
+#include "alarm/SharedStrings_p.h"
 #include "alarm/SyntaxErrorText_p.h"
 
 #include <QtCore/QMap>
@@ -41,17 +42,25 @@ void AlarmListActions::storeError(AlarmListParser *parser, const char *message)
     parser->m_errorMessage = QString::fromLatin1(message);
 }
 
-void AlarmListActions::appendText(QString &string, const char *text, int length)
+void AlarmListActions::setText(AlarmListParser *parser, QString &string, const char *text,
+                               int length)
+{
+    string = parser->m_strings->string(text, length);
+}
+
+void AlarmListActions::appendText(AlarmListParser *parser, QString &string, const char *text,
+                                  int length)
 {
     if (string.isEmpty())
-        string = QString::fromLatin1(text, length);
+        setText(parser, string, text, length);
     else
         string.append(QLatin1String(text, length));
 }
 
-void AlarmListActions::makeWord(QVariant &result, const char *text, int length)
+void AlarmListActions::makeWord(AlarmListParser *parser, QVariant &result, const char *text,
+                                int length)
 {
-    result = QString::fromLatin1(text, length);
+    result = parser->m_strings->string(text, length);
 }
 
 void AlarmListActions::makeNumber(QVariant &result, const char *text, int length)

@@ -40,8 +40,9 @@ public:
     static void storeResult(AlarmListParser *parser, AlarmListValue &value);
     static void storeError(AlarmListParser *parser, const char *message);
 
-    static void appendText(QString &string, const char *text, int length);
-    static void makeWord(QVariant &result, const char *text, int length);
+    static void setText(AlarmListParser *parser, QString &string, const char *text, int length);
+    static void appendText(AlarmListParser *parser, QString &string, const char *text, int length);
+    static void makeWord(AlarmListParser *parser, QVariant &result, const char *text, int length);
     static void makeNumber(QVariant &result, const char *text, int length);
 
     // The makers leave in result, which begins as the first value of the rule, the value of the

@@ -6,6 +6,7 @@
 #include "alarm/AlarmListActions_p.h"
 #include "alarm/ParserInput_p.h"
 #include "alarm/ScannerInput_p.h"
+#include "alarm/SharedStrings_p.h"
 #include "alarm/TokenLocation_p.h"
 #include "base/ExceptionBoundary_p.h"
 #include "base/Exceptions.h"
@@ -36,6 +37,7 @@ void AlarmListParser::ScannerDeleter::operator()(void *scanner) const
 
 AlarmListParser::AlarmListParser(QObject *parent)
     : QObject(parent)
+    , m_strings(std::make_unique<internal::SharedStrings>())
 {
     yyscan_t scanner = nullptr;
     if (alarmlistlex_init_extra(this, &scanner) != 0)

@@ -19,6 +19,10 @@ class QTextStream;
 
 namespace vn {
 
+namespace internal {
+class SharedStrings;
+}
+
 /** Where the token stands at which an alarm list parser is: byte offsets from 0 into the text. */
 struct PLLocation
 {
@@ -133,7 +137,8 @@ private:
     PLLocation m_location = {0, 0};
     QString m_errorMessage;
     std::vector<QString> m_keys; // of the members that are not in their objects yet, innermost last
-    QVariant m_result;           // of the running parse; outlives the parser run that stores it
+    std::unique_ptr<internal::SharedStrings> m_strings;
+    QVariant m_result; // of the running parse; outlives the parser run that stores it
 };
 
 } // namespace vn
