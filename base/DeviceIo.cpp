@@ -27,6 +27,9 @@ namespace {
 // What is asked for at once where the size is not known beforehand.
 constexpr int kChunkSize = 64 * 1024;
 
+// The most that is asked for on a device's word, which may be that of a hostile archive.
+constexpr qint64 kMostOnTrust = 16 * 1024 * 1024;
+
 /** A file that carries an error of ours to a FileException. */
 class FailedFile : public QFile
 {
@@ -178,7 +181,8 @@ QByteArray readAll(QIODevice *device)
     if (expected > kMaxContentSize)
         throwDeviceError(device, qt_error_string(EFBIG));
     // One byte more than expected shows the end without growing the buffer.
-    QByteArray bytes(expected > 0 ? static_cast<int>(expected) + 1 : kChunkSize, Qt::Uninitialized);
+    const qint64 buffered = expected > 0 ? std::min(expected, kMostOnTrust) + 1 : kChunkSize;
+    QByteArray bytes(static_cast<int>(buffered), Qt::Uninitialized);
     int size = 0;
     while (const qint64 count = reader.read(bytes.data() + size, bytes.size() - size)) {
         size += static_cast<int>(count);

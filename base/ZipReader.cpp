@@ -29,7 +29,7 @@ namespace {
 constexpr qint64 kRatioFreeSize = 16 * 1024 * 1024;
 
 // How libarchive says it.
-constexpr QLatin1String kIncorrectPassword("Incorrect passphrase");
+const QLatin1String kIncorrectPassword("Incorrect passphrase");
 
 /**
  * Finds entries by name, those of one name in turn.

@@ -33,6 +33,7 @@ struct Faults
     bool isReached;
     long remaining;
     long balance;
+    std::size_t largest;
 };
 
 constexpr int kMostFrames = 40;
@@ -42,8 +43,10 @@ int s_depth = 0;
 // Without a constructor, so that it can be used before main and costs nothing.
 thread_local Faults t_faults __attribute__((tls_model("initial-exec"))) = {};
 
-bool fails()
+bool fails(std::size_t size)
 {
+    if (t_faults.isCounting && size > t_faults.largest)
+        t_faults.largest = size;
     if (!t_faults.isCounting || t_faults.remaining == 0 || --t_faults.remaining != 0)
         return false;
     t_faults.isReached = true;
@@ -66,7 +69,7 @@ void *counted(void *memory)
 void AllocationFaults::start(long n)
 {
     s_depth = ::backtrace(s_stack, kMostFrames); // what it loads at first is there then
-    t_faults = {true, false, n, 0};
+    t_faults = {true, false, n, 0, 0};
 }
 
 bool AllocationFaults::stop()
@@ -78,6 +81,11 @@ bool AllocationFaults::stop()
 long AllocationFaults::balance()
 {
     return t_faults.balance;
+}
+
+std::size_t AllocationFaults::largest()
+{
+    return t_faults.largest;
 }
 
 bool AllocationFaults::wasIn(const char *library, const char *function)
@@ -98,17 +106,17 @@ extern "C" {
 
 EXPORTED void *malloc(std::size_t size) noexcept
 {
-    return fails() ? nullptr : counted(BEHIND(malloc)(size));
+    return fails(size) ? nullptr : counted(BEHIND(malloc)(size));
 }
 
 EXPORTED void *calloc(std::size_t count, std::size_t size) noexcept
 {
-    return fails() ? nullptr : counted(BEHIND(calloc)(count, size));
+    return fails(count * size) ? nullptr : counted(BEHIND(calloc)(count, size));
 }
 
 EXPORTED void *realloc(void *memory, std::size_t size) noexcept
 {
-    if (fails())
+    if (fails(size))
         return nullptr;
     void *result = BEHIND(realloc)(memory, size);
     return memory ? result : counted(result);

@@ -9,6 +9,8 @@
  * its like and operator new for all libraries, and may have one allocation of a thread fail.
  */
 
+#include <cstddef>
+
 namespace AllocationFaults {
 
 /** From now on counts this thread's allocations and has the @p n-th (from 1) fail; 0: none. */
@@ -19,6 +21,9 @@ bool stop();
 
 /** Between start() and stop(): the allocations of this thread that have not been freed by it. */
 long balance();
+
+/** The most bytes that one allocation of this thread has asked for since start(). */
+std::size_t largest();
 
 /** Whether the allocation that failed was asked for, at any depth, by a function of that (mangled)
  * name in that library; any function where there is no name. */

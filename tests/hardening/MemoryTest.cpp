@@ -500,3 +500,28 @@ TEST_P(MemoryFaults, endAsTheyMay)
 
 INSTANTIATE_TEST_SUITE_P(, MemoryFaults, testing::ValuesIn(kRows),
                          [](const auto &row) { return std::string(row.param.name); });
+
+TEST(MemoryOnTrust, staysSmallForADeviceThatPromisesTooMuch)
+{
+    // As an archive does whose directory says that a stored byte stands for 700 MB.
+    class Promising : public QIODevice
+    {
+    public:
+        Promising() { open(ReadOnly | Unbuffered); }
+        bool isSequential() const override { return true; }
+        qint64 bytesAvailable() const override { return 754974721; }
+
+    protected:
+        qint64 readData(char *, qint64) override
+        {
+            setErrorString("more than the limit"_q);
+            return -1;
+        }
+        qint64 writeData(const char *, qint64) override { return -1; }
+    };
+    Promising device;
+    AllocationFaults::start(0);
+    EXPECT_THROW((void)vn::FileUtils::readText(&device), vn::IOException);
+    AllocationFaults::stop();
+    EXPECT_LT(AllocationFaults::largest(), std::size_t(20) * 1024 * 1024);
+}
