@@ -55,22 +55,33 @@ QString closedReason(const QIODevice *device, QLatin1String otherwise)
 }
 
 /**
- * Whether a read of -1 from the sequential @p device means that no more will come rather than an
- * error. Qt uses -1 for both, so the device's error decides. Its sockets call it an error, too,
- * when the peer closes the connection, which is how their data end.
+ * Whether @p error is what the sockets of Qt's network module, which is no part of this library,
+ * say when the peer closes the connection, which is how their data end.
  */
-bool isEndOfSequential(const QIODevice *device)
+bool isClosedByPeer(const QIODevice *device, const QString &error)
+{
+    if (device->inherits("QAbstractSocket"))
+        return error == QCoreApplication::translate("QAbstractSocket",
+                                                    "The remote host closed the connection");
+    return device->inherits("QLocalSocket") &&
+           error.endsWith(QCoreApplication::translate("QLocalSocket", "%1: Remote closed")
+                              .remove(QLatin1String("%1")));
+}
+
+/**
+ * Whether a read of -1 from @p device means that no more will come rather than an error. Qt uses -1
+ * for both, so the device's own error decides.
+ */
+bool isEnd(const QIODevice *device)
 {
     if (const auto *file = qobject_cast<const QFileDevice *>(device))
-        return file->error() == QFileDevice::NoError;
+        return file->isSequential() && file->error() == QFileDevice::NoError;
     if (const auto *process = qobject_cast<const QProcess *>(device))
         return process->error() == QProcess::UnknownError || process->error() == QProcess::Timedout;
     const QString error = device->errorString();
-    if (error == noErrorText())
-        return true;
-    return device->inherits("QAbstractSocket") &&
-           error == QCoreApplication::translate("QAbstractSocket",
-                                                "The remote host closed the connection");
+    if (!device->isSequential()) // all that it said it had has been read
+        return error == noErrorText() && device->size() > 0 && device->pos() >= device->size();
+    return error == noErrorText() || isClosedByPeer(device, error);
 }
 
 } // namespace
@@ -93,6 +104,7 @@ void throwFileError(const QString &path, int error)
 DeviceReader::DeviceReader(QIODevice *device, int timeoutMs)
     : m_device(device)
     , m_timeoutMs(timeoutMs)
+    , m_errorBefore(device->isSequential() ? QString() : device->errorString())
 {
     m_timer.start();
     if (!device->isReadable()) // Qt would print a warning
@@ -109,11 +121,17 @@ qint64 DeviceReader::read(char *data, qint64 maxSize)
             return count;
         }
         if (count < 0) {
-            if (m_device->isSequential() && isEndOfSequential(m_device))
+            if (isEnd(m_device))
                 return 0;
             throwDeviceError(m_device);
         }
-        if (isWaitOver || !m_device->isSequential())
+        if (!m_device->isSequential()) {
+            // An error right after some data is told with the data or never.
+            if (m_device->errorString() != m_errorBefore)
+                throwDeviceError(m_device);
+            return 0;
+        }
+        if (isWaitOver)
             return 0;
         // A device that ends while it is waited for may hold a last piece of data.
         isWaitOver = !waitForMore();

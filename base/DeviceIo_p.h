@@ -52,6 +52,7 @@ private:
 
     QIODevice *m_device;
     int m_timeoutMs;
+    QString m_errorBefore; // of a device of random access
     QElapsedTimer m_timer;
 };
 

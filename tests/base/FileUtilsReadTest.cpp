@@ -13,6 +13,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
 #include <QtCore/QTextCodec>
+#include <QtNetwork/QLocalServer>
+#include <QtNetwork/QLocalSocket>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
 
@@ -397,6 +399,43 @@ TEST(ReadTextOfDevice, raisesTheDevicesErrorWhereverItComes)
     EXPECT_EQ(FileUtils::readText(&device), QString::fromLatin1(bytes));
 }
 
+TEST(ReadTextOfDevice, raisesAnErrorThatTheDeviceTellsOnce)
+{
+    const QByteArray bytes = "name=front\nip=10.0.0.1\n"_b;
+    for (int k = 0; k < bytes.size(); ++k) {
+        FailingDevice device(bytes, k, FailingDevice::Failure::Once);
+        expectThrows<IOException>([&] { FileUtils::readText(&device); },
+                                  "the medium is worn out"_q);
+    }
+}
+
+TEST(ReadTextOfDevice, takesMinusOneForTheEndWhereAllHasBeenRead)
+{
+    class Device : public QIODevice
+    {
+    public:
+        qint64 size() const override { return 5; }
+        qint64 limit = 5;
+
+    protected:
+        qint64 readData(char *data, qint64 maxSize) override
+        {
+            if (pos() >= limit)
+                return -1;
+            const qint64 count = std::min(maxSize, limit - pos());
+            std::memset(data, 'x', static_cast<std::size_t>(count));
+            return count;
+        }
+        qint64 writeData(const char *, qint64) override { return -1; }
+    };
+    Device device;
+    ASSERT_TRUE(device.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    EXPECT_EQ(FileUtils::readText(&device), "xxxxx"_q);
+    device.limit = 4;
+    ASSERT_TRUE(device.seek(0));
+    expectThrows<IOException>([&] { FileUtils::readText(&device); }, "Unknown error"_q);
+}
+
 TEST(ReadTextOfDevice, raisesAReadErrorOfAFile)
 {
     QFile file("/proc/self/mem"_q);
@@ -470,6 +509,31 @@ TEST(ReadTextOfDevice, readsASocketUntilThePeerCloses)
     ASSERT_TRUE(server.waitForNewConnection(10000));
     const std::unique_ptr<QTcpSocket> socket(server.nextPendingConnection());
     EXPECT_EQ(FileUtils::readText(socket.get()), "one two three"_q);
+    client.join();
+}
+
+TEST(ReadTextOfDevice, readsALocalSocketUntilThePeerCloses)
+{
+    QTemporaryDir folder;
+    QLocalServer server;
+    ASSERT_TRUE(server.listen(folder.filePath("socket"_q)));
+    std::thread client([&] {
+        QLocalSocket socket;
+        socket.connectToServer(folder.filePath("socket"_q));
+        ASSERT_TRUE(socket.waitForConnected());
+        for (const char *piece : {"one ", "two ", "three"}) {
+            QThread::msleep(20);
+            socket.write(piece);
+            socket.flush();
+        }
+        socket.disconnectFromServer();
+        if (socket.state() != QLocalSocket::UnconnectedState)
+            socket.waitForDisconnected();
+    });
+    ASSERT_TRUE(server.waitForNewConnection(10000));
+    const std::unique_ptr<QLocalSocket> socket(server.nextPendingConnection());
+    EXPECT_EQ(FileUtils::readText(socket.get()), "one two three"_q);
+    EXPECT_EQ(FileUtils::readText(socket.get()), ""_q);
     client.join();
 }
 

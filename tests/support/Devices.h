@@ -19,10 +19,16 @@
 class FailingDevice : public QIODevice
 {
 public:
+    enum class Failure {
+        Lasting,
+        Once, // then it is as if it had been at its end
+    };
+
     /** Holds @p bytes and fails at the offset @p failAt in them; opened for reading and writing. */
-    FailingDevice(const QByteArray &bytes, qint64 failAt)
+    FailingDevice(const QByteArray &bytes, qint64 failAt, Failure failure = Failure::Lasting)
         : m_bytes(bytes)
         , m_failAt(failAt)
+        , m_failure(failure)
     {
         open(ReadWrite | Unbuffered);
     }
@@ -37,7 +43,7 @@ protected:
     {
         const qint64 left = std::min<qint64>(m_bytes.size(), m_failAt) - pos();
         if (left <= 0 && pos() >= m_failAt)
-            return fail();
+            return m_failure == Failure::Once && m_hasFailed ? 0 : fail();
         const qint64 count = std::clamp<qint64>(left, 0, maxSize);
         std::memcpy(data, m_bytes.constData() + pos(), static_cast<std::size_t>(count));
         return count;
@@ -55,12 +61,15 @@ private:
     qint64 fail()
     {
         setErrorString(QStringLiteral("the medium is worn out"));
+        m_hasFailed = true;
         return -1;
     }
 
     QByteArray m_bytes;
     QByteArray m_written;
     qint64 m_failAt;
+    Failure m_failure;
+    bool m_hasFailed = false;
 };
 
 /** A sequential device, such as a socket or a process: its bytes come in pieces, with or without
