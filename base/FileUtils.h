@@ -28,20 +28,22 @@ public:
     /**
      * Returns the text of the file at @p path. Bytes that are valid UTF-8 are decoded as such, a
      * leading byte order mark dropped; anything else is Latin-1. Line ends stay as they are.
-     * @throws FileException when the file cannot be opened or read
+     * @throws FileException when the file cannot be opened or read, or holds 1 GiB or more
      */
     static QString readText(const QString &path);
 
     /**
      * Returns the remaining content of the open @p device as text, decoded as by readText(path).
-     * A sequential device that has no more to come is at its end.
-     * @throws IOException when reading reports an error; never a silently short text
+     * A sequential device is waited for, as long as it takes; one that has no more to come is at
+     * its end.
+     * @throws IOException when the device is not open for reading or reports an error; never a
+     * silently short text
      */
     static QString readText(QIODevice *device);
 
     /**
      * Decodes @p bytes as readText() does: valid UTF-8 (without its byte order mark) as UTF-8,
-     * anything else as Latin-1. Reports nothing: every byte sequence is a text.
+     * anything else as Latin-1. Reports nothing: every byte sequence is a text, never a null one.
      */
     static QString decodeText(const QByteArray &bytes);
 
@@ -58,8 +60,9 @@ public:
      * A sequential source is waited for; one that has no more to come is at its end, not in error.
      * @param maxBytes  the most that the source may hold, in bytes; quint64(-1) means no limit
      * @param timeoutMs the limit for the whole call, in milliseconds; negative means none
-     * @throws IOException on a read or write error, when time is out, and when the source holds
-     * more than @p maxBytes (the target then holds the first @p maxBytes at the most)
+     * @throws IOException on a read or write error, also a short write, when time is out, and when
+     * the source holds more than @p maxBytes (the target then holds the first @p maxBytes at the
+     * most); FileException where the device that fails is a QFile
      */
     static quint64 copy(QIODevice *source, QIODevice *target, quint64 maxBytes, int timeoutMs);
 
@@ -67,7 +70,7 @@ public:
      * Returns a bare file name made from @p pattern that is not taken in @p dir. "%d" becomes the
      * date of @p dateTime as yyyy-MM-dd. A taken name gets @p counterFormat, with "%i" replaced by
      * 2, 3, …, before its last "." (at its end where it has none). A dangling symbolic link takes
-     * its name, too.
+     * its name, too. A @p counterFormat without "%i" gets the number at its end.
      * @param alwaysCount numbers even a free name, from 1
      *
      * Example: the pattern "cam-%d.cfg" and the counter "[%i]" give "cam-2010-05-01.cfg", then

@@ -181,6 +181,10 @@ public:
 
     archive *handle() const { return m_handle.get(); }
 
+    // Places in the order of the entries in the file.
+    int next = 0; // of the entry whose header comes next
+    int end = 0;
+
 private:
     // The view: the file up to its directory, then m_tail.
     static la_ssize_t read(archive *handle, void *self, const void **data)
@@ -242,10 +246,6 @@ private:
     std::int64_t m_windowBegin = 0;
     std::int64_t m_windowEnd = 0;
     std::unique_ptr<archive, FreeArchive> m_handle; // goes first: it calls the functions above
-
-public:
-    int next = 0; // the position of the entry whose header comes next
-    int end = 0;
 };
 
 void EntryContent::clear()

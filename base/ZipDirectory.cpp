@@ -297,6 +297,17 @@ QString nameOf(const QByteArray &name, std::uint16_t flags, const char *extra, i
     return zipEntryName(name, flags & kUtf8Flag);
 }
 
+/** The result of open(2), without waiting for the writer of a pipe. */
+int openForReading(const QString &path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    if (name.contains('\0')) {
+        errno = EINVAL;
+        return -1;
+    }
+    return retried([&] { return ::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); });
+}
+
 std::int64_t toOffset(std::uint64_t value)
 {
     // What no file can hold shows when the entry is read.
@@ -306,10 +317,7 @@ std::int64_t toOffset(std::uint64_t value)
 } // namespace
 
 ArchiveFile::ArchiveFile(const QString &path)
-    // not waiting for the writer of a pipe
-    : m_descriptor(retried([name = QFile::encodeName(path)] {
-        return ::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    }))
+    : m_descriptor(openForReading(path))
 {
     struct stat status;
     if (!m_descriptor.isValid() || ::fstat(m_descriptor.get(), &status) != 0)

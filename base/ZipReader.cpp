@@ -8,11 +8,11 @@
 #include "base/ZipDecoder_p.h"
 #include "base/ZipDirectory_p.h"
 
-#include <QtCore/QHash>
+#include <QtCore/QRandomGenerator>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
-#include <limits>
 #include <optional>
 
 namespace vn {
@@ -28,6 +28,11 @@ namespace {
 // Up to this size, in bytes, any ratio is harmless.
 constexpr qint64 kRatioFreeSize = 16 * 1024 * 1024;
 
+// The hash of names is computed modulo 2^61 - 1, a prime.
+constexpr int kHashBits = 61;
+constexpr std::uint64_t kHashModulus = (std::uint64_t(1) << kHashBits) - 1;
+__extension__ using Uint128 = unsigned __int128;
+
 // How libarchive says it.
 const QLatin1String kIncorrectPassword("Incorrect passphrase");
 
@@ -35,7 +40,8 @@ const QLatin1String kIncorrectPassword("Incorrect passphrase");
  * Finds entries by name, those of one name in turn.
  *
  * A table of entry numbers, each at the first free place from its name's hash on, costs less to
- * make than a QHash: many archives are read in sequence once, and each entry looked up once.
+ * make than a QHash: many archives are read in sequence once, and each entry looked up once. And
+ * names that all have one hash in Qt are easily made.
  */
 class NameIndex
 {
@@ -47,14 +53,17 @@ public:
 
 private:
     std::size_t placeOf(const QString &name) const;
+    std::uint64_t hash(const QString &name) const;
 
     const std::vector<ZipEntry> &m_entries;
+    std::uint64_t m_hashKey;
     std::vector<int> m_table;     // for each name the entry that comes next; -1 is a free place
     std::vector<int> m_following; // for each entry the next one of its name, in a ring
 };
 
 NameIndex::NameIndex(const std::vector<ZipEntry> &entries)
     : m_entries(entries)
+    , m_hashKey(QRandomGenerator::global()->generate64() % kHashModulus)
     , m_following(entries.size())
 {
     std::size_t size = 2;
@@ -81,10 +90,33 @@ NameIndex::NameIndex(const std::vector<ZipEntry> &entries)
 std::size_t NameIndex::placeOf(const QString &name) const
 {
     const std::size_t mask = m_table.size() - 1;
-    std::size_t place = qHash(name) & mask;
+    std::size_t place = hash(name) & mask;
     while (m_table[place] >= 0 && m_entries[static_cast<std::size_t>(m_table[place])].name != name)
         place = (place + 1) & mask;
     return place;
+}
+
+/**
+ * The value at a secret place of the polynomial whose coefficients are the characters, three at a
+ * time, modulo a prime: whoever does not know the place cannot make names of equal hashes.
+ */
+std::uint64_t NameIndex::hash(const QString &name) const
+{
+    std::uint64_t value = static_cast<std::uint64_t>(name.size()) + 1;
+    const auto append = [&](std::uint64_t coefficient) {
+        const Uint128 product = Uint128(value) * m_hashKey + coefficient;
+        const auto folded = static_cast<std::uint64_t>(product & kHashModulus) +
+                            static_cast<std::uint64_t>(product >> kHashBits);
+        value = folded >= kHashModulus ? folded - kHashModulus : folded;
+    };
+    const ushort *letters = name.utf16();
+    int i = 0;
+    for (; i + 3 <= name.size(); i += 3)
+        append(letters[i] | std::uint64_t(letters[i + 1]) << 16 |
+               std::uint64_t(letters[i + 2]) << 32);
+    for (; i < name.size(); ++i)
+        append(letters[i]);
+    return value;
 }
 
 int NameIndex::next(const QString &name)

@@ -11,7 +11,6 @@
 #include <QtCore/QIODevice>
 #include <QtCore/QSaveFile>
 
-#include <algorithm>
 #include <deque>
 #include <limits>
 

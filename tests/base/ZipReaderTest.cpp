@@ -7,6 +7,7 @@
 #include "support/Expect.h"
 #include "support/Random.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QTextStream>
 
 #include <algorithm>
@@ -661,6 +662,60 @@ TEST_F(ZipReaderTest, refusesWhatIsNoArchive)
     ::alarm(0);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     ::close(socket);
+}
+
+TEST_F(ZipReaderTest, takesNoZeroCharacterForTheEndOfAPath)
+{
+    archiveWith(kThree);
+    const QString longer = archive() + QChar(0) + ".zip"_q;
+    ZipReader zip(longer);
+    EXPECT_FALSE(zip.open(QIODevice::ReadOnly));
+    EXPECT_EQ(zip.errorString(), longer + ": Invalid argument"_q);
+}
+
+// A table that took Qt's hash would compare each of these names with all others.
+TEST_F(ZipReaderTest, findsNamesThatAllHaveOneHashInQt)
+{
+    // Two texts of equal size and hash; any sequence of them has one hash, too.
+    Random random(11);
+    QHash<uint, QString> seen;
+    QString one;
+    QString other;
+    while (one.isEmpty()) {
+        QString name;
+        for (int i = 0; i < 8; ++i)
+            name += QLatin1Char(static_cast<char>('a' + random.below(26)));
+        other = seen.value(qHash(name));
+        if (!other.isEmpty() && other != name)
+            one = name;
+        seen.insert(qHash(name), name);
+    }
+    QByteArray list;
+    constexpr int kBits = 15;
+    for (int i = 0; i < 1 << kBits; ++i) {
+        QString name;
+        for (int bit = 0; bit < kBits; ++bit)
+            name += (i >> bit & 1) ? one : other;
+        list += name.toLatin1() + '\n';
+    }
+    const QStringList names =
+        QString::fromLatin1(list).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_EQ(qHash(names.first()), qHash(names.last()));
+    writeFile(path("names"_q), list);
+    runPython(R"(
+import zipfile
+with zipfile.ZipFile('cams.zip', 'w') as archive:
+    for name in open('names').read().split():
+        archive.writestr(name, name[-8:])
+)",
+              {}, dir().path());
+    ::alarm(60);
+    ZipReader zip(archive());
+    ASSERT_TRUE(zip.open(QIODevice::ReadOnly));
+    EXPECT_EQ(zip.fileListBySuffix(QString()), names);
+    for (const QString &name : {names.first(), names.at(12345), names.last()})
+        EXPECT_EQ(readEntry(&zip, name), name.right(8).toLatin1());
+    ::alarm(0);
 }
 
 TEST_F(ZipReaderTest, raisesAnErrorWhereItIsNotOpen)
