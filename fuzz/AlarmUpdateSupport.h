@@ -21,7 +21,7 @@
 #include <functional>
 
 // The engine keeps pointers in memory of its own, where LeakSanitizer does not look for them.
-extern "C" const char *__lsan_default_suppressions();
+extern "C" Q_DECL_EXPORT const char *__lsan_default_suppressions();
 extern "C" const char *__lsan_default_suppressions()
 {
     return "leak:libQt5Script\n";

@@ -102,7 +102,7 @@ TEST(Limits, anObjectHolds98Members)
     expectTooDeep(object(99));
 }
 
-TEST(Limits, arraysNest197Deep_objects66)
+TEST(Limits, arraysNest197Deep_objects65)
 {
     EXPECT_NO_THROW((void)AlarmListParser().parse(times(197, "[") + times(197, "]")));
     expectTooDeep(times(198, "[") + times(198, "]"));

@@ -18,6 +18,14 @@ extern "C" const char *__asan_default_options()
 {
     return "check_initialization_order=1:strict_init_order=1";
 }
+
+// The script engine keeps pointers in memory of its own, where LeakSanitizer does not look for
+// them.
+extern "C" __attribute__((visibility("default"))) const char *__lsan_default_suppressions();
+extern "C" const char *__lsan_default_suppressions()
+{
+    return "leak:libQt5Script.so\n";
+}
 #endif
 
 namespace {
