@@ -8,8 +8,7 @@
 #include <memory>
 #include <optional>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -56,5 +55,4 @@ std::unique_ptr<Command> makeAppVersion()
     return std::make_unique<AppVersion>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

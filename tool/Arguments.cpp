@@ -12,8 +12,7 @@
 #include <string>
 #include <vector>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -347,5 +346,4 @@ QString wrapped(const QString &text, int indent, int column)
     return result;
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

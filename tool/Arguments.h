@@ -13,8 +13,7 @@
 #include <memory>
 #include <optional>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /**
  * The arguments of one command: what there is, what it means, and where its values go.
@@ -113,7 +112,6 @@ private:
  * the first, which has @p column characters before it already. */
 QString wrapped(const QString &text, int indent, int column);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_ARGUMENTS_H

@@ -8,8 +8,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -79,5 +78,4 @@ std::vector<CollectSource> collectSources(const QStringList &paths, bool recursi
     return walk.takeSources();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

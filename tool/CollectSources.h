@@ -12,8 +12,7 @@
 #include <functional>
 #include <vector>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /** A file or archive that may hold configurations. */
 struct CollectSource
@@ -32,7 +31,6 @@ struct CollectSource
 std::vector<CollectSource> collectSources(const QStringList &paths, bool recursive,
                                           const std::function<void(const ToolError &)> &report);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_COLLECTSOURCES_H

@@ -17,8 +17,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryDir>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -154,5 +153,4 @@ QString fileNamePart(const QString &address)
     return part.isEmpty() ? QStringLiteral("unknown") : part;
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -9,8 +9,7 @@
 
 #include <memory>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /**
  * Where collected configurations are written: a folder or an archive. It appears with the first
@@ -45,7 +44,6 @@ std::unique_ptr<CollectTarget> makeArchiveTarget(const QString &path);
  */
 QString fileNamePart(const QString &address);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_COLLECTTARGET_H

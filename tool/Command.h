@@ -8,8 +8,7 @@
 #include "Output.h"
 #include "ToolError.h"
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /**
  * One command of the tool. An object serves one run.
@@ -32,7 +31,6 @@ public:
     virtual ExitCode run(Output &out) = 0;
 };
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_COMMAND_H

@@ -3,8 +3,7 @@
 
 #include "CommandTable.h"
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 // To add a command: write a class derived from Command in a file of its own (ConfigShow.cpp is a
 // model), which ends with its factory; declare the factory here, add a row, and name the file in
@@ -58,5 +57,4 @@ QString CommandEntry::fullName() const
     return *group ? QString::fromUtf8(group) + QLatin1Char(' ') + word : word;
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -9,8 +9,7 @@
 #include <memory>
 #include <vector>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /** A row of the command table. */
 struct CommandEntry
@@ -28,7 +27,6 @@ struct CommandEntry
  * made from it. */
 const std::vector<CommandEntry> &commandTable();
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_COMMANDTABLE_H

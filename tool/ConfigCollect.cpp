@@ -19,8 +19,7 @@
 #include <optional>
 #include <vector>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -277,5 +276,4 @@ std::unique_ptr<Command> makeConfigCollect()
     return std::make_unique<ConfigCollect>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -8,8 +8,7 @@
 #include <set>
 #include <vector>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -133,5 +132,4 @@ std::unique_ptr<Command> makeConfigDiff()
     return std::make_unique<ConfigDiff>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

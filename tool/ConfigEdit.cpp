@@ -9,8 +9,7 @@
 
 #include <QtCore/QDateTime>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -201,5 +200,4 @@ QString ConfigEdit::firstThatReads(const QStringList &proposals,
     throw refusal(QStringLiteral("the format cannot hold that: it would be read back differently"));
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

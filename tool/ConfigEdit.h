@@ -14,8 +14,7 @@
 #include <optional>
 #include <vector>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /**
  * Edits single entries of a configuration text and leaves every other character as it is.
@@ -62,7 +61,6 @@ private:
     ConfigLines m_lines;
 };
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_CONFIGEDIT_H

@@ -13,8 +13,7 @@
 
 #include <QtCore/QDateTime>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -115,5 +114,4 @@ QByteArray ConfigTextFile::encode(const QString &text) const
     return bytes;
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -11,8 +11,7 @@
 
 #include <optional>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /** A configuration that a command only reads: a text, or the comment of a camera's JPEG image. */
 struct ConfigInput
@@ -64,7 +63,6 @@ private:
 VanteroConfigFile parseConfig(const QString &text, const QString &name,
                               bool *hasVersionLines = nullptr);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_CONFIGINPUT_H

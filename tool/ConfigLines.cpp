@@ -3,8 +3,9 @@
 
 #include "ConfigLines.h"
 
-namespace vn {
-namespace tool {
+#include <utility>
+
+namespace vn::tool {
 
 namespace {
 
@@ -15,8 +16,8 @@ constexpr int kEndNameAt = 11;
 
 } // namespace
 
-ConfigLines::ConfigLines(const QString &text)
-    : m_text(text)
+ConfigLines::ConfigLines(QString text)
+    : m_text(std::move(text))
 {
     split();
     classify();
@@ -134,5 +135,4 @@ QString ConfigLines::lineEnd() const
     return first.endsWith(QLatin1Char('\n')) ? first : QStringLiteral("\n");
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -8,8 +8,7 @@
 
 #include <vector>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /**
  * Where the lines of a configuration text are and what the library reads them as.
@@ -48,7 +47,7 @@ public:
     };
 
     /** Reads the places of @p text. */
-    explicit ConfigLines(const QString &text);
+    explicit ConfigLines(QString text);
 
     const std::vector<Line> &lines() const { return m_lines; }
     const std::vector<Block> &blocks() const { return m_blocks; }
@@ -85,7 +84,6 @@ private:
     int m_malformedLine = 0;
 };
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_CONFIGLINES_H

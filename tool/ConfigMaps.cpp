@@ -5,8 +5,9 @@
 
 #include "config/VanteroConfigFile.h"
 
-namespace vn {
-namespace tool {
+#include <algorithm>
+
+namespace vn::tool {
 
 VanteroConfigMap mapOf(const VanteroConfigFile &config)
 {
@@ -20,11 +21,8 @@ VanteroConfigMap mapOf(const VanteroConfigFile &config)
 bool isSameMap(const VanteroConfigMap &a, const VanteroConfigMap &b)
 {
     const QStringList names = a.allSectionKeys() + b.allSectionKeys();
-    for (const QString &name : names)
-        if (a.section(name) != b.section(name))
-            return false;
-    return true;
+    return std::all_of(names.begin(), names.end(),
+                       [&](const QString &name) { return a.section(name) == b.section(name); });
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

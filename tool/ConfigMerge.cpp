@@ -11,8 +11,7 @@
 #include <set>
 #include <vector>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -166,7 +165,7 @@ private:
         const bool hasAddress = config.section(head).contains(VanteroConfigFile::FACTORY_IP);
         const QString address = (hasAddress ? config : previous).getFactoryIP();
         merged.removeSection(head);
-        const QString text = header(config, address) + printed(merged);
+        QString text = header(config, address) + printed(merged);
 
         merged.setValue(head, VanteroConfigFile::FILE_VERSION, config.getFileVersion());
         merged.setValue(head, VanteroConfigFile::SOFTWARE_VERSION, config.getSoftwareVersion());
@@ -218,7 +217,7 @@ private:
                                     .arg(key));
     }
 
-    void print(const std::vector<Preserved> &preserved, Output &out) const
+    static void print(const std::vector<Preserved> &preserved, Output &out)
     {
         const auto quoted = [](const QString &text) {
             return QLatin1Char('"') + text + QLatin1Char('"');
@@ -273,5 +272,4 @@ std::unique_ptr<Command> makeConfigMerge()
     return std::make_unique<ConfigMerge>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

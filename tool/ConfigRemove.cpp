@@ -8,8 +8,7 @@
 
 #include <memory>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -87,5 +86,4 @@ std::unique_ptr<Command> makeConfigRemove()
     return std::make_unique<ConfigRemove>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

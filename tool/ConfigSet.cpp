@@ -7,8 +7,7 @@
 
 #include <memory>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -37,7 +36,7 @@ public:
         arguments.file("FILE", "configuration, \"-\" for standard input", m_file);
         arguments.text("SECTION", "name of the section", m_section);
         arguments.text("KEY", "the key", m_key);
-        arguments.text("VALUE", "the value; after \"--\" it may begin with \"-\"", m_value);
+        arguments.text("VALUE", R"(the value; after "--" it may begin with "-")", m_value);
         m_target.declare(arguments);
         arguments.example(m_example, m_meaning);
     }
@@ -82,5 +81,4 @@ std::unique_ptr<Command> makeConfigAdd()
         "shows what one more name server would change");
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

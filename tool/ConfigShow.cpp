@@ -7,8 +7,7 @@
 #include <memory>
 #include <optional>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -129,5 +128,4 @@ std::unique_ptr<Command> makeConfigShow()
     return std::make_unique<ConfigShow>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

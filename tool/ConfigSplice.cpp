@@ -8,8 +8,7 @@
 
 #include <memory>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -67,5 +66,4 @@ std::unique_ptr<Command> makeConfigSplice()
     return std::make_unique<ConfigSplice>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

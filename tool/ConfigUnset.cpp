@@ -7,8 +7,7 @@
 
 #include <memory>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -49,5 +48,4 @@ std::unique_ptr<Command> makeConfigUnset()
     return std::make_unique<ConfigUnset>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -10,8 +10,7 @@
 
 #include <QtCore/QFileInfo>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 void EditedText::declare(Arguments &arguments)
 {
@@ -57,5 +56,4 @@ void EditedText::deliver(const ConfigTextFile &original, const QString &edited, 
         out.print(bytes);
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

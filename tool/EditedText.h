@@ -10,8 +10,7 @@
 
 #include <optional>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /** Where an edited text goes: the options that all editing commands share. */
 class EditedText
@@ -37,7 +36,6 @@ private:
     bool m_dryRun = false;
 };
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_EDITEDTEXT_H

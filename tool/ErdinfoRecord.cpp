@@ -7,8 +7,7 @@
 
 #include <QtCore/QtEndian>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 using namespace ErdinfoLayout;
 
@@ -148,5 +147,4 @@ ErdinfoRecord ErdinfoRecord::read(const QByteArray &bytes)
     return record;
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -10,8 +10,7 @@
 
 #include <array>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /** What an erdinfo record holds, read by the layout of erdinfo/ErdinfoLayout.h. */
 struct ErdinfoRecord
@@ -39,7 +38,6 @@ struct ErdinfoRecord
     static ErdinfoRecord read(const QByteArray &bytes);
 };
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_ERDINFORECORD_H

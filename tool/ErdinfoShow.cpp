@@ -9,8 +9,7 @@
 
 #include <memory>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -117,5 +116,4 @@ std::unique_ptr<Command> makeErdinfoShow()
     return std::make_unique<ErdinfoShow>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

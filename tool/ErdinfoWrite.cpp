@@ -19,8 +19,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -159,5 +158,4 @@ std::unique_ptr<Command> makeErdinfoWrite()
     return std::make_unique<ErdinfoWrite>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -4,8 +4,7 @@
 #ifndef VN_TOOL_EXITCODE_H
 #define VN_TOOL_EXITCODE_H
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /** What the tool's exit status says, the same for every command. */
 enum class ExitCode {
@@ -15,7 +14,6 @@ enum class ExitCode {
     OutputFailed = 3, ///< a result could not be written
 };
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_EXITCODE_H

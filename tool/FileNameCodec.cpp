@@ -9,8 +9,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -34,7 +33,7 @@ Sequence decodeSequence(const uchar *bytes, int size)
     if (lead < 0xC2 || lead > 0xF4)
         return {0, false, 0};
     const int length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    uint codePoint = lead & (0xFFu >> (length + 1));
+    uint codePoint = lead & (0xFFU >> (length + 1));
     for (int i = 1; i < length; ++i) {
         if (i == size)
             return {0, true, 0};
@@ -46,7 +45,7 @@ Sequence decodeSequence(const uchar *bytes, int size)
         }
         if (bytes[i] < low || bytes[i] > high)
             return {0, false, 0};
-        codePoint = codePoint << 6 | (bytes[i] & 0x3Fu);
+        codePoint = codePoint << 6 | (bytes[i] & 0x3FU);
     }
     return {length, false, codePoint};
 }
@@ -123,7 +122,7 @@ protected:
 void installFileNameCodec()
 {
     QTextCodec::setCodecForLocale(new FileNameCodec); // Qt owns its codecs
-}
+} // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the constructor registers the codec with Qt
 
 QByteArray toOutputBytes(const QString &text)
 {
@@ -147,5 +146,4 @@ QString textFromArgument(const QByteArray &argument)
     return QString::fromUtf8(argument);
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

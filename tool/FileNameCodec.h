@@ -7,8 +7,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /**
  * Makes file names UTF-8 for all of Qt, whatever the locale says. A byte that is not part of valid
@@ -27,7 +26,6 @@ QString fileNameFromArgument(const QByteArray &argument);
 /** Any other argument: UTF-8, or Latin-1 when it is not valid UTF-8. */
 QString textFromArgument(const QByteArray &argument);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_FILENAMECODEC_H

@@ -11,8 +11,7 @@
 #include <algorithm>
 #include <memory>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -92,5 +91,4 @@ std::unique_ptr<Command> makeFirmware()
     return std::make_unique<Firmware>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -10,8 +10,7 @@
 
 #include <unistd.h>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 QByteArray readInput(const QString &name)
 {
@@ -37,7 +36,7 @@ QByteArray readInput(const QString &name)
             return bytes;
         if (bytes.size() > kMaxInputSize)
             throw ToolError(ExitCode::BadInput,
-                            QStringLiteral("larger than %1 MiB").arg(kMaxInputSize / (1024 * 1024)))
+                            QStringLiteral("larger than %1 MiB").arg(kMaxInputSize >> 20))
                 .at(name);
     }
 }
@@ -47,5 +46,4 @@ QString readInputText(const QString &name)
     return FileUtils::decodeText(readInput(name));
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -7,8 +7,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /** The most that an input may hold, in bytes. */
 constexpr qint64 kMaxInputSize = qint64(512) * 1024 * 1024;
@@ -23,7 +22,6 @@ QByteArray readInput(const QString &name);
  * FileUtils::readText() does. @throws ToolError as readInput() does */
 QString readInputText(const QString &name);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_INPUT_H

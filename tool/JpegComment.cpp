@@ -10,8 +10,7 @@
 
 #include <jpeglib.h>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -27,6 +26,7 @@ struct ErrorHandler
 {
     auto *handler = reinterpret_cast<ErrorHandler *>(info->err);
     handler->manager.format_message(info, handler->message);
+    // libjpeg is C: an exception must not pass through it. NOLINTNEXTLINE(cert-err52-cpp)
     std::longjmp(handler->wayBack, 1);
 }
 
@@ -40,7 +40,7 @@ void onMessage(j_common_ptr /*info*/, int /*level*/)
 bool readHeader(jpeg_decompress_struct *info, ErrorHandler *handler, const QByteArray &bytes)
 {
     constexpr unsigned kWholeSegment = 0xFFFF;
-    if (setjmp(handler->wayBack) != 0)
+    if (setjmp(handler->wayBack) != 0) // NOLINT(cert-err52-cpp): see onError()
         return false;
     jpeg_create_decompress(info);
     jpeg_mem_src(info, reinterpret_cast<const unsigned char *>(bytes.constData()),
@@ -78,5 +78,4 @@ QByteArray jpegComment(const QByteArray &bytes, const QString &name)
     return comment;
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -7,8 +7,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /** Whether @p bytes begin as a JPEG image does. */
 bool isJpeg(const QByteArray &bytes);
@@ -20,7 +19,6 @@ bool isJpeg(const QByteArray &bytes);
  */
 QByteArray jpegComment(const QByteArray &bytes, const QString &name);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_JPEGCOMMENT_H

@@ -8,8 +8,7 @@
 
 #include <algorithm>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -194,5 +193,4 @@ void Json::write(QByteArray &out, int level) const
     out += isObject ? '}' : ']';
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -12,8 +12,7 @@
 #include <utility>
 #include <vector>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /**
  * A JSON value that keeps its members in the order in which they were added, and tells a null
@@ -69,7 +68,6 @@ private:
     std::vector<Member> m_members; // items of an array have no name
 };
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_JSON_H

@@ -10,8 +10,7 @@
 
 #include <unistd.h>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -146,5 +145,4 @@ void writeToStandardError(const QByteArray &bytes)
     (void)writeAll(STDERR_FILENO, bytes);
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -12,8 +12,7 @@
 
 #include <optional>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /**
  * Where a command's results and complaints go: results to standard output, complaints to standard
@@ -71,7 +70,6 @@ Json errorToJson(const ToolError &error);
 /** Writes to standard error; there is nowhere to report a failure. */
 void writeToStandardError(const QByteArray &bytes);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_OUTPUT_H

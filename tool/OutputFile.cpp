@@ -19,8 +19,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -246,5 +245,4 @@ void writeFileAtomically(const QString &path, const QByteArray &content)
         (void)::fsync(directory.number());
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

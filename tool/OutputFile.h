@@ -7,8 +7,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /**
  * Makes @p content the whole content of the file @p path: afterwards, and after every failure or
@@ -22,7 +21,6 @@ namespace tool {
  */
 void writeFileAtomically(const QString &path, const QByteArray &content);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_OUTPUTFILE_H

@@ -9,8 +9,7 @@
 
 #include <unistd.h>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -60,5 +59,4 @@ void Progress::hide()
     m_visible = false;
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

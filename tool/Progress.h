@@ -6,8 +6,7 @@
 
 #include <QtCore/QElapsedTimer>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /**
  * A bar on standard error that tells how far long work has come. It appears when the work has taken
@@ -39,7 +38,6 @@ private:
     QElapsedTimer m_sinceDrawn;
 };
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_PROGRESS_H

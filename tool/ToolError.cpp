@@ -5,8 +5,7 @@
 
 #include "base/Exceptions.h"
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 ToolError::ToolError(ExitCode code, const QString &message)
     : m_code(code)
@@ -80,5 +79,4 @@ ToolError outputError(const ExceptionQt &exception, const QString &name)
     return errorFrom(ExitCode::OutputFailed, exception, name);
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

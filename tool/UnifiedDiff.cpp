@@ -8,8 +8,7 @@
 #include <algorithm>
 #include <vector>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -220,5 +219,4 @@ QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after, const 
     return out;
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -6,8 +6,7 @@
 
 #include <QtCore/QByteArray>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /**
  * The changes from @p before to @p after as a unified diff with three lines of context, which
@@ -17,7 +16,6 @@ namespace tool {
  */
 QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after, const QByteArray &name);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_UNIFIEDDIFF_H

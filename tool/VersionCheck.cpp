@@ -7,8 +7,7 @@
 #include <memory>
 #include <optional>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -66,5 +65,4 @@ std::unique_ptr<Command> makeVersionCheck()
     return std::make_unique<VersionCheck>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -6,8 +6,7 @@
 
 #include <memory>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -76,5 +75,4 @@ std::unique_ptr<Command> makeVersionCompare()
     return std::make_unique<VersionCompare>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -6,8 +6,7 @@
 
 #include <memory>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -83,5 +82,4 @@ std::unique_ptr<Command> makeVersionShow()
     return std::make_unique<VersionShow>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -3,8 +3,7 @@
 
 #include "Versions.h"
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 QString versionComponentName(int i)
 {
@@ -36,5 +35,4 @@ QStringList versionWarnings(const VanteroSoftwareVersion &version)
     return {QStringLiteral("\"%1\" names no known platform").arg(QString(version))};
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -11,8 +11,7 @@
 
 #include <QtCore/QStringList>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 /** The number of components of a version. */
 constexpr int kVersionComponents = 6;
@@ -29,7 +28,6 @@ bool covers(const VanteroSoftwareVersion &pattern, const VanteroSoftwareVersion 
 /** What there is to warn of a version: at most that its platform is not known. */
 QStringList versionWarnings(const VanteroSoftwareVersion &version);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_VERSIONS_H
