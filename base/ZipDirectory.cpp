@@ -212,8 +212,10 @@ private:
      * offset; nothing when there is none. */
     std::optional<std::int64_t> findEnd64(int place, char (&record)[kEnd64Size]) const
     {
-        const char *locator = m_tail.constData() + place - kLocatorSize;
-        if (place < kLocatorSize || !hasSignature(locator, kLocatorSignature))
+        if (place < kLocatorSize)
+            return std::nullopt;
+        const char *locator = m_tail.constData() + (place - kLocatorSize);
+        if (!hasSignature(locator, kLocatorSignature))
             return std::nullopt;
         const auto locatorOffset = static_cast<std::uint64_t>(m_tailOffset + place - kLocatorSize);
         // Where something stands before the archive, its offset is wrong, but its place is known.

@@ -200,4 +200,8 @@ TEST(FileException, keepsItsTextWhenTheFileGoesOn)
     EXPECT_EQ(exception.message(), "/nowhere/a.cfg: No such file or directory"_q);
     const std::unique_ptr<FileException> copy(exception.clone());
     EXPECT_EQ(copy->fileName(), "/nowhere/a.cfg"_q);
+    FileException assigned(file);
+    assigned = exception;
+    EXPECT_EQ(assigned.fileName(), "/nowhere/a.cfg"_q);
+    EXPECT_STREQ(assigned.what(), "/nowhere/a.cfg: No such file or directory");
 }

@@ -228,6 +228,38 @@ TEST_F(Copy, stopsASourceThatPromisesMoreForEver)
     expectTimeout(&from, 50);
 }
 
+TEST_F(Copy, stopsASourceThatAlwaysHasMore)
+{
+    class Device : public QIODevice
+    {
+    public:
+        bool isSequential() const override { return true; }
+
+    protected:
+        qint64 readData(char *data, qint64) override
+        {
+            QThread::msleep(1);
+            *data = 'x';
+            return 1;
+        }
+        qint64 writeData(const char *, qint64) override { return -1; }
+    };
+    Device from;
+    ASSERT_TRUE(from.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    expectTimeout(&from, 50);
+}
+
+TEST_F(Copy, raisesTheReadErrorOfAPipe)
+{
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    ::close(ends[0]);
+    QFile from; // on the end that is for writing
+    ASSERT_TRUE(from.open(ends[1], QIODevice::ReadOnly, QFileDevice::AutoCloseHandle));
+    expectThrows<FileException>([&] { FileUtils::copy(&from, &target, kNoLimit, 10000); },
+                                ": Bad file descriptor"_q);
+}
+
 TEST_F(Copy, stopsASourceThatNeverEnds)
 {
     QProcess process;

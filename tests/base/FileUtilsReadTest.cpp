@@ -354,6 +354,15 @@ TEST_F(ReadText, refusesAFileThatNoTextCanHold)
                                 file.fileName() + ": File too large"_q);
 }
 
+TEST_F(ReadText, refusesAFileWithoutEndOnceNoTextCanHoldIt)
+{
+    expectThrows<FileException>([] { FileUtils::readText("/dev/zero"_q); },
+                                "/dev/zero: File too large"_q);
+    QFile file("/dev/zero"_q);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    expectThrows<FileException>([&] { FileUtils::readText(&file); }, "/dev/zero: File too large"_q);
+}
+
 TEST_F(ReadText, leavesNoFileOpen)
 {
     const QString file = fileWith("text"_b);
@@ -402,10 +411,13 @@ TEST(ReadTextOfDevice, raisesTheDevicesErrorWhereverItComes)
 TEST(ReadTextOfDevice, raisesAnErrorThatTheDeviceTellsOnce)
 {
     const QByteArray bytes = "name=front\nip=10.0.0.1\n"_b;
-    for (int k = 0; k < bytes.size(); ++k) {
-        FailingDevice device(bytes, k, FailingDevice::Failure::Once);
-        expectThrows<IOException>([&] { FileUtils::readText(&device); },
-                                  "the medium is worn out"_q);
+    for (const QIODevice::OpenMode mode :
+         {QIODevice::OpenMode(QIODevice::ReadOnly), QIODevice::ReadOnly | QIODevice::Unbuffered}) {
+        for (int k = 0; k < bytes.size(); ++k) {
+            FailingDevice device(bytes, k, FailingDevice::Failure::Once, mode);
+            expectThrows<IOException>([&] { FileUtils::readText(&device); },
+                                      "the medium is worn out"_q);
+        }
     }
 }
 

@@ -249,6 +249,18 @@ TEST_F(ZipReaderDamage, ofAnEntryThatIsNotWhereTheDirectorySaysIsFound)
     expectDamaged(flipped(bytes, 0), "Damaged Zip archive"_q);
 }
 
+TEST_F(ZipReaderDamage, of64BitSizesThatAreMissingIsFound)
+{
+    const QByteArray bytes = archiveOf(configText(1000, 1), false);
+    const int directory = directoryPlace(bytes);
+    for (const int place : {20, 24, 42}) {
+        const auto zip = opened(changed(bytes, directory + place, 4, 0xFFFFFFFF));
+        ASSERT_TRUE(zip->openFile("a"_q));
+        EXPECT_TRUE(readInPieces(zip.get()).isNull());
+        EXPECT_EQ(readEntry(zip.get(), "b"_q), "behind"_b);
+    }
+}
+
 TEST_F(ZipReaderDamage, ofAnUnknownMethodIsToldByItsName)
 {
     writeFile(path("a"_q), configText(100000, 1));
@@ -315,6 +327,7 @@ TEST_F(ZipReaderDamage, ofA64BitDirectoryIsFoundOnOpening)
     for (const quint64 offset : {quint64(0), quint64(locator), ~quint64(0), ~quint64(0) - 56})
         EXPECT_EQ(readEntry(opened(changed(bytes, locator + 8, 8, offset)).get(), "a"_q),
                   "content"_b);
+    expectNotOpened(flipped(bytes, end64), none);
     // Without the locator the record's 0xFFFFFFFF are what they say.
     expectNotOpened(flipped(flipped(bytes, locator), end64), none);
 }

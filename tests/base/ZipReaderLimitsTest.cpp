@@ -159,6 +159,21 @@ TEST_F(ZipReaderLimits, ofTheCountHoldsFor64BitCountsBeforeTheDirectoryIsRead)
     EXPECT_TRUE(zip->open(QIODevice::ReadOnly));
 }
 
+TEST_F(ZipReaderLimits, holdForTheDirectoryToo)
+{
+    // 300 MB of directory, most of it a hole in the file.
+    runPython(R"(
+import struct
+with open('cams.zip', 'wb') as file:
+    file.write(b'PK\1\2')
+    file.seek(300000000)
+    file.write(struct.pack('<4s4H2IH', b'PK\5\6', 0, 0, 1, 1, 300000000, 0, 0))
+)",
+              {}, dir().path());
+    EXPECT_FALSE(zip->open(QIODevice::ReadOnly));
+    EXPECT_EQ(zip->errorString(), archive() + ": the directory is too large"_q);
+}
+
 TEST_F(ZipReaderLimits, ofTheRatioLeaveTheFirst16MiBAlone)
 {
     // Zeros deflate to about a thousandth, a little less.

@@ -544,6 +544,20 @@ TEST_F(ZipReaderTest, isNotMisledByAnArchiveInAnEntry)
     EXPECT_EQ(zip.errorString(), archive() + ": cut off: its directory is missing"_q);
 }
 
+TEST_F(ZipReaderTest, readsADirectoryThatIsSigned)
+{
+    archiveWith(kThree);
+    QByteArray bytes = readFile(archive());
+    const int end = bytes.indexOf("PK\x05\x06");
+    const QByteArray signature = "PK\x05\x05\x04\x00sign"_b;
+    const int directorySize = static_cast<unsigned char>(bytes.at(end + 12)) + signature.size();
+    ASSERT_LT(directorySize, 256);
+    bytes[end + 12] = static_cast<char>(directorySize);
+    bytes.insert(end, signature);
+    writeFile(archive(), bytes);
+    EXPECT_EQ(readAll(archive()), kThree);
+}
+
 TEST_F(ZipReaderTest, readsTheTargetOfALinkAsItsContent)
 {
     ASSERT_TRUE(dir().mkdir("in"_q));

@@ -24,13 +24,15 @@ public:
         Once, // then it is as if it had been at its end
     };
 
-    /** Holds @p bytes and fails at the offset @p failAt in them; opened for reading and writing. */
-    FailingDevice(const QByteArray &bytes, qint64 failAt, Failure failure = Failure::Lasting)
+    /** Holds @p bytes and fails at the offset @p failAt in them; opened for reading and writing, by
+     * default without a buffer of Qt's. */
+    FailingDevice(const QByteArray &bytes, qint64 failAt, Failure failure = Failure::Lasting,
+                  OpenMode mode = ReadWrite | Unbuffered)
         : m_bytes(bytes)
         , m_failAt(failAt)
         , m_failure(failure)
     {
-        open(ReadWrite | Unbuffered);
+        open(mode);
     }
 
     /** What has been written, in the place of the bytes given first. */
