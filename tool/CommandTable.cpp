@@ -9,6 +9,8 @@ namespace vn::tool {
 // model), which ends with its factory; declare the factory here, add a row, and name the file in
 // CMakeLists.txt. Help, dispatch, completions and the manual's check follow from the row.
 
+std::unique_ptr<Command> makeAlarmsList();
+std::unique_ptr<Command> makeAlarmsUpdate();
 std::unique_ptr<Command> makeAppVersion();
 std::unique_ptr<Command> makeConfigAdd();
 std::unique_ptr<Command> makeConfigCollect();
@@ -44,6 +46,8 @@ const std::vector<CommandEntry> &commandTable()
         {"version", "check", "tell whether an update is safe", makeVersionCheck},
         {"", "firmware", "show the versions of firmware packages", makeFirmware},
         {"", "app-version", "show the version of an application as people read it", makeAppVersion},
+        {"alarms", "list", "show an alarm list as a tree", makeAlarmsList},
+        {"alarms", "update", "show an alarm update as scripts get it", makeAlarmsUpdate},
         {"erdinfo", "write", "write the record of an event recording", makeErdinfoWrite},
         {"erdinfo", "show", "show and check the record of an event recording", makeErdinfoShow},
     };
