@@ -24,7 +24,9 @@ public:
     /** The @p length bytes at @p text, read as Latin-1. */
     QString string(const char *text, int length)
     {
-        if (length == 0 || length > kLongest)
+        if (length == 0)
+            return QString(); // null, as a string that was cleared
+        if (length > kLongest)
             return QString::fromLatin1(text, length);
         QString &remembered = m_strings[hash(text, length) % m_strings.size()];
         const QLatin1String wanted(text, length);

@@ -213,6 +213,16 @@ TEST(AlarmListText, singleLookupOfARepeatedKeyGivesTheFirstInTheText)
     EXPECT_EQ(all.values("a"_q), (QList<QVariant>{1.0, 2.0, 3.0}));
 }
 
+TEST(AlarmListText, emptyStringsAreNull)
+{
+    const QVariantList strings = parsed("[\"\", '', \"\\n\"]").toList();
+    EXPECT_FALSE(strings.at(0).toString().isNull());
+    EXPECT_TRUE(strings.at(1).toString().isNull());
+    EXPECT_TRUE(strings.at(2).toString().isNull());
+    EXPECT_EQ(strings.at(1).userType(), QMetaType::QString);
+    EXPECT_TRUE(parsed("{'':1}").toMap().contains(""_q));
+}
+
 TEST(AlarmListText, negativeZeroKeepsItsSign)
 {
     EXPECT_TRUE(std::signbit(parsed("[-0.0]").toList().first().toDouble()));

@@ -94,6 +94,9 @@ inline ToolResult runTool(const ToolCall &call)
             const char *before = std::getenv(name);
             ::setenv(name, (std::string(before ? before : "") + ":exitcode=99").c_str(), 1);
         }
+        const std::string leakOptions = std::getenv("LSAN_OPTIONS");
+        ::setenv("LSAN_OPTIONS",
+                 (leakOptions + ":suppressions=" VANTERO_TEST_SUPPORT "/leaks.supp").c_str(), 1);
         for (const auto &variable : call.environment)
             ::setenv(variable.first.c_str(), variable.second.c_str(), 1);
         ::signal(SIGPIPE, SIG_DFL);
