@@ -95,8 +95,11 @@ inline ToolResult runTool(const ToolCall &call)
             ::setenv(name, (std::string(before ? before : "") + ":exitcode=99").c_str(), 1);
         }
         const std::string leakOptions = std::getenv("LSAN_OPTIONS");
-        ::setenv("LSAN_OPTIONS",
-                 (leakOptions + ":suppressions=" VANTERO_TEST_SUPPORT "/leaks.supp").c_str(), 1);
+        ::setenv(
+            "LSAN_OPTIONS",
+            (leakOptions + ":print_suppressions=0:suppressions=" VANTERO_TEST_SUPPORT "/leaks.supp")
+                .c_str(),
+            1);
         for (const auto &variable : call.environment)
             ::setenv(variable.first.c_str(), variable.second.c_str(), 1);
         ::signal(SIGPIPE, SIG_DFL);
