@@ -7,12 +7,12 @@
 /** @file Predicts what AlarmListParser does with a text, by a scanner and tables of its own. */
 
 #include "alarm/LalrModel.h"
+#include "alarm/Shown.h"
 #include "support/Literals.h"
 
 #include <QtCore/QVariant>
 
 #include <clocale>
-#include <cstdlib>
 #include <cstring>
 
 /** What a parse gives: a value, or a message with the place. */

@@ -13,7 +13,6 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QDate>
 
-#include <cstdlib>
 #include <cstring>
 #include <optional>
 
@@ -231,7 +230,7 @@ private:
                 value.text = QString::number(low32Bits(text));
                 return "TINTEGER"_q;
             case 6:
-                value.text = shown(std::strtod(text.constData(), nullptr));
+                value.text = shown(numberInC(text));
                 return "TFLOAT"_q;
             case 7:
             case 8:

@@ -4,16 +4,28 @@
 #ifndef VN_TESTS_ALARM_SHOWN_H
 #define VN_TESTS_ALARM_SHOWN_H
 
-/** @file Results as texts that tell every difference: types, order, duplicates. */
+/** @file Results as texts that tell every difference: types, order, duplicates; and the numbers
+ * that they should have. */
 
 #include "support/Literals.h"
 
+#include <QtCore/QByteArray>
 #include <QtCore/QDateTime>
 #include <QtCore/QVariant>
 #include <QtScript/QScriptValue>
 #include <QtScript/QScriptValueIterator>
 
 #include <charconv>
+#include <cstdlib>
+
+#include <locale.h>
+
+/** What strtod() of the C library makes of @p text in the C locale. */
+inline double numberInC(const QByteArray &text)
+{
+    static const locale_t cLocale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+    return ::strtod_l(text.constData(), nullptr, cLocale);
+}
 
 /** A number with all its digits: two texts are equal when the numbers are. */
 inline QString shown(double number)

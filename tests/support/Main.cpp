@@ -51,14 +51,6 @@ bool settleLocale(const char *wanted)
 
 } // namespace
 
-// The same as leaks.supp, which is for programs that are run by tests: a script engine keeps
-// pointers in memory of its own, where LeakSanitizer does not look.
-extern "C" __attribute__((visibility("default"))) const char *__lsan_default_suppressions();
-extern "C" const char *__lsan_default_suppressions()
-{
-    return "leak:libQt5Script\n";
-}
-
 int main(int argc, char **argv)
 {
     // A place with daylight saving time, where local time and UTC cannot be mistaken.
