@@ -39,6 +39,7 @@ protected:
         ASSERT_TRUE(QDir(m_folder.path()).mkdir("comma"_q));
         writeFile(m_folder.filePath("comma/LC_NUMERIC"_q), numericCategory());
         m_before = std::setlocale(LC_NUMERIC, nullptr);
+        m_pathBefore = qgetenv("LOCPATH");
         ::setenv("LOCPATH", m_folder.path().toLocal8Bit().constData(), 1);
         if (!std::setlocale(LC_NUMERIC, "comma"))
             GTEST_SKIP() << "this C library has another format of locales";
@@ -47,13 +48,17 @@ protected:
     }
     void TearDown() override
     {
-        ::unsetenv("LOCPATH");
+        if (m_pathBefore.isEmpty())
+            ::unsetenv("LOCPATH");
+        else
+            ::setenv("LOCPATH", m_pathBefore.constData(), 1);
         std::setlocale(LC_NUMERIC, m_before.constData());
     }
 
 private:
     QTemporaryDir m_folder;
     QByteArray m_before;
+    QByteArray m_pathBefore;
 };
 
 } // namespace
