@@ -102,6 +102,8 @@ const Accepted kAccepted[] = {
     {"commentMarksInside", "[\"/* a */\"]", "[\"/* a */\"]"_q},
     {"latin1", "[\"\xe4\xff\x80\"]", QString::fromLatin1("[\"\xe4\xff\x80\"]")},
     {"zeroByteInAString", "[\"a\0b\"]"_b, QString::fromLatin1("[\"a\0b\"]", 7)},
+    {"zeroBytesInAString", "['\0\0a\0']"_b, QString::fromLatin1("[\"\0\0a\0\"]", 8)},
+    {"zeroByteInAComment", "[/*\0 a\0*\0/*\0*/1]"_b, "[1]"_q},
     {"stringOfManyPieces", "[\"a\\nb\\u0041c\\\\d\"]", "[\"a\\nb\\u0041c\\\\d\"]"_q},
 
     {"strayCharacterEndsTheText", "{} #", "{}"_q},
@@ -156,6 +158,7 @@ const Rejected kRejected[] = {
     {"unendedComment", "[1,/* abc", "syntax error, unexpected $end"_q, 5, 9},
     {"commentMovesTheLocation", "[1,/* abc */", "syntax error, unexpected $end"_q, 10, 12},
     {"unendedCommentWithStar", "[1,/* a*b", "syntax error, unexpected $end"_q, 7, 9},
+    {"zeroBytesInACommentAreOfItsRun", "[1,/*ab\0cd\0"_b, "syntax error, unexpected $end"_q, 5, 11},
     {"highByteOutsideOfStrings", "[\xe4]", "syntax error, unexpected $end"_q, 1, 2},
     {"zeroByte", "[\0]"_b, "syntax error, unexpected $end"_q, 1, 2},
     {"slash", "[/]", "syntax error, unexpected $end"_q, 1, 2},
@@ -228,6 +231,16 @@ TEST(AlarmListText, negativeZeroKeepsItsSign)
     EXPECT_TRUE(std::signbit(parsed("[-0.0]").toList().first().toDouble()));
     EXPECT_TRUE(std::signbit(parsed("[-1e-400]").toList().first().toDouble()));
     EXPECT_FALSE(std::signbit(parsed("[0]").toList().first().toDouble()));
+}
+
+// With n * n steps, as many zero bytes would take hours.
+TEST(AlarmListText, manyZeroBytesTakeNoLongerThanOthers)
+{
+    const QByteArray zeros(4000000, '\0');
+    EXPECT_EQ(parsed("['" + zeros + "']").toList().first().toString().size(), 4000000);
+    EXPECT_EQ(shown(parsed("[/*" + zeros + "*/]")), "[]"_q);
+    expectParseError([&] { parsed("[1 \"" + zeros); },
+                     "syntax error, unexpected $end, expecting ']'"_q, 0, 3, 4000004);
 }
 
 TEST(AlarmListText, longTextsKeepEveryByte)

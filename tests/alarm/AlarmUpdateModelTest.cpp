@@ -80,8 +80,10 @@ const QList<QByteArray> kValues = {"1",
                                    "9999-12-31",
                                    "99999999999999999999.25"};
 
-const QList<QByteArray> kPieces = {";",  "=", ",", "#", ":",    "-", "\n", " ",    "\t", "\r",
-                                   "\"", "!", "a", "x", "\xe4", "0", ".",  "\x7f", "`"};
+const QList<QByteArray> kPieces = {
+    ";",       "=",      ",", "#",    ":", "-", "\n",   " ", "\t",   "\r",           "\"",
+    "!",       "a",      "x", "\xe4", "0", ".", "\x7f", "`", "\0"_b, "\"a\0\0b\""_b, "\"\0\""_b,
+    "\"a\0"_b, "\"\0b"_b};
 
 QByteArray pairs(Random &random)
 {

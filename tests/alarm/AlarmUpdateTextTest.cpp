@@ -96,6 +96,8 @@ const Accepted kAccepted[] = {
     {"quotedKey", "\"k\"=1", "{\"k\": 1}"_q},
     {"latin1InQuotes", "x=\"\xe4\"", QString::fromLatin1("{x: \"\"\xe4\"\"}")},
     {"zeroByteInQuotes", "x=\"a\0b\""_b, QString::fromLatin1("{x: \"\"a\0b\"\"}", 12)},
+    {"zeroBytesInQuotes", "x=\"\0\0a\0\";y=1"_b, QString::fromLatin1("{y: 1, x: \"\"\0\0a\0\"\"}", 19)},
+    {"unclosedQuoteWithZeroBytesEndsTheText", "x=1\"a\0b\0"_b, "{x: 1}"_q},
     {"singleLetterA", "a=1", "{a: 1}"_q},
     {"keyLikeANumberWithSpace", "1 =2", "{1 : 2}"_q},
 
@@ -147,6 +149,8 @@ const Rejected kRejected[] = {
     {"spaceInAListIsSkipped", "x=a, ,b", "syntax error, unexpected ',', expecting TSTRING"_q, 5, 6},
     {"twoPairsWithoutMark", "x=1\ny=2", "syntax error, unexpected TSTRING, expecting $end"_q, 4, 5},
     {"unclosedQuoteAsValue", "x=\"abc", "syntax error, unexpected $end"_q, 2, 3},
+    {"unclosedQuoteWithZeroBytesAsValue", "x=\"a\0b"_b, "syntax error, unexpected $end"_q, 2, 3},
+    {"unclosedQuoteThatEndsWithAZeroByteAsValue", "x=\"a\0"_b, "syntax error, unexpected $end"_q, 2, 3},
     {"strayCharacterAsValue", "x=!", "syntax error, unexpected $end"_q, 2, 3},
     {"errorReportBehindAPair", "x=1;#m:1.0", "syntax error, unexpected '#', expecting TSTRING"_q, 4, 5},
 };
@@ -237,6 +241,14 @@ TEST_F(AlarmUpdateText, propertyNamesMayBeAnything)
             }
         }
     }
+}
+
+// With n * n steps, as many zero bytes would take hours.
+TEST_F(AlarmUpdateText, manyZeroBytesTakeNoLongerThanOthers)
+{
+    const QByteArray zeros(4000000, '\0');
+    EXPECT_EQ(parsed("x=\"" + zeros + "\"").property("x"_q).toString().size(), 4000002);
+    expectParseError([&] { parsed("x=\"" + zeros); }, "syntax error, unexpected $end"_q, 0, 2, 3);
 }
 
 TEST_F(AlarmUpdateText, longTextsKeepEveryByte)

@@ -150,6 +150,23 @@ TEST_F(RefusedBuffer, longStandardInputIsReadInParts)
                   QString(997, QLatin1Char(static_cast<char>('a' + i % 26))));
 }
 
+TEST_F(RefusedBuffer, oneLongTokenOfStandardInput)
+{
+    const QByteArray run(20000000, 'x');
+    {
+        const StandardInput input("['" + run + "\\n" + run + "']");
+        EXPECT_EQ(parseBuffer(m_lists, "x").toList().first().toString().size(), 40000002);
+    }
+    {
+        const StandardInput input("x=\"" + run + "\0\""_b);
+        EXPECT_EQ(parseBuffer(m_updates, "x").property("x"_q).toString().size(), 20000003);
+    }
+    {
+        const StandardInput input("x=1\"" + run + "\0"_b);
+        EXPECT_EQ(shown(parseBuffer(m_updates, "x")), "{x: 1}"_q);
+    }
+}
+
 TEST_F(RefusedBuffer, zeroBytesOfStandardInputAreBytesOfTheText)
 {
     const StandardInput input("['a\0b']"_b);
