@@ -93,7 +93,7 @@ void AlarmListActions::addMember(AlarmListParser *parser, AlarmListValue &result
     // QMultiMap inserts without replacing. It is a QMap, so the content can visit it.
     QMultiMap<QString, QVariant> multiMap;
     QVariantMap &visited = multiMap;
-    QVariantMap &map = contentOf<QVariantMap>(*members);
+    auto &map = contentOf<QVariantMap>(*members);
     visited.swap(map);
     multiMap.insert(parser->m_keys.back(), QVariant())->swap(*result);
     visited.swap(map);
@@ -115,7 +115,7 @@ void AlarmListActions::beginElements(AlarmListValue &result)
 
 void AlarmListActions::addElement(AlarmListValue &result, AlarmListValue &elements)
 {
-    QVariantList &list = contentOf<QVariantList>(*elements);
+    auto &list = contentOf<QVariantList>(*elements);
     list.append(QVariant());
     list.last().swap(*result);
     result = elements;

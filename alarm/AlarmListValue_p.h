@@ -29,6 +29,8 @@ public:
             m_variant.~QVariant();
     }
 
+    // Bison assigns from what it will not use again, and never to itself.
+    // NOLINTNEXTLINE(misc-unconventional-assign-operator,cert-oop54-cpp)
     AlarmListValue &operator=(AlarmListValue &other)
     {
         m_variant.swap(other.m_variant);

@@ -107,6 +107,7 @@ QScriptValue AlarmUpdateParser::keyValue(const QScriptValue &key, const QScriptV
     return object;
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): published so
 QScriptValue AlarmUpdateParser::addProperties(QScriptValue &target, const QScriptValue &source)
 {
     QScriptValueIterator property(source);

@@ -24,13 +24,15 @@ public:
     AlarmUpdateValue(const AlarmUpdateValue &) = delete; // values are handed over, see above
     ~AlarmUpdateValue() { clear(); }
 
+    // Bison assigns from what it will not use again, and never to itself.
+    // NOLINTNEXTLINE(misc-unconventional-assign-operator,cert-oop54-cpp)
     AlarmUpdateValue &operator=(AlarmUpdateValue &other)
     {
         if (other.m_isSet)
             **this = *other;
         else
             clear();
-        other.clear();
+        other.clear(); // NOLINT(cert-oop58-cpp)
         return *this;
     }
 

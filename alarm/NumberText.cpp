@@ -4,9 +4,8 @@
 #include "alarm/NumberText_p.h"
 
 #include <charconv>
-#include <clocale>
 #include <cstdlib>
-#include <locale.h>
+#include <locale.h> // NOLINT(modernize-deprecated-headers): POSIX has more in it than C++
 
 namespace vn::internal {
 

@@ -23,12 +23,12 @@ void endProcess(const char *prefix, const char *message)
 {
     for (const char *name : kPrefixed) {
         if (const char *place = std::strstr(message, name)) {
-            std::fprintf(stderr, "%.*s%s%s\n", static_cast<int>(place - message), message, prefix,
-                         place + std::strlen("yy"));
+            (void)std::fprintf(stderr, "%.*s%s%s\n", static_cast<int>(place - message), message,
+                               prefix, place + std::strlen("yy"));
             std::exit(kExitFailure);
         }
     }
-    std::fprintf(stderr, "%s\n", message);
+    (void)std::fprintf(stderr, "%s\n", message);
     std::exit(kExitFailure);
 }
 

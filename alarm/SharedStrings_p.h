@@ -25,7 +25,7 @@ public:
     QString string(const char *text, int length)
     {
         if (length == 0)
-            return QString(); // null, as a string that was cleared
+            return {}; // null, as a string that was cleared
         if (length > kLongest)
             return QString::fromLatin1(text, length);
         QString &remembered = m_strings[hash(text, length) % m_strings.size()];

@@ -14,8 +14,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -53,12 +52,6 @@ QString keyText(const QString &key)
 }
 
 } // namespace
-
-AlarmTree::AlarmTree(const Json &json, const QString &text)
-    : m_json(json)
-    , m_text(text)
-{
-}
 
 AlarmTree::AlarmTree(const QVariant &value)
 {
@@ -199,5 +192,4 @@ ToolError alarmError(const ParseException &exception, const QString &name, const
     return shown.isEmpty() ? error : error.showing(excerpt);
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

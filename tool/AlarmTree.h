@@ -17,10 +17,10 @@ class QScriptValue;
 class QVariant;
 
 namespace vn {
-
 class ParseException;
+}
 
-namespace tool {
+namespace vn::tool {
 
 /** What an alarm list or alarm update holds, in the order and with the duplicates of the library.
  */
@@ -46,7 +46,6 @@ public:
 private:
     enum class Kind { Scalar, List, Object };
 
-    AlarmTree(const Json &json, const QString &text);
     bool isBlock() const { return m_kind != Kind::Scalar && !m_children.empty(); }
     void write(QString &text, int level) const;
 
@@ -60,7 +59,6 @@ private:
  * mark under the offending token. */
 ToolError alarmError(const ParseException &exception, const QString &name, const QByteArray &bytes);
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_ALARMTREE_H

@@ -10,8 +10,7 @@
 
 #include <memory>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -63,5 +62,4 @@ std::unique_ptr<Command> makeAlarmsList()
     return std::make_unique<AlarmsList>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool

@@ -13,8 +13,7 @@
 
 #include <memory>
 
-namespace vn {
-namespace tool {
+namespace vn::tool {
 
 namespace {
 
@@ -69,5 +68,4 @@ std::unique_ptr<Command> makeAlarmsUpdate()
     return std::make_unique<AlarmsUpdate>();
 }
 
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
