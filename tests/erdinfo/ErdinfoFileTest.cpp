@@ -508,7 +508,7 @@ TEST_F(ErdinfoFile, shortWriteIsNotReported)
 }
 
 /** The number of write calls of this process so far; -1 where the system does not count them. */
-qint64 writeCalls()
+[[maybe_unused]] qint64 writeCalls()
 {
     std::ifstream counters("/proc/self/io");
     std::string name;
@@ -520,6 +520,7 @@ qint64 writeCalls()
     return -1;
 }
 
+#ifndef __SANITIZE_ADDRESS__ // the sanitizer's own calls would be counted, too
 TEST_F(ErdinfoFile, recordIsWrittenAtOnce)
 {
     if (writeCalls() < 0)
@@ -531,6 +532,7 @@ TEST_F(ErdinfoFile, recordIsWrittenAtOnce)
     EXPECT_TRUE(ok);
     EXPECT_EQ(after - before, 1);
 }
+#endif
 
 TEST_F(ErdinfoFile, fileIsClosedAfterwards)
 {
