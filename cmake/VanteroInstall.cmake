@@ -57,6 +57,21 @@ if(TARGET vantero-formats)
     NAMESPACE Vantero::
     DESTINATION "${package_dir}"
     COMPONENT FileFormatsVantero_Tool)
+
+  install(FILES "${PROJECT_SOURCE_DIR}/docs/man/vantero-formats.1"
+    DESTINATION "${CMAKE_INSTALL_MANDIR}/man1"
+    COMPONENT FileFormatsVantero_Tool)
+  set(completions "${PROJECT_SOURCE_DIR}/tool/completions")
+  install(FILES "${completions}/vantero-formats.bash"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"
+    RENAME vantero-formats
+    COMPONENT FileFormatsVantero_Tool)
+  install(FILES "${completions}/_vantero-formats"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions"
+    COMPONENT FileFormatsVantero_Tool)
+  install(FILES "${completions}/vantero-formats.fish"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d"
+    COMPONENT FileFormatsVantero_Tool)
 endif()
 
 # ---- pkg-config ----------------------------------------------------------------------------------

@@ -40,6 +40,7 @@ public:
         QString name;  // "FILE", "--section"
         QString value; // of an option: "NAME"; empty for a flag
         QString what;
+        const char *takes; // "file", "text", "number"; "nothing" for a flag
         bool positional;
         bool repeated;
         bool required;
@@ -47,8 +48,8 @@ public:
         std::function<void(const Values &)> store;
     };
 
-    void add(const char *name, const char *value, const char *what, bool repeated,
-             std::function<void(const Values &)> store)
+    void add(const char *name, const char *value, const char *what, const char *takes,
+             bool repeated, std::function<void(const Values &)> store)
     {
         const bool positional = name[0] != '-';
         // The values are taken as they came, not as CLI11 would convert them.
@@ -63,15 +64,15 @@ public:
             option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
         option->allow_extra_args(repeated && positional);
         parameters.push_back({QString::fromUtf8(name), QString::fromUtf8(value),
-                              QString::fromUtf8(what), positional, repeated, positional, option,
-                              std::move(store)});
+                              QString::fromUtf8(what), takes, positional, repeated, positional,
+                              option, std::move(store)});
     }
 
     void addFlag(const char *name, const char *what, std::function<void(const Values &)> store)
     {
-        parameters.push_back({QString::fromUtf8(name), QString(), QString::fromUtf8(what), false,
-                              false, false, app.add_flag(name)->disable_flag_override(),
-                              std::move(store)});
+        parameters.push_back({QString::fromUtf8(name), QString(), QString::fromUtf8(what),
+                              "nothing", false, false, false,
+                              app.add_flag(name)->disable_flag_override(), std::move(store)});
     }
 
     static Values withoutGuards(Values values)
@@ -134,14 +135,14 @@ void Arguments::example(const char *commandLine, const char *meaning)
 
 void Arguments::file(const char *name, const char *what, QString &target)
 {
-    d->add(name, "", what, false, [&target](const Private::Values &values) {
+    d->add(name, "", what, "file", false, [&target](const Private::Values &values) {
         target = fileNameFromArgument(fromStdString(values.front()));
     });
 }
 
 void Arguments::files(const char *name, const char *what, QStringList &target)
 {
-    d->add(name, "", what, true, [&target](const Private::Values &values) {
+    d->add(name, "", what, "file", true, [&target](const Private::Values &values) {
         for (const std::string &value : values)
             target += fileNameFromArgument(fromStdString(value));
     });
@@ -149,14 +150,14 @@ void Arguments::files(const char *name, const char *what, QStringList &target)
 
 void Arguments::text(const char *name, const char *what, QString &target)
 {
-    d->add(name, "", what, false, [&target](const Private::Values &values) {
+    d->add(name, "", what, "text", false, [&target](const Private::Values &values) {
         target = textFromArgument(fromStdString(values.front()));
     });
 }
 
 void Arguments::texts(const char *name, const char *what, QStringList &target)
 {
-    d->add(name, "", what, true, [&target](const Private::Values &values) {
+    d->add(name, "", what, "text", true, [&target](const Private::Values &values) {
         for (const std::string &value : values)
             target += textFromArgument(fromStdString(value));
     });
@@ -165,7 +166,7 @@ void Arguments::texts(const char *name, const char *what, QStringList &target)
 void Arguments::fileOption(const char *option, const char *value, const char *what,
                            std::optional<QString> &target)
 {
-    d->add(option, value, what, false, [&target](const Private::Values &values) {
+    d->add(option, value, what, "file", false, [&target](const Private::Values &values) {
         target = fileNameFromArgument(fromStdString(values.front()));
     });
 }
@@ -173,14 +174,14 @@ void Arguments::fileOption(const char *option, const char *value, const char *wh
 void Arguments::option(const char *option, const char *value, const char *what,
                        std::optional<QString> &target)
 {
-    d->add(option, value, what, false, [&target](const Private::Values &values) {
+    d->add(option, value, what, "text", false, [&target](const Private::Values &values) {
         target = textFromArgument(fromStdString(values.front()));
     });
 }
 
 void Arguments::option(const char *option, const char *value, const char *what, QStringList &target)
 {
-    d->add(option, value, what, true, [&target](const Private::Values &values) {
+    d->add(option, value, what, "text", true, [&target](const Private::Values &values) {
         for (const std::string &item : values)
             target += textFromArgument(fromStdString(item));
     });
@@ -190,7 +191,7 @@ void Arguments::option(const char *option, const char *value, const char *what,
                        std::optional<qint64> &target, qint64 smallest, qint64 largest)
 {
     const QString name = QString::fromUtf8(option);
-    d->add(option, value, what, false,
+    d->add(option, value, what, "number", false,
            [this, name, smallest, largest, &target](const Private::Values &values) {
                const QByteArray text = fromStdString(values.front());
                const bool hexadecimal = text.startsWith("0x") || text.startsWith("-0x");
@@ -318,6 +319,30 @@ QStringList Arguments::names() const
             if (parameter.positional == positional)
                 result += parameter.name;
     return result << QStringLiteral("--help");
+}
+
+Json Arguments::toJson() const
+{
+    Json positionals = Json::array();
+    Json options = Json::array();
+    for (const Private::Parameter &parameter : d->parameters) {
+        Json json = Json::object({{"name", parameter.name}, {"meaning", parameter.what}});
+        if (!parameter.positional)
+            json.insert(QStringLiteral("value"), parameter.value);
+        json.insert(QStringLiteral("takes"), parameter.takes);
+        json.insert(QStringLiteral("required"), parameter.required);
+        json.insert(QStringLiteral("repeated"), parameter.repeated);
+        (parameter.positional ? positionals : options).append(std::move(json));
+    }
+    Json examples = Json::array();
+    for (const auto &example : qAsConst(d->examples))
+        examples.append(Json::object({{"command", example.first}, {"meaning", example.second}}));
+    return Json::object({{"name", d->command},
+                         {"summary", d->summary},
+                         {"description", Json::array(d->paragraphs)},
+                         {"arguments", std::move(positionals)},
+                         {"options", std::move(options)},
+                         {"examples", std::move(examples)}});
 }
 
 QString wrapped(const QString &text, int indent, int column)

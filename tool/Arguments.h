@@ -4,6 +4,8 @@
 #ifndef VN_TOOL_ARGUMENTS_H
 #define VN_TOOL_ARGUMENTS_H
 
+#include "Json.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QList>
 #include <QtCore/QString>
@@ -102,6 +104,10 @@ public:
 
     /** The names of the positional arguments and options, in the order of the help. */
     QStringList names() const;
+
+    /** The same with all that the help tells, for the manual and the completions. "--help" is not
+     * among the options: every command has it. */
+    Json toJson() const;
 
 private:
     class Private;

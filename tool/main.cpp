@@ -93,10 +93,12 @@ QString overview(const QByteArray &group)
     return text;
 }
 
-/** A line for each command: name, summary, arguments and options, parted by tabulators. */
-QString listOfCommands()
+/** A line for each command: name, summary, arguments and options, parted by tabulators. As JSON all
+ * that the help tells. */
+void listCommands(Output &out)
 {
     QString text;
+    Json json = Json::array();
     for (const CommandEntry &entry : commandTable()) {
         const QString summary = QString::fromUtf8(entry.summary);
         Arguments arguments(entry.fullName(), summary);
@@ -104,8 +106,12 @@ QString listOfCommands()
         command->declare(arguments);
         text += entry.fullName() + QLatin1Char('\t') + summary + QLatin1Char('\t') +
                 arguments.names().join(QLatin1Char(' ')) + QLatin1Char('\n');
+        json.append(arguments.toJson());
     }
-    return text;
+    if (out.json())
+        out.setResult(Json::object({{"commands", std::move(json)}}));
+    else
+        out.print(text);
 }
 
 ExitCode runCommand(const CommandEntry &entry, const QList<QByteArray> &words, Output &out)
@@ -133,8 +139,8 @@ bool answerGeneral(const QByteArray &word, Output &out)
         answer(out, "version",
                out.json() ? QStringLiteral(VANTERO_VERSION)
                           : QStringLiteral("vantero-formats " VANTERO_VERSION "\n"));
-    else if (word == "--list-commands") // for completions and checks of the manual
-        answer(out, "commands", listOfCommands());
+    else if (word == "--list-commands") // for the manual and the completions
+        listCommands(out);
     else
         return false;
     return true;

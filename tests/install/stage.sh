@@ -27,7 +27,13 @@ done
 if [ -x "$build/bin/vantero-formats" ]; then
     [ -x "$stage/moved/bin/vantero-formats" ] || fail "not installed: bin/vantero-formats"
     "$stage/moved/bin/vantero-formats" --version >/dev/null
-    [ ! -e "$stage/libraries/bin" ] || fail "the tool came with the libraries"
+    for file in man/man1/vantero-formats.1 bash-completion/completions/vantero-formats \
+        zsh/vendor-completions/_vantero-formats fish/vendor_completions.d/vantero-formats.fish; do
+        [ -e "$stage/moved/share/$file" ] || fail "not installed: share/$file"
+    done
+    for folder in bin share; do
+        [ ! -e "$stage/libraries/$folder" ] || fail "the tool came with the libraries"
+    done
 fi
 
 if grep -rIl -e "$stage/first" -e "$source" "$stage/moved"; then

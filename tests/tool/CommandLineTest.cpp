@@ -8,6 +8,7 @@
 #include "support/ToolRunner.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QJsonArray>
 #include <QtCore/QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -49,6 +50,49 @@ TEST(CommandLine, versionIsThatOfTheProject)
     expectRun(runTool({"--version"}), 0, "vantero-formats 1.0.0\n", "");
     expectRun(runTool({"--version", "--json"}), 0, "{\n  \"version\": \"1.0.0\"\n}\n", "");
     expectRun(runTool({"--json", "--version"}), 0, "{\n  \"version\": \"1.0.0\"\n}\n", "");
+}
+
+TEST(CommandLine, listOfCommandsAsJsonTellsWhatTheHelpTells)
+{
+    const QJsonArray commands =
+        runTool({"--list-commands", "--json"}).json().value("commands"_q).toArray();
+    ASSERT_EQ(std::size_t(commands.size()), allCommands().size());
+
+    const QJsonObject show = commands.first().toObject();
+    EXPECT_EQ(show.value("name"_q).toString(), "config show"_q);
+    EXPECT_EQ(show.value("summary"_q).toString(),
+              "show the header and sections of a configuration"_q);
+    EXPECT_EQ(show.value("arguments"_q).toArray(),
+              (QJsonArray{QJsonObject{
+                  {"name"_q, "FILE"_q},
+                  {"meaning"_q, "configuration or JPEG image, \"-\" for standard input"_q},
+                  {"takes"_q, "file"_q},
+                  {"required"_q, true},
+                  {"repeated"_q, false}}}));
+    EXPECT_EQ(show.value("options"_q).toArray().first().toObject(),
+              (QJsonObject{{"name"_q, "--section"_q},
+                           {"meaning"_q, "only this section"_q},
+                           {"value"_q, "NAME"_q},
+                           {"takes"_q, "text"_q},
+                           {"required"_q, false},
+                           {"repeated"_q, false}}));
+
+    for (const QJsonValue &value : commands) { // nothing of the help is missing
+        const QJsonObject command = value.toObject();
+        std::vector<std::string> words;
+        for (const QString &word : command.value("name"_q).toString().split(QLatin1Char(' ')))
+            words.push_back(word.toStdString());
+        words.push_back("--help");
+        const std::string help = toStd(runTool(words).out);
+        for (const char *list : {"arguments", "options"})
+            for (const QJsonValue &item : command.value(QLatin1String(list)).toArray())
+                EXPECT_THAT(
+                    help,
+                    HasSubstr("\n  " + item.toObject().value("name"_q).toString().toStdString()));
+        for (const QJsonValue &item : command.value("examples"_q).toArray())
+            EXPECT_THAT(help,
+                        HasSubstr(item.toObject().value("command"_q).toString().toStdString()));
+    }
 }
 
 TEST(CommandLine, helpNamesEveryCommandAndTheExitCodes)

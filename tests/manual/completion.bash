@@ -1,0 +1,67 @@
+#!/bin/bash
+# Completes command lines as bash does and compares what comes.
+# completion.bash FILE_WITH_COMPLETIONS
+set -u
+# shellcheck source=/dev/null
+source "$1"
+complete -p vantero-formats >/dev/null || exit 1
+
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+cd "$folder" || exit 1
+mkdir backups
+touch gate.cfg 'two words.cfg'
+
+failures=0
+
+# gives EXPECTED WORD…: the last word is the one under the cursor.
+gives() {
+    local expected=$1 got
+    shift
+    COMP_WORDS=(vantero-formats "$@")
+    COMP_CWORD=$#
+    COMPREPLY=()
+    _vantero_formats
+    got=$(printf '%s\n' "${COMPREPLY[@]-}" | LC_ALL=C sort | paste -sd,)
+    if [[ $got != "$expected" ]]; then
+        printf 'vantero-formats %s: "%s" instead of "%s"\n' "$*" "$got" "$expected" >&2
+        failures=$((failures + 1))
+    fi
+}
+
+all_files='backups,gate.cfg,two words.cfg'
+
+gives '--help,--json,--version,alarms,app-version,config,erdinfo,firmware,version' ''
+gives 'config' c
+gives 'config' --json c
+gives '' frobnicate ''
+gives '--help,check,compare,show' version ''
+gives 'set,show,splice' config s
+gives 'set,show,splice' config --json s # it is one of the words that may stand anywhere
+gives "$all_files" config show ''
+gives 'gate.cfg' config show g
+gives '--help,--json,--key,--section' config show --
+gives '--help,--json,--key' config show gate.cfg --section audio --
+gives '' config show gate.cfg --section ''
+gives '' config show gate.cfg ''
+gives "$all_files" config show --section audio --key level ''
+gives "$all_files" config show -- ''
+gives '' config show -- --
+gives '' config set gate.cfg ''
+gives "$all_files" config set gate.cfg audio level 70 --output ''
+gives 'gate.cfg' config set gate.cfg audio level 70 --output = g
+gives "$all_files" config set gate.cfg audio level 70 --output =
+gives "$all_files" config splice gate.cfg ''
+gives '' config splice gate.cfg gate.cfg ''
+gives "$all_files" config collect backups gate.cfg ''
+gives 'backups' config collect . --output-folder ''
+gives '--in-place' config remove gate.cfg text audio --i
+gives '' config remove gate.cfg text au
+gives "$all_files" firmware ''
+gives "$all_files" firmware gate.cfg gate.cfg ''
+gives '' app-version ''
+gives '' version check --model ''
+gives '--help,--json' version check --model K40D --
+gives '' erdinfo write event.erdinfo --id1 ''
+
+exit "$((failures > 0))"

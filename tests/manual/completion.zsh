@@ -1,0 +1,81 @@
+#!/usr/bin/env zsh
+# Completes command lines in a zsh of its own, on a terminal, and compares what comes.
+# completion.zsh FILE_WITH_COMPLETIONS
+zmodload zsh/zpty || exit 1
+setopt no_nomatch
+folder=$(mktemp -d)
+trap 'rm -rf $folder' EXIT
+mkdir $folder/functions $folder/work $folder/work/backups
+cp $1 $folder/functions/_vantero-formats
+touch $folder/work/gate.cfg
+
+# The shell prints every word that it would offer on a line of its own, between two marks.
+cat >$folder/rc <<'END'
+PS1='ready> '
+fpath=(FOLDER/functions $fpath)
+autoload -Uz compinit && compinit -u -d FOLDER/dump
+cd FOLDER/work
+zstyle ':completion:*' completer _complete
+zmodload zsh/zutil
+compadd() {
+    if [[ ${@[1,(i)(-|--)]} == *-(O|A|D)\ * ]]; then
+        builtin compadd "$@"
+        return
+    fi
+    typeset -g -a offered_words
+    builtin compadd -A offered_words "$@"
+    local word
+    for word in $offered_words; do
+        print -r -- "$word" >>FOLDER/offered
+    done
+    builtin compadd "$@"
+}
+finish() { print -r -- end >>FOLDER/offered }
+zle -N finish
+bindkey '^X' finish
+bindkey '^I' complete-word
+unsetopt beep
+print started >FOLDER/offered
+END
+sed -i "s|FOLDER|$folder|g" $folder/rc
+
+failures=0
+
+# gives EXPECTED LINE: the cursor stands at the end of the line.
+gives() {
+    local got i
+    rm -f $folder/offered
+    zpty -b shell "env ZDOTDIR=$folder TERM=dumb zsh -f -i"
+    zpty -w shell "source $folder/rc"
+    for ((i = 0; i < 200; ++i)); do
+        [[ -s $folder/offered ]] && break
+        sleep 0.05
+        zpty -r -t shell >/dev/null
+    done
+    : >$folder/offered
+    zpty -w -n shell "vantero-formats $2"$'\t\x18'
+    for ((i = 0; i < 200; ++i)); do
+        [[ $(<$folder/offered) == *end ]] && break
+        sleep 0.05
+        zpty -r -t shell >/dev/null
+    done
+    zpty -d shell
+    got=$(grep -vx end $folder/offered | LC_ALL=C sort -u | paste -sd,)
+    if [[ $got != $1 ]]; then
+        print -ru2 -- "vantero-formats $2: \"$got\" instead of \"$1\""
+        failures=$((failures + 1))
+    fi
+}
+
+gives 'alarms,app-version,config,erdinfo,firmware,version' ''
+gives '--help,--json,--version,-h' -
+gives 'check,compare,show' 'version '
+gives 'set,show,splice' 'config s'
+gives '--help,--json,--key,--section,-h' 'config show -'
+gives 'backups,gate.cfg' 'config show '
+gives 'backups,gate.cfg' '--json config show '
+gives '' 'config show gate.cfg --section '
+gives 'backups' 'config collect gate.cfg --output-folder '
+gives 'backups,gate.cfg' 'firmware gate.cfg '
+gives '' 'app-version '
+exit $((failures > 0))

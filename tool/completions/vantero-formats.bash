@@ -1,0 +1,186 @@
+# Completions of vantero-formats(1) for bash.
+# Written by scripts/manual from the table of commands: do not edit.
+
+# Sets the replies to the given words, or file names, that begin like the current word.
+_vantero_formats_reply() {
+    COMPREPLY=()
+    local line
+    while IFS= read -r line; do
+        COMPREPLY+=("$line")
+    done < <(compgen "$@" -- "$current")
+}
+
+_vantero_formats_names() { # -f or -d
+    compopt -o filenames 2>/dev/null
+    _vantero_formats_reply "$1"
+}
+
+_vantero_formats_skip_json() {
+    while [[ ${words[0]-} == --json ]]; do
+        words=("${words[@]:1}")
+    done
+}
+
+_vantero_formats() {
+    local current=${COMP_WORDS[COMP_CWORD]} words=() i
+    COMPREPLY=()
+    for ((i = 1; i < COMP_CWORD; ++i)); do
+        words+=("${COMP_WORDS[i]}")
+    done
+    # "--output=name" comes as three words.
+    [[ $current == = ]] && current=
+    ((${#words[@]})) && [[ ${words[-1]} == = ]] && unset 'words[-1]'
+
+    _vantero_formats_skip_json
+    if ((${#words[@]} == 0)); then
+        _vantero_formats_reply -W 'config version firmware app-version alarms erdinfo --help --version --json'
+        return
+    fi
+
+    local command=${words[0]} seconds=''
+    words=("${words[@]:1}")
+    case $command in
+        config) seconds='show set add unset remove splice merge diff collect' ;;
+        version) seconds='show compare check' ;;
+        alarms) seconds='list update' ;;
+        erdinfo) seconds='write show' ;;
+    esac
+    if [[ -n $seconds ]]; then
+        _vantero_formats_skip_json
+        if ((${#words[@]} == 0)); then
+            _vantero_formats_reply -W "$seconds --help"
+            return
+        fi
+        command+=" ${words[0]}"
+        words=("${words[@]:1}")
+    fi
+
+    local options='' files='' folders='' others='' arguments=''
+    case $command in
+    'config show')
+        options='--section --key --json --help'
+        files='' folders='' others='--section|--key'
+        arguments='file'
+        ;;
+    'config set')
+        options='--output --in-place --dry-run --help'
+        files='--output' folders='' others=''
+        arguments='file text text text'
+        ;;
+    'config add')
+        options='--output --in-place --dry-run --help'
+        files='--output' folders='' others=''
+        arguments='file text text text'
+        ;;
+    'config unset')
+        options='--output --in-place --dry-run --help'
+        files='--output' folders='' others=''
+        arguments='file text text'
+        ;;
+    'config remove')
+        options='--outer-comments --section-comments --empty-lines --output --in-place --dry-run --help'
+        files='--output' folders='' others=''
+        arguments='file text ...'
+        ;;
+    'config splice')
+        options='--output --in-place --dry-run --help'
+        files='--output' folders='' others=''
+        arguments='file file text'
+        ;;
+    'config merge')
+        options='--network --motion --time-tables --output --explain --json --help'
+        files='--output' folders='' others=''
+        arguments='file file'
+        ;;
+    'config diff')
+        options='--json --help'
+        files='' folders='' others=''
+        arguments='file file'
+        ;;
+    'config collect')
+        options='--recursive --password-file --output-archive --output-folder --json --help'
+        files='--password-file|--output-archive' folders='--output-folder' others=''
+        arguments='file ...'
+        ;;
+    'version show')
+        options='--json --help'
+        files='' folders='' others=''
+        arguments='text'
+        ;;
+    'version compare')
+        options='--json --help'
+        files='' folders='' others=''
+        arguments='text text'
+        ;;
+    'version check')
+        options='--model --json --help'
+        files='' folders='' others='--model'
+        arguments='text text'
+        ;;
+    'firmware')
+        options='--json --help'
+        files='' folders='' others=''
+        arguments='file ...'
+        ;;
+    'app-version')
+        options='--revision --debug --json --help'
+        files='' folders='' others='--revision'
+        arguments='text'
+        ;;
+    'alarms list')
+        options='--json --help'
+        files='' folders='' others=''
+        arguments='file'
+        ;;
+    'alarms update')
+        options='--json --help'
+        files='' folders='' others=''
+        arguments='file'
+        ;;
+    'erdinfo write')
+        options='--id1 --id2 --number1 --number2 --time1 --time2 --text1 --text2 --text3 --json --help'
+        files='' folders='' others='--text1|--text2|--text3|--id1|--id2|--number1|--number2|--time1|--time2'
+        arguments='file'
+        ;;
+    'erdinfo show')
+        options='--json --help'
+        files='' folders='' others=''
+        arguments='file'
+        ;;
+    *)
+        return
+        ;;
+    esac
+
+    # What stands there already: given options, and the number of arguments.
+    local word pending='' only_arguments='' count=0
+    for word in "${words[@]}"; do
+        if [[ -n $pending ]]; then
+            pending=
+        elif [[ -z $only_arguments && $word == -- ]]; then
+            only_arguments=1
+        elif [[ -z $only_arguments && $word == -* ]]; then
+            [[ "|$files|$folders|$others|" == *"|$word|"* ]] && pending=$word
+            options=" $options "
+            options=${options/ $word / }
+        else
+            count=$((count + 1))
+        fi
+    done
+    if [[ -n $pending ]]; then
+        [[ "|$files|" == *"|$pending|"* ]] && _vantero_formats_names -f
+        [[ "|$folders|" == *"|$pending|"* ]] && _vantero_formats_names -d
+        return
+    fi
+    if [[ -z $only_arguments && $current == -* ]]; then
+        _vantero_formats_reply -W "$options"
+        return
+    fi
+    read -r -a words <<<"$arguments"
+    [[ ${words[count]-} != ... ]] || count=$((count - 1))
+    ((count >= ${#words[@]})) && [[ $arguments == *...* ]] && count=$((${#words[@]} - 2))
+    [[ ${words[count]-} == file ]] && _vantero_formats_names -f
+    return 0
+}
+
+complete -F _vantero_formats vantero-formats

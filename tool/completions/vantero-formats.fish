@@ -1,0 +1,114 @@
+# Completions of vantero-formats(1) for fish.
+# Written by scripts/manual from the table of commands: do not edit.
+
+# Whether the words before the cursor are just those given.
+function __vantero_formats_at
+    set -l words (commandline -opc)
+    set -e words[1]
+    set words (string match -v -- --json $words)
+    test "$words" = "$argv"
+end
+
+# Whether the words before the cursor begin with those given.
+function __vantero_formats_in
+    set -l words (commandline -opc)
+    set -e words[1]
+    set words (string match -v -- --json $words)
+    set -l count (count $argv)
+    test "$words[1..$count]" = "$argv"
+end
+
+complete -c vantero-formats -f
+complete -c vantero-formats -n '__vantero_formats_at' -a config -d 'commands: show, set, add, unset, remove, splice, merge, diff, collect'
+complete -c vantero-formats -n '__vantero_formats_at' -a version -d 'commands: show, compare, check'
+complete -c vantero-formats -n '__vantero_formats_at' -a firmware -d 'show the versions of firmware packages'
+complete -c vantero-formats -n '__vantero_formats_at' -a app-version -d 'show the version of an application as people read it'
+complete -c vantero-formats -n '__vantero_formats_at' -a alarms -d 'commands: list, update'
+complete -c vantero-formats -n '__vantero_formats_at' -a erdinfo -d 'commands: write, show'
+complete -c vantero-formats -n '__vantero_formats_at' -l version -d 'show the version'
+complete -c vantero-formats -n '__vantero_formats_at' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_at config' -a show -d 'show the header and sections of a configuration'
+complete -c vantero-formats -n '__vantero_formats_at config' -a set -d 'set the newest value of a key'
+complete -c vantero-formats -n '__vantero_formats_at config' -a add -d 'add a value to those of a key'
+complete -c vantero-formats -n '__vantero_formats_at config' -a unset -d 'remove a key with all its values'
+complete -c vantero-formats -n '__vantero_formats_at config' -a remove -d 'remove sections, comments and empty lines'
+complete -c vantero-formats -n '__vantero_formats_at config' -a splice -d 'take a section over from another configuration'
+complete -c vantero-formats -n '__vantero_formats_at config' -a merge -d 'keep entries of the configuration that is replaced'
+complete -c vantero-formats -n '__vantero_formats_at config' -a diff -d 'compare two configurations by section and key'
+complete -c vantero-formats -n '__vantero_formats_at config' -a collect -d 'gather the configurations of folders and archives'
+complete -c vantero-formats -n '__vantero_formats_at version' -a show -d 'show the components of a version'
+complete -c vantero-formats -n '__vantero_formats_at version' -a compare -d 'compare two versions or patterns'
+complete -c vantero-formats -n '__vantero_formats_at version' -a check -d 'tell whether an update is safe'
+complete -c vantero-formats -n '__vantero_formats_at alarms' -a list -d 'show an alarm list as a tree'
+complete -c vantero-formats -n '__vantero_formats_at alarms' -a update -d 'show an alarm update as scripts get it'
+complete -c vantero-formats -n '__vantero_formats_at erdinfo' -a write -d 'write the record of an event recording'
+complete -c vantero-formats -n '__vantero_formats_at erdinfo' -a show -d 'show and check the record of an event recording'
+complete -c vantero-formats -s h -l help -d 'show help'
+complete -c vantero-formats -n '__vantero_formats_in config show' -F
+complete -c vantero-formats -n '__vantero_formats_in config show' -l section -d 'only this section' -x
+complete -c vantero-formats -n '__vantero_formats_in config show' -l key -d 'only the values of this key of the section' -x
+complete -c vantero-formats -n '__vantero_formats_in config show' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in config set' -F
+complete -c vantero-formats -n '__vantero_formats_in config set' -l output -d 'write the text to this file instead' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config set' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
+complete -c vantero-formats -n '__vantero_formats_in config set' -l dry-run -d 'print what would change as a unified diff; write nothing'
+complete -c vantero-formats -n '__vantero_formats_in config add' -F
+complete -c vantero-formats -n '__vantero_formats_in config add' -l output -d 'write the text to this file instead' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config add' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
+complete -c vantero-formats -n '__vantero_formats_in config add' -l dry-run -d 'print what would change as a unified diff; write nothing'
+complete -c vantero-formats -n '__vantero_formats_in config unset' -F
+complete -c vantero-formats -n '__vantero_formats_in config unset' -l output -d 'write the text to this file instead' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config unset' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
+complete -c vantero-formats -n '__vantero_formats_in config unset' -l dry-run -d 'print what would change as a unified diff; write nothing'
+complete -c vantero-formats -n '__vantero_formats_in config remove' -F
+complete -c vantero-formats -n '__vantero_formats_in config remove' -l outer-comments -d 'remove comments outside of sections, the header block included'
+complete -c vantero-formats -n '__vantero_formats_in config remove' -l section-comments -d 'remove comments inside of sections'
+complete -c vantero-formats -n '__vantero_formats_in config remove' -l empty-lines -d 'remove empty lines'
+complete -c vantero-formats -n '__vantero_formats_in config remove' -l output -d 'write the text to this file instead' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config remove' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
+complete -c vantero-formats -n '__vantero_formats_in config remove' -l dry-run -d 'print what would change as a unified diff; write nothing'
+complete -c vantero-formats -n '__vantero_formats_in config splice' -F
+complete -c vantero-formats -n '__vantero_formats_in config splice' -l output -d 'write the text to this file instead' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config splice' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
+complete -c vantero-formats -n '__vantero_formats_in config splice' -l dry-run -d 'print what would change as a unified diff; write nothing'
+complete -c vantero-formats -n '__vantero_formats_in config merge' -F
+complete -c vantero-formats -n '__vantero_formats_in config merge' -l network -d 'keep the network address and host name'
+complete -c vantero-formats -n '__vantero_formats_in config merge' -l motion -d 'keep the definitions of motion detection'
+complete -c vantero-formats -n '__vantero_formats_in config merge' -l time-tables -d 'keep the references to time tables'
+complete -c vantero-formats -n '__vantero_formats_in config merge' -l output -d 'write the text to this file instead' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config merge' -l explain -d 'list what became of each kept entry; the text is then only written to --output'
+complete -c vantero-formats -n '__vantero_formats_in config merge' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in config diff' -F
+complete -c vantero-formats -n '__vantero_formats_in config diff' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in config collect' -F
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l recursive -d 'look into folders, at any depth'
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l output-archive -d 'write the configurations to this archive' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l output-folder -d 'write the configurations to this folder' -x -a '(__fish_complete_directories)'
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in version show' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in version compare' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in version check' -l model -d 'model name of the camera' -x
+complete -c vantero-formats -n '__vantero_formats_in version check' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in firmware' -F
+complete -c vantero-formats -n '__vantero_formats_in firmware' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in app-version' -l revision -d 'source revision; what stands before its first colon is left out' -x
+complete -c vantero-formats -n '__vantero_formats_in app-version' -l debug -d 'a debug build'
+complete -c vantero-formats -n '__vantero_formats_in app-version' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in alarms list' -F
+complete -c vantero-formats -n '__vantero_formats_in alarms list' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in alarms update' -F
+complete -c vantero-formats -n '__vantero_formats_in alarms update' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -F
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l id1 -d 'first number' -x
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l id2 -d 'second number' -x
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l number1 -d 'first unsigned number' -x
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l number2 -d 'second unsigned number' -x
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l time1 -d 'first time; whole milliseconds are kept' -x
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l time2 -d 'second time' -x
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l text1 -d 'first text, for 128 bytes' -x
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l text2 -d 'second text, for 16 bytes' -x
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l text3 -d 'third text, for 32 bytes' -x
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in erdinfo show' -F
+complete -c vantero-formats -n '__vantero_formats_in erdinfo show' -l json -d 'print the result as one JSON value'
