@@ -4,8 +4,8 @@
 #include "alarm/AlarmListActions_p.h"
 
 #include "alarm/NumberText_p.h"
-#include "alarm/SharedStrings_p.h"
 #include "alarm/SyntaxErrorText_p.h"
+#include "alarmlist_yacc.h"
 
 #include <QtCore/QMap>
 
@@ -27,25 +27,20 @@ Content &contentOf(QVariant &value)
 
 void AlarmListActions::reset(AlarmListParser *parser)
 {
-    parser->m_keys.clear();
     parser->m_location = {0, 0};
+    parser->m_space = 0;
     parser->m_errorMessage = internal::initialisationError();
 }
 
-void AlarmListActions::storeResult(AlarmListParser *parser, AlarmListValue &value)
+void AlarmListActions::storeResult(AlarmListParser *parser)
 {
-    parser->m_result.swap(*value);
+    parser->m_result = std::move(parser->m_values.back());
+    parser->m_values.pop_back();
 }
 
 void AlarmListActions::storeError(AlarmListParser *parser, const char *message)
 {
     parser->m_errorMessage = QString::fromLatin1(message);
-}
-
-void AlarmListActions::setText(AlarmListParser *parser, QString &string, const char *text,
-                               int length)
-{
-    string = parser->m_strings->string(text, length);
 }
 
 void AlarmListActions::appendText(AlarmListParser *parser, QString &string, const char *text,
@@ -57,71 +52,47 @@ void AlarmListActions::appendText(AlarmListParser *parser, QString &string, cons
         string.append(QLatin1String(text, length));
 }
 
-void AlarmListActions::makeWord(AlarmListParser *parser, QVariant &result, const char *text,
-                                int length)
-{
-    result = parser->m_strings->string(text, length);
-}
-
 void AlarmListActions::makeNumber(QVariant &result, const char *text, int length)
 {
     result = internal::toDouble(text, length);
 }
 
-void AlarmListActions::makeEmptyObject(AlarmListValue &result)
+void AlarmListActions::makeObject(AlarmListParser *parser, int count)
 {
-    *result = QVariantMap();
+    // The last member is added first: so the first value of a repeated key comes first.
+    QMultiMap<QString, QVariant> members;
+    const auto end = parser->m_values.end();
+    const auto begin = end - 2 * count;
+    for (auto member = end; member != begin; member -= 2)
+        members.insert(contentOf<QString>(member[-2]), QVariant())->swap(member[-1]);
+    parser->m_values.erase(begin, end);
+    parser->m_values.emplace_back(static_cast<const QVariantMap &>(members));
 }
 
-void AlarmListActions::makeMember(AlarmListParser *parser, AlarmListValue &result,
-                                  AlarmListValue &value)
+void AlarmListActions::makeArray(AlarmListParser *parser, int count)
 {
-    parser->m_keys.push_back(std::move(contentOf<QString>(*result)));
-    result = value;
-}
-
-void AlarmListActions::beginMembers(AlarmListParser *parser, AlarmListValue &result)
-{
-    AlarmListValue members;
-    *members = QVariantMap();
-    addMember(parser, result, members);
-}
-
-void AlarmListActions::addMember(AlarmListParser *parser, AlarmListValue &result,
-                                 AlarmListValue &members)
-{
-    // QMultiMap inserts without replacing. It is a QMap, so the content can visit it.
-    QMultiMap<QString, QVariant> multiMap;
-    QVariantMap &visited = multiMap;
-    auto &map = contentOf<QVariantMap>(*members);
-    visited.swap(map);
-    multiMap.insert(parser->m_keys.back(), QVariant())->swap(*result);
-    visited.swap(map);
-    parser->m_keys.pop_back();
-    result = members;
-}
-
-void AlarmListActions::makeEmptyArray(AlarmListValue &result)
-{
-    *result = QVariantList();
-}
-
-void AlarmListActions::beginElements(AlarmListValue &result)
-{
-    AlarmListValue elements;
-    *elements = QVariantList();
-    addElement(result, elements);
-}
-
-void AlarmListActions::addElement(AlarmListValue &result, AlarmListValue &elements)
-{
-    auto &list = contentOf<QVariantList>(*elements);
-    list.append(QVariant());
-    list.last().swap(*result);
-    result = elements;
+    QVariantList elements; // in reverse order, see the grammar
+    elements.reserve(count);
+    const auto end = parser->m_values.end();
+    const auto begin = end - count;
+    for (auto value = end; value != begin; --value) {
+        elements.append(QVariant());
+        elements.last().swap(value[-1]);
+    }
+    parser->m_values.erase(begin, end);
+    parser->m_values.emplace_back(elements);
 }
 
 } // namespace vn
+
+int alarmlist_lex(int *count, vn::AlarmListParser *parser)
+{
+    *count = 0;
+    const int token = alarmlist_lex(vn::AlarmListActions::token(parser), parser);
+    if (token >= TSTRING)
+        vn::AlarmListActions::keepToken(parser);
+    return token;
+}
 
 void alarmlist_error(vn::AlarmListParser *parser, const char *message)
 {

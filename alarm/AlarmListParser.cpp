@@ -12,6 +12,7 @@
 #include "base/Exceptions.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QScopeGuard>
 
 #include <utility>
 
@@ -56,6 +57,7 @@ QVariant AlarmListParser::parse(const char *data, unsigned int length)
 
         const int error = [&] {
             const ScannerInput input(data, length, m_scanner.get());
+            const auto drop = qScopeGuard([&] { AlarmListActions::dropValues(this); });
             return alarmlist_parse(this);
         }();
         QVariant result = std::exchange(m_result, QVariant());

@@ -136,7 +136,9 @@ private:
     std::unique_ptr<void, ScannerDeleter> m_scanner;
     PLLocation m_location = {0, 0};
     QString m_errorMessage;
-    std::vector<QString> m_keys; // of the members that are not in their objects yet, innermost last
+    std::vector<QVariant> m_values; // keys and values that are in no object or array yet
+    int m_space = 0;                // white space behind the last token, in bytes
+    QVariant m_token;               // the value of the token that is being read
     std::unique_ptr<internal::SharedStrings> m_strings;
     QVariant m_result; // of the running parse; outlives the parser run that stores it
 };

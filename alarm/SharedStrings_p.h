@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace vn::internal {
 
@@ -28,7 +29,7 @@ public:
             return {}; // null, as a string that was cleared
         if (length > kLongest)
             return QString::fromLatin1(text, length);
-        QString &remembered = m_strings[hash(text, length) % m_strings.size()];
+        QString &remembered = m_strings[hash(text, length)];
         const QLatin1String wanted(text, length);
         if (remembered != wanted)
             remembered = wanted;
@@ -38,15 +39,28 @@ public:
 private:
     static constexpr int kLongest = 32; // what is longer is seldom repeated
 
+    /** Of the length and of both ends of the text, at most 8 bytes each. */
     static std::size_t hash(const char *text, int length)
     {
-        auto result = static_cast<std::uint32_t>(length);
-        for (int i = 0; i < length; ++i)
-            result = (result ^ static_cast<unsigned char>(text[i])) * 0x01000193U; // FNV-1a
-        return result ^ (result >> 15);
+        std::uint64_t front = 0;
+        std::uint64_t back = 0;
+        if (length >= 8) {
+            std::memcpy(&front, text, 8);
+            std::memcpy(&back, text + length - 8, 8);
+        } else if (length >= 4) {
+            std::memcpy(&front, text, 4);
+            std::memcpy(&back, text + length - 4, 4);
+        } else {
+            front = static_cast<unsigned char>(text[0]);
+            std::memcpy(&back, text + length / 2, 1);
+            std::memcpy(reinterpret_cast<char *>(&back) + 1, text + length - 1, 1);
+        }
+        constexpr std::uint64_t kMultiplier = 0x9e3779b97f4a7c15U; // 2^64 / the golden ratio
+        const std::uint64_t sum = front * 3 + back + static_cast<std::uint64_t>(length);
+        return static_cast<std::size_t>((sum * kMultiplier) >> 56);
     }
 
-    std::array<QString, 256> m_strings;
+    std::array<QString, 256> m_strings; // as many as hash() has values
 };
 
 } // namespace vn::internal

@@ -25,6 +25,11 @@ inline QString textTooLong()
     return QString::fromLatin1("text of 2 GiB or more"); // on the heap: outlives the library
 }
 
+[[noreturn]] inline void endAtTooLongText(int start, int end)
+{
+    throw ParseException(textTooLong(), 0, start, 0, end);
+}
+
 /**
  * The token goes on for @p length bytes.
  * @throws ParseException when standard input holds more than offsets can tell
@@ -32,8 +37,8 @@ inline QString textTooLong()
 template <typename Location>
 void extendToken(Location &location, int length)
 {
-    if (length > kMaxTextSize - location.end)
-        throw ParseException(textTooLong(), 0, location.start, 0, location.end);
+    if (Q_UNLIKELY(length > kMaxTextSize - location.end))
+        endAtTooLongText(location.start, location.end);
     location.end += length;
 }
 

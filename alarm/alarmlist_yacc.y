@@ -22,19 +22,18 @@
    - The stack never grows. A right-recursive list holds two symbols an element, so its 200 entries
      are also the limit of flat lists: 99 values, 98 members; arrays nest 197 deep.
 
-   A value is handed over when a rule takes it (see AlarmListValue): in an action, $$ begins as the
-   value of the first symbol, and $1 is void.
+   The values themselves wait in the parser object, in the order of the text, until the object or
+   array that they belong to is complete. So each has one holder and is never copied. What the
+   grammar passes on is how many members or elements there are.
 
    Numbers in the comments are the rules' own. */
 
 %define api.pure full
 %define api.prefix {alarmlist_}
-%define api.value.type {vn::AlarmListValue}
+%define api.value.type {int}
 %define parse.error custom
 
 %code requires {
-#include "alarm/AlarmListValue_p.h"
-
 namespace vn {
 class AlarmListParser;
 }
@@ -56,10 +55,6 @@ class AlarmListParser;
 #define YYINITDEPTH 200
 #define YYMAXDEPTH 200
 
-// Bison takes every class for one whose values may be moved byte by byte.
-#undef ALARMLIST_STYPE_IS_TRIVIAL
-#define ALARMLIST_STYPE_IS_TRIVIAL 0
-
 using vn::AlarmListActions;
 }
 
@@ -68,35 +63,35 @@ using vn::AlarmListActions;
 %%
 
 input:
-    object                  { AlarmListActions::storeResult(parser, $$); }     /*  2 */
-  | array                   { AlarmListActions::storeResult(parser, $$); }     /*  3 */
+    object                  { AlarmListActions::storeResult(parser); }         /*  2 */
+  | array                   { AlarmListActions::storeResult(parser); }         /*  3 */
   ;
 
 object:
-    '{' '}'                 { AlarmListActions::makeEmptyObject($$); }         /*  4 */
-  | '{' members '}'         { $$ = $2; }                                       /*  5 */
+    '{' '}'                 { AlarmListActions::makeObject(parser, 0); }       /*  4 */
+  | '{' members '}'         { AlarmListActions::makeObject(parser, $2); }      /*  5 */
   ;
 
 members:
-    member                  { AlarmListActions::beginMembers(parser, $$); }    /*  6 */
-  | member ',' members      { AlarmListActions::addMember(parser, $$, $3); }   /*  7 */
+    member                  { $$ = 1; }                                        /*  6 */
+  | member ',' members      { $$ = $3 + 1; }                                   /*  7 */
   ;
 
 member:
-    TSTRING ':' value       { AlarmListActions::makeMember(parser, $$, $3); }  /*  8 */
+    TSTRING ':' value                                                          /*  8 */
   ;
 
 array:
-    '[' ']'                 { AlarmListActions::makeEmptyArray($$); }          /*  9 */
-  | '[' elements ']'        { $$ = $2; }                                       /* 10 */
+    '[' ']'                 { AlarmListActions::makeArray(parser, 0); }        /*  9 */
+  | '[' elements ']'        { AlarmListActions::makeArray(parser, $2); }       /* 10 */
   ;
 
 elements:
-    value                   { AlarmListActions::beginElements($$); }           /* 11 */
-  | value ',' elements      { AlarmListActions::addElement($$, $3); }          /* 12 */
+    value                   { $$ = 1; }                                        /* 11 */
+  | value ',' elements      { $$ = $3 + 1; }                                   /* 12 */
   ;
 
-value:                      /* all passed on */
+value:
     TSTRING                                                                    /* 13 */
   | TNUMBER                                                                    /* 14 */
   | object                                                                     /* 15 */

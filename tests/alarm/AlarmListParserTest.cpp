@@ -281,6 +281,16 @@ TEST(AlarmListParserState, anErrorInTheTextLeavesTheScannerOutsideOfStrings)
     EXPECT_EQ(shown(parsed(parser, "[3]")), "[3]"_q);
 }
 
+TEST(AlarmListParserState, spaceBehindTheLastTokenIsNotCountedInTheNextText)
+{
+    AlarmListParser parser;
+    EXPECT_THROW(parsed(parser, "[:    1]"), ParseException);
+    expectParseError([&] { parsed(parser, "x"); },
+                     "syntax error, unexpected TSTRING, expecting '{' or '['"_q, 0, 0, 1);
+    expectParseError([&] { parsed(parser, ""); },
+                     "syntax error, unexpected $end, expecting '{' or '['"_q, 0, 0, 0);
+}
+
 TEST(AlarmListParserState, isEachParsersOwn)
 {
     AlarmListParser inString;

@@ -166,6 +166,10 @@ const Rejected kRejected[] = {
     {"closedTwice", "{}}", "syntax error, unexpected '}', expecting $end"_q, 2, 3},
     {"closedByTheWrongMark", "[1}", "syntax error, unexpected '}', expecting ']'"_q, 2, 3},
     {"twoKeys", "{a:1 b:2}", "syntax error, unexpected TSTRING, expecting '}'"_q, 5, 6},
+    {"spaceBehindAMarkAtTheEnd", "[1, \n", "syntax error, unexpected $end"_q, 3, 5},
+    {"spaceBehindAMark", "[1, \n]", "syntax error, unexpected ']'"_q, 5, 6},
+    {"markBeforeSpace", "[ : 1]", "syntax error, unexpected ':'"_q, 2, 3},
+    {"spaceBehindTheList", "[1] \n x", "syntax error, unexpected TSTRING, expecting $end"_q, 6, 7},
     {"twoCommas", "[1,,2]", "syntax error, unexpected ','"_q, 3, 4},
 };
 // clang-format on
