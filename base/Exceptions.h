@@ -5,7 +5,8 @@
 #define VN_BASE_EXCEPTIONS_H
 
 /**
- * @file The exceptions that the library raises.
+ * @file
+ * The exceptions that the library raises.
  *
  * They are thrown by value and caught by const reference:
  * @code
@@ -40,7 +41,9 @@ public:
      * A @p cause is copied with its class, so it may be a local object; null means none.
      */
     explicit ExceptionQt(const QString &message, const ExceptionQt *cause = nullptr);
+    /** A copy, which shares message and cause. */
     ExceptionQt(const ExceptionQt &other) noexcept;
+    /** Takes message and cause over. */
     ExceptionQt &operator=(const ExceptionQt &other) noexcept;
     ~ExceptionQt() override;
 
@@ -76,15 +79,22 @@ private:
 class VN_BASE_EXPORT ParseException : public ExceptionQt
 {
 public:
+    /** Makes an exception with that place; @p message and @p cause as for ExceptionQt. */
     ParseException(const QString &message, int startLine, int startColumn, int endLine,
                    int endColumn, const ExceptionQt *cause = nullptr);
+    /** A copy, which shares message and cause. */
     ParseException(const ParseException &other) noexcept;
+    /** Takes message, cause and place over. */
     ParseException &operator=(const ParseException &other) noexcept;
     ~ParseException() override;
 
+    /** The line where the offending text begins, as the format counts lines. */
     int startLine() const noexcept { return m_startLine; }
+    /** The column where the offending text begins, as the format counts columns. */
     int startColumn() const noexcept { return m_startColumn; }
+    /** The line where the offending text ends. */
     int endLine() const noexcept { return m_endLine; }
+    /** The column where the offending text ends. */
     int endColumn() const noexcept { return m_endColumn; }
 
     ParseException *clone() const override;
@@ -101,8 +111,11 @@ private:
 class VN_BASE_EXPORT IOException : public ExceptionQt
 {
 public:
+    /** Makes an exception; @p message and @p cause as for ExceptionQt. */
     explicit IOException(const QString &message, const ExceptionQt *cause = nullptr);
+    /** A copy, which shares message and cause. */
     IOException(const IOException &other) noexcept;
+    /** Takes message and cause over. */
     IOException &operator=(const IOException &other) noexcept;
     ~IOException() override;
 
@@ -116,7 +129,9 @@ class VN_BASE_EXPORT FileException : public IOException
 public:
     /** Takes name and error text from @p file as they are now; the file may go afterwards. */
     explicit FileException(const QFile &file);
+    /** A copy, which shares message, cause and name. */
     FileException(const FileException &other) noexcept;
+    /** Takes message, cause and name over. */
     FileException &operator=(const FileException &other) noexcept;
     ~FileException() override;
 

@@ -4,16 +4,21 @@
 #ifndef VN_BASE_EXPORT_H
 #define VN_BASE_EXPORT_H
 
-/** @file Marks the names that the two shared libraries export; everything else stays hidden. */
+/** @file
+ * Marks the names that the two shared libraries export; everything else stays hidden. */
 
 #include <QtCore/qglobal.h>
 
+/** @def VN_BASE_EXPORT
+ * Marks what libVanteroBase exports. */
 #ifdef VANTERO_BASE_BUILD
 #define VN_BASE_EXPORT Q_DECL_EXPORT
 #else
 #define VN_BASE_EXPORT Q_DECL_IMPORT
 #endif
 
+/** @def VN_EXPORT
+ * Marks what libFileFormatsVantero exports. */
 #ifdef VANTERO_FORMATS_BUILD
 #define VN_EXPORT Q_DECL_EXPORT
 #else

@@ -58,6 +58,8 @@ public:
     /**
      * Copies what remains in @p source to @p target and returns the number of bytes copied.
      * A sequential source is waited for; one that has no more to come is at its end, not in error.
+     * @param source    an open device
+     * @param target    an open device
      * @param maxBytes  the most that the source may hold, in bytes; quint64(-1) means no limit
      * @param timeoutMs the limit for the whole call, in milliseconds; negative means none
      * @throws IOException on a read or write error, also a short write, when time is out, and when
@@ -71,7 +73,11 @@ public:
      * date of @p dateTime as yyyy-MM-dd. A taken name gets @p counterFormat, with "%i" replaced by
      * 2, 3, …, before its last "." (at its end where it has none). A dangling symbolic link takes
      * its name, too. A @p counterFormat without "%i" gets the number at its end.
-     * @param alwaysCount numbers even a free name, from 1
+     * @param dir           the folder where the name shall be free; it need not exist
+     * @param pattern       the name with "%d" for the date
+     * @param dateTime      the date that takes the place of "%d"
+     * @param counterFormat what a taken name gets, with "%i" for the number
+     * @param alwaysCount   numbers even a free name, from 1
      *
      * Example: the pattern "cam-%d.cfg" and the counter "[%i]" give "cam-2010-05-01.cfg", then
      * "cam-2010-05-01[2].cfg". Nothing is created: another process may take the name meanwhile.

@@ -48,6 +48,7 @@ public:
     /** Opens the archive, which must be a regular file. Returns false and sets errorString() when
      * it cannot be opened, is no zip archive, or when @p mode is not ReadOnly. */
     bool open(OpenMode mode) override;
+    /** Closes the archive; open() may open it again. */
     void close() override;
 
     /**
@@ -67,23 +68,28 @@ public:
 
     /** The most bytes that one entry may hold; 256 MiB unless set. A larger one is a read error. */
     qint64 entrySizeLimit() const;
+    /** Sets that limit, for the entries that are read from now on. */
     void setEntrySizeLimit(qint64 bytes);
 
     /** The most bytes that the entries read since open() may hold together, each counted once; 1
      * GiB unless set. The entry that passes it is a read error. */
     qint64 archiveSizeLimit() const;
+    /** Sets that limit, for the entries that are read from now on. */
     void setArchiveSizeLimit(qint64 bytes);
 
     /** The most entries, folders included, that an archive may have; 1,000,000 unless set. open()
      * refuses an archive with more. */
     int entryCountLimit() const;
+    /** Sets that limit, for the next open(). */
     void setEntryCountLimit(int count);
 
     /** The most bytes that one compressed byte may stand for, in an entry of more than 16 MiB; 1000
      * unless set. An entry that is compressed more is a read error. */
     int ratioLimit() const;
+    /** Sets that limit, for the entries that are read from now on. */
     void setRatioLimit(int ratio);
 
+    /** True: an entry is read from its beginning to its end. */
     bool isSequential() const override;
     /** Whether all of the entry has been read. False before the first read of an entry, which may
      * give an error; true after an error. */
@@ -93,7 +99,9 @@ public:
     qint64 bytesAvailable() const override;
 
 protected:
+    /** Gives the next bytes of the entry; -1 with an error. */
     qint64 readData(char *data, qint64 maxSize) override;
+    /** Gives -1: the device is for reading. */
     qint64 writeData(const char *data, qint64 maxSize) override;
 
 private:

@@ -4,7 +4,8 @@
 #ifndef VN_BASE_SMART_H
 #define VN_BASE_SMART_H
 
-/** @file The shared pointer in which archive writers are handed over. */
+/** @file
+ * The shared pointer in which archive writers are handed over. */
 
 #include <memory>
 

@@ -268,6 +268,8 @@ public:
      * The lines of the configuration text @p text without the sections named in @p sections, and
      * without what the flags name. Lines outside sections that are neither comment nor empty are
      * always dropped; every kept line ends with "\n" in the result.
+     * @param text                a whole configuration text
+     * @param sections            names of sections, compared whole and with case
      * @param dropOuterComments   drops comment lines outside sections, the header block included
      * @param dropSectionComments drops comment lines inside sections
      * @param dropEmptyLines      drops empty lines everywhere
@@ -314,7 +316,10 @@ public:
      * Adds the texts of all configurations found in @p paths: files whose header is one, archives
      * (names ending with ".zip", case ignored), and, when @p recursive, folders with all that is in
      * them, hidden entries and symbolic links left out. Returns the number of texts added.
-     * @param password handed to every archive; empty means none
+     * @param paths     files, archives and folders; what is neither is passed over
+     * @param configurations gets the texts by factory address, the latest of one address first
+     * @param recursive whether folders are looked into, at any depth
+     * @param password  handed to every archive; empty means none
      * @throws IOException when a file, archive or entry cannot be read; texts added before stay
      * @throws ParseException only; raises none of its own
      */

@@ -5,7 +5,8 @@
 #define VN_ERDINFO_ERDINFOLAYOUT_H
 
 /**
- * @file The layout of an erdinfo file, which describes one event recording.
+ * @file
+ * The layout of an erdinfo file, which describes one event recording.
  *
  * The file begins with one record of 488 bytes: a header record and a data record. Bytes behind it
  * belong to nobody and stay as they are. All integers are little-endian, u is unsigned, i signed
@@ -60,55 +61,57 @@
 
 #include <QtCore/qglobal.h>
 
+/** Sizes, offsets and constants of the record, all in bytes; the tables of this file show where
+ * they belong. */
 namespace vn::ErdinfoLayout {
 
 // ---- Sizes, in bytes -------------------------------------------------------------------------
 
-constexpr int kHeaderSize = 332;
-constexpr int kDataSize = 156;
-constexpr int kRecordSize = kHeaderSize + kDataSize;
-constexpr int kBlockSize = 64;
-constexpr int kMagicSize = 4;
-constexpr int kText1Size = 128;
-constexpr int kText2Size = 16;
-constexpr int kText3Size = 32;
+constexpr int kHeaderSize = 332;                     ///< the header record
+constexpr int kDataSize = 156;                       ///< the data record
+constexpr int kRecordSize = kHeaderSize + kDataSize; ///< both records, the whole of what is written
+constexpr int kBlockSize = 64;                       ///< one block
+constexpr int kMagicSize = 4;                        ///< the magic
+constexpr int kText1Size = 128;                      ///< the field of the first text
+constexpr int kText2Size = 16;                       ///< the field of the second text
+constexpr int kText3Size = 32;                       ///< the field of the third text
 
 // ---- Header record, offsets from the start of the file ---------------------------------------
 
-constexpr int kMagicOffset = 0;
-constexpr int kFormatOffset = 4;
-constexpr int kHeaderSizeOffset = 8;
-constexpr int kDataSizeOffset = 12;
-constexpr int kFlagsOffset = 16;
-constexpr int kText1Offset = 20;
-constexpr int kText2Offset = 276;
-constexpr int kText3Offset = 292;
+constexpr int kMagicOffset = 0;      ///< kMagic
+constexpr int kFormatOffset = 4;     ///< kFormat
+constexpr int kHeaderSizeOffset = 8; ///< kHeaderSize
+constexpr int kDataSizeOffset = 12;  ///< kDataSize
+constexpr int kFlagsOffset = 16;     ///< the flags, 0
+constexpr int kText1Offset = 20;     ///< the first text
+constexpr int kText2Offset = 276;    ///< the second text
+constexpr int kText3Offset = 292;    ///< the third text
 
 // ---- Data record, offsets from the start of the file -----------------------------------------
 
-constexpr int kDataOffset = kHeaderSize;
-constexpr int kId1Offset = kDataOffset + 0;
-constexpr int kId2Offset = kDataOffset + 4;
-constexpr int kBlock1Offset = kDataOffset + 12;
-constexpr int kBlock2Offset = kDataOffset + 76;
+constexpr int kDataOffset = kHeaderSize;        ///< where the data record begins
+constexpr int kId1Offset = kDataOffset + 0;     ///< the first number
+constexpr int kId2Offset = kDataOffset + 4;     ///< the second number
+constexpr int kBlock1Offset = kDataOffset + 12; ///< the first block
+constexpr int kBlock2Offset = kDataOffset + 76; ///< the second block
 
 // ---- Block, offsets from its start -----------------------------------------------------------
 
-constexpr int kBlockFirstCodeOffset = 0;
-constexpr int kBlockSecondCodeOffset = 4;
-constexpr int kBlockNumberOffset = 8;
-constexpr int kBlockSecondsOffset = 12;
-constexpr int kBlockMillisecondsOffset = 16;
-constexpr int kBlockIdOffset = 20;
-constexpr int kBlockThirdCodeOffset = 24;
+constexpr int kBlockFirstCodeOffset = 0;     ///< kBlockFirstCode
+constexpr int kBlockSecondCodeOffset = 4;    ///< kBlockSecondCode
+constexpr int kBlockNumberOffset = 8;        ///< the unsigned number
+constexpr int kBlockSecondsOffset = 12;      ///< whole seconds
+constexpr int kBlockMillisecondsOffset = 16; ///< milliseconds within the second
+constexpr int kBlockIdOffset = 20;           ///< the number
+constexpr int kBlockThirdCodeOffset = 24;    ///< kBlockThirdCode
 
 // ---- Constant values -------------------------------------------------------------------------
 
-constexpr char kMagic[kMagicSize] = {'E', 'v', 't', 'D'};
-constexpr quint32 kFormat = 0x01080002;
-constexpr quint32 kBlockFirstCode = 1;
-constexpr quint32 kBlockSecondCode = 2;
-constexpr quint16 kBlockThirdCode = 1;
+constexpr char kMagic[kMagicSize] = {'E', 'v', 't', 'D'}; ///< "EvtD"
+constexpr quint32 kFormat = 0x01080002;                   ///< the format code
+constexpr quint32 kBlockFirstCode = 1;                    ///< the first code of a block
+constexpr quint32 kBlockSecondCode = 2;                   ///< the second code of a block
+constexpr quint16 kBlockThirdCode = 1;                    ///< the third code of a block, 16 bits
 
 } // namespace vn::ErdinfoLayout
 

@@ -16,9 +16,10 @@ namespace vn {
  * application.
  * @code
  * VanteroErdinfoFile info(L"/recordings/17.erdinfo");
- * info.setData(7, -1, 25, 25, start, end, L"entrance", L"K40D", L"motion"); // times in
- * microseconds if (!info.save())
- *     ...
+ * info.setData(7, -1, 25, 25, start, end, // microseconds
+ *              L"entrance", L"K40D", L"motion");
+ * if (!info.save())
+ *     qWarning("the record cannot be written");
  * @endcode
  * Errors: save() alone reports one, and only that of opening.
  *
@@ -29,12 +30,18 @@ class VN_EXPORT VanteroErdinfoFile
 public:
     /** Empty texts and zero numbers, to be written to @p path. */
     explicit VanteroErdinfoFile(const std::wstring &path);
+    /** A copy with the same path. */
     VanteroErdinfoFile(const VanteroErdinfoFile &other);
+    /** Takes path and values over. */
     VanteroErdinfoFile &operator=(const VanteroErdinfoFile &other);
     ~VanteroErdinfoFile();
 
     /**
      * Replaces all values.
+     * @param id1 first number
+     * @param id2 second number
+     * @param number1 first unsigned number
+     * @param number2 second unsigned number
      * @param time1 in microseconds; the file keeps whole milliseconds and 32 bits of the seconds
      * @param time2 the same
      * @param text1 for a field of 128 bytes

@@ -19,6 +19,7 @@ try {
     for (int i = 2; i < argc; ++i)
         paths << QString::fromLocal8Bit(argv[i]);
 
+    //! [collect a folder]
     // Several texts of one camera are all kept, the latest first.
     const QMap<QString, QString> texts = VanteroConfigFile::parseAll(paths, true, argv[1]);
     for (auto it = texts.begin(); it != texts.end(); ++it) {
@@ -28,6 +29,7 @@ try {
                     qPrintable(config.getSoftwareVersion()),
                     qPrintable(config.value("ethernet", "HOSTNAME")));
     }
+    //! [collect a folder]
     return 0;
 } catch (const vn::ExceptionQt &e) {
     std::fprintf(stderr, "%s\n", e.what());

@@ -16,6 +16,7 @@ int main(int argc, char **argv)
         return 2;
     }
     const std::string path = argv[1];
+    //! [write a record]
     constexpr unsigned long long kSecond = 1000000; // in microseconds
     constexpr unsigned long long kStart = 1299701647 * kSecond;
 
@@ -27,5 +28,6 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "%s cannot be written\n", path.c_str());
         return 1;
     }
+    //! [write a record]
     return 0;
 }

@@ -3,7 +3,7 @@
 
 // edit_configuration FILE: sets the image quality in a configuration file.
 
-// [readme]
+//! [readme]
 #include "base/Exceptions.h"
 #include "base/FileUtils.h"
 #include "config/VanteroConfigFile.h"
@@ -28,4 +28,4 @@ try {
     qCritical("%s", e.what());
     return 1;
 }
-// [readme end]
+//! [readme]

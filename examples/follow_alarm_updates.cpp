@@ -18,6 +18,7 @@ int main(int argc, char **argv)
     if (argc < 3)
         qFatal("follow_alarm_updates SCRIPT TEXT...");
 
+    //! [follow alarm updates]
     QScriptEngine engine; // outlives the parser and its values
     vn::AlarmUpdateParser parser(&engine);
     int failures = 0;
@@ -30,5 +31,6 @@ int main(int argc, char **argv)
             ++failures;
         }
     }
+    //! [follow alarm updates]
     return failures == 0 ? 0 : 1;
 }

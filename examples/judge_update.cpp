@@ -16,6 +16,7 @@ int main(int argc, char **argv)
 try {
     if (argc != 4)
         qFatal("judge_update FILE MODEL PACKAGE");
+    //! [judge an update]
     const auto config = vn::VanteroConfigFile::open(argv[1], QDateTime::currentDateTime());
     const QString model = argv[2];
 
@@ -32,6 +33,7 @@ try {
     std::printf("%s to %s: %s\n", qPrintable(current), qPrintable(target),
                 verdict.safe ? "safe" : "not safe");
     std::printf("%s: %s\n", qPrintable(verdict.rule), qPrintable(verdict.sentence));
+    //! [judge an update]
     return verdict.safe ? 0 : 1;
 } catch (const vn::ExceptionQt &e) {
     std::fprintf(stderr, "%s\n", e.what());

@@ -10,6 +10,7 @@
 
 namespace {
 
+//! [read an alarm list]
 void show(const QVariant &value, const QString &indent)
 {
     if (value.type() == QVariant::Map) {
@@ -28,6 +29,7 @@ void show(const QVariant &value, const QString &indent)
         std::printf("%s%s\n", qPrintable(indent), qPrintable(text));
     }
 }
+//! [read an alarm list]
 
 } // namespace
 
@@ -35,8 +37,10 @@ int main(int argc, char **argv)
 try {
     if (argc != 2)
         qFatal("show_alarm_list TEXT");
+    //! [parse an alarm list]
     vn::AlarmListParser parser;
     show(parser.parse(QString(argv[1])), QString());
+    //! [parse an alarm list]
     return 0;
 } catch (const vn::ParseException &e) {
     std::fprintf(stderr, "bytes %d to %d: %s\n", e.startColumn(), e.endColumn(), e.what());

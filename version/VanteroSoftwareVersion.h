@@ -114,11 +114,17 @@ public:
 
     // ---- Comparison: ranges that overlap are equal ---------------------------------------------
 
+    /** Whether all components overlap. */
     bool operator==(const VanteroSoftwareVersion &other) const;
+    /** Whether some component does not overlap. */
     bool operator!=(const VanteroSoftwareVersion &other) const;
+    /** Whether the first components that do not overlap are lower here. */
     bool operator<(const VanteroSoftwareVersion &other) const;
+    /** Whether `*this < other` or `*this == other`. */
     bool operator<=(const VanteroSoftwareVersion &other) const;
+    /** Whether the first components that do not overlap are higher here. */
     bool operator>(const VanteroSoftwareVersion &other) const;
+    /** Whether `*this > other` or `*this == other`. */
     bool operator>=(const VanteroSoftwareVersion &other) const;
 
     /** Whether going from this version to @p other is an upgrade: `*this < other`. */
