@@ -14,7 +14,7 @@ from pathlib import Path
 OURS = ("base", "config", "version", "erdinfo", "alarm")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 STANDARD = re.compile(r"[a-z_]+")
-EXPORTED = re.compile(r"^(?:[a-z -]+ for )?vn::(\w+)", re.MULTILINE)
+EXPORTED = re.compile(r'^ \(c\+\+\)"(?:[a-z -]+ for )?vn::(\w+)', re.MULTILINE)
 DECLARED = re.compile(r"^(?!#).*\bVN_(?:BASE_)?EXPORT\s+(?:extern\s+const\s+[^;]*?)?(\w+)\s*[:{;\n]",
                       re.MULTILINE)
 QT = re.compile(r"Qt(Core|Script)/\w+(\.h)?")
@@ -47,7 +47,7 @@ def main(installed, source):
                 if name.split("/")[0] in OURS and name not in headers:
                     errors.append(f"{path.relative_to(source)} includes {name}, "
                                   "which is not installed")
-    exported = {name for path in (source / "tests/install").glob("*.symbols")
+    exported = {name for path in (source / "debian").glob("*.symbols")
                 for name in EXPORTED.findall(path.read_text(encoding="utf-8"))}
     declared = {name for header in headers
                 for name in DECLARED.findall((installed / header).read_text(encoding="utf-8"))}
