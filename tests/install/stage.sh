@@ -1,6 +1,7 @@
 #!/bin/sh
 # Installs a build into STAGE/first and moves the tree to STAGE/moved; a second tree in
-# STAGE/libraries lacks the tool. Nothing in the tree may name the folder it was installed to.
+# STAGE/libraries lacks the tool. Nothing in the tree may name the folder it was installed to, and
+# every file belongs to exactly one component.
 # stage.sh CMAKE BUILD SOURCE STAGE LIBDIR
 set -eu
 cmake=$1 build=$2 source=$3 stage=$4 libdir=$5
@@ -45,4 +46,12 @@ for library in "$stage/moved/$libdir"/lib*.so; do
         fail "$library: a run path that does not move along"
 done
 find "$stage/moved" -name '*_p.h' | grep . && fail "internal headers are installed"
+
+"$cmake" --install "$build" --prefix "$stage/tool" --component FileFormatsVantero_Tool >/dev/null
+files() {
+    (cd "$1" 2>/dev/null && find . ! -type d) || true
+}
+{ files "$stage/libraries"; files "$stage/tool"; } | sort >"$stage/components.txt"
+files "$stage/moved" | sort | diff -u --label "all components" --label "the whole tree" \
+    "$stage/components.txt" - || fail "a file belongs to no component, or to two"
 exit 0
