@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef BROWSER_DIFFERENCEMODEL_H
+#define BROWSER_DIFFERENCEMODEL_H
+
+#include "config/VanteroConfigMap.h"
+
+#include <QtCore/QAbstractTableModel>
+#include <QtCore/QStringList>
+
+#include <vector>
+
+namespace browser {
+
+/** The keys whose values differ between two configurations, one a row. */
+class DifferenceModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { Section, Key, First, Second, ColumnCount };
+
+    explicit DifferenceModel(QObject *parent = nullptr);
+
+    /** Compares two configurations, which have these titles. */
+    void compare(const QString &firstTitle, const vn::VanteroConfigMap &first,
+                 const QString &secondTitle, const vn::VanteroConfigMap &second);
+    void clear();
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    struct Row
+    {
+        QString section;
+        QString key;
+        QStringList first; // newest first; empty where the key is missing
+        QStringList second;
+    };
+
+    static std::vector<Row> differences(const vn::VanteroConfigMap &first,
+                                        const vn::VanteroConfigMap &second);
+
+    QString m_firstTitle;
+    QString m_secondTitle;
+    std::vector<Row> m_rows;
+};
+
+} // namespace browser
+
+#endif // BROWSER_DIFFERENCEMODEL_H

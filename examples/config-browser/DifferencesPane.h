@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef BROWSER_DIFFERENCESPANE_H
+#define BROWSER_DIFFERENCESPANE_H
+
+#include "DifferenceModel.h"
+#include "Document.h"
+
+#include <QtCore/QPointer>
+#include <QtWidgets/QWidget>
+
+class QLabel;
+class QTableView;
+
+namespace browser {
+
+class EmptyState;
+
+/** What differs between two cameras. */
+class DifferencesPane : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit DifferencesPane(QWidget *parent = nullptr);
+
+    /** Compares two documents; null for either shows what to do. */
+    void setDocuments(Document *first, Document *second);
+
+private:
+    void update();
+
+    QPointer<Document> m_first;
+    QPointer<Document> m_second;
+    DifferenceModel m_model;
+    EmptyState *m_pages;
+    QLabel *m_summary;
+    QTableView *m_table;
+};
+
+} // namespace browser
+
+#endif // BROWSER_DIFFERENCESPANE_H

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef BROWSER_ENTRYMODEL_H
+#define BROWSER_ENTRYMODEL_H
+
+#include "Document.h"
+
+#include <QtCore/QAbstractTableModel>
+#include <QtCore/QPointer>
+
+#include <vector>
+
+namespace browser {
+
+/** The values of one document, one a row; editable where the document is. */
+class EntryModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { Section, Key, Value, ColumnCount };
+
+    explicit EntryModel(QObject *parent = nullptr);
+
+    /** Shows @p document; null shows nothing. */
+    void setDocument(Document *document);
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+Q_SIGNALS:
+    /** An edit was not possible. */
+    void refused(const QString &reason);
+
+private:
+    struct Row
+    {
+        QString section;
+        QString key;
+        int index; // among the values of the key, from the newest
+
+        bool operator==(const Row &other) const
+        {
+            return section == other.section && key == other.key && index == other.index;
+        }
+    };
+
+    static std::vector<Row> rowsOf(const vn::VanteroConfigMap &map);
+    void update();
+
+    QPointer<Document> m_document;
+    std::vector<Row> m_rows;
+};
+
+} // namespace browser
+
+#endif // BROWSER_ENTRYMODEL_H

@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "UpdatePane.h"
+
+#include "Colors.h"
+#include "EmptyState.h"
+#include "MessageBar.h"
+#include "TableLook.h"
+
+#include "version/VanteroSoftwareVersion.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QVBoxLayout>
+
+namespace browser {
+
+namespace {
+
+QColor tintOf(UpdateVerdict::Answer answer)
+{
+    switch (answer) {
+    case UpdateVerdict::Answer::Safe:
+        return colors::good();
+    case UpdateVerdict::Answer::NotSafe:
+        return colors::bad();
+    case UpdateVerdict::Answer::Unknown:
+        break;
+    }
+    return colors::notice();
+}
+
+} // namespace
+
+UpdatePane::UpdatePane(const CameraModel &cameras, QWidget *parent)
+    : QWidget(parent)
+    , m_cameras(cameras)
+    , m_model(cameras)
+    , m_message(new MessageBar)
+    , m_table(new QTableView)
+{
+    m_message->setObjectName(QStringLiteral("updateMessage"));
+    m_table->setObjectName(QStringLiteral("updates"));
+    m_table->setAccessibleName(tr("Verdicts for all cameras"));
+    m_table->setModel(&m_model);
+    setUpTable(m_table);
+    setColumnWidths(m_table, {14, 9, 14, 13, 10});
+
+    auto *content = new QWidget;
+    auto *layout = new QVBoxLayout(content);
+    layout->setContentsMargins(10, 10, 10, 10);
+    layout->addLayout(makeTargetRow());
+    layout->addWidget(m_message);
+    layout->addWidget(makeCard());
+    layout->addWidget(new QLabel(tr("The same update for all cameras; double-click a model to "
+                                    "enter it, some rules ask for it:")));
+    layout->addWidget(m_table, 1);
+
+    m_pages = new EmptyState(content);
+    auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->addWidget(m_pages);
+
+    connect(&m_model, &QAbstractItemModel::dataChanged, this, &UpdatePane::update);
+    connect(&m_model, &QAbstractItemModel::rowsInserted, this, &UpdatePane::update);
+    connect(&m_model, &QAbstractItemModel::modelReset, this, &UpdatePane::update);
+    update();
+}
+
+QLayout *UpdatePane::makeTargetRow()
+{
+    m_target = new QLineEdit;
+    m_target->setObjectName(QStringLiteral("target"));
+    m_target->setPlaceholderText(tr("A version, such as VN-3.0.6.29"));
+    m_target->setClearButtonEnabled(true);
+    auto *label = new QLabel(tr("Update to &version:"));
+    label->setBuddy(m_target);
+    auto *package = new QPushButton(tr("From &package…"));
+    package->setToolTip(tr("Take the version that a firmware package names"));
+    connect(m_target, &QLineEdit::textChanged, this, [this](const QString &text) {
+        m_message->hide();
+        m_model.setTarget(text);
+        update();
+    });
+    connect(package, &QPushButton::clicked, this, &UpdatePane::choosePackage);
+
+    auto row = std::make_unique<QHBoxLayout>();
+    row->addWidget(label);
+    row->addWidget(m_target, 1);
+    row->addWidget(package);
+    return row.release(); // for the layout that it is added to
+}
+
+QWidget *UpdatePane::makeCard()
+{
+    m_answer = new QLabel;
+    m_answer->setObjectName(QStringLiteral("answer"));
+    m_answer->setWordWrap(true);
+    QFont font = m_answer->font();
+    font.setPointSizeF(font.pointSizeF() * 1.3);
+    font.setBold(true);
+    m_answer->setFont(font);
+    m_reason = new QLabel;
+    m_reason->setObjectName(QStringLiteral("reason"));
+    m_reason->setWordWrap(true);
+
+    m_card = new QFrame;
+    m_card->setAutoFillBackground(true);
+    m_card->setAccessibleName(tr("Verdict for the selected camera"));
+    auto *layout = new QVBoxLayout(m_card);
+    layout->setContentsMargins(14, 12, 14, 12);
+    layout->addWidget(m_answer);
+    layout->addWidget(m_reason);
+    return m_card;
+}
+
+void UpdatePane::setCurrentRow(int row)
+{
+    m_row = row;
+    update();
+}
+
+void UpdatePane::readPackage(const QString &path)
+{
+    const vn::VanteroSoftwareVersion version = vn::VanteroSoftwareVersion::fromFwpFile(path);
+    if (version.isNull())
+        m_message->showError(
+            tr("%1 cannot be read, or names no version.").arg(QFileInfo(path).fileName()));
+    else
+        m_target->setText(version);
+}
+
+void UpdatePane::choosePackage()
+{
+    const QString path =
+        QFileDialog::getOpenFileName(this, tr("Take the Version of a Firmware Package"), QString(),
+                                     tr("Firmware packages (*.fwp);;All files (*)"));
+    if (!path.isEmpty())
+        readPackage(path);
+}
+
+void UpdatePane::update()
+{
+    if (m_model.rowCount() == 0) {
+        m_pages->showWords(tr("No cameras to judge"),
+                           tr("Open configurations, then choose a version to update them to."));
+        return;
+    }
+    m_pages->showContent();
+    const Document *document = m_cameras.document(m_row);
+    m_card->setVisible(document);
+    if (!document)
+        return;
+
+    const UpdateVerdict verdict = m_model.verdict(m_row);
+    const QString firmware = document->configuration().firmware();
+    if (verdict.rule.isNull()) {
+        m_answer->setText(verdict.answerText());
+        m_reason->setText(verdict.reason + QLatin1Char('.'));
+    } else {
+        m_answer->setText(tr("%1: %2 → %3").arg(verdict.answerText(), firmware, m_model.target()));
+        m_reason->setText(tr("%1, %2. %3 (rule \"%4\").")
+                              .arg(document->title(), verdict.step, verdict.reason, verdict.rule));
+    }
+    QPalette tinted;
+    tinted.setColor(QPalette::Window, tintOf(verdict.answer));
+    m_card->setPalette(tinted);
+}
+
+} // namespace browser

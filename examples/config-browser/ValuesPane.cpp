@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "ValuesPane.h"
+
+#include "EmptyState.h"
+#include "MessageBar.h"
+#include "TableLook.h"
+
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QVBoxLayout>
+
+namespace browser {
+
+ValuesPane::ValuesPane(QWidget *parent)
+    : QWidget(parent)
+    , m_title(new QLabel)
+    , m_source(new QLabel)
+    , m_error(new MessageBar)
+    , m_note(new MessageBar)
+    , m_table(new QTableView)
+{
+    QFont font = m_title->font();
+    font.setPointSizeF(font.pointSizeF() * 1.3);
+    font.setBold(true);
+    m_title->setFont(font);
+    m_title->setObjectName(QStringLiteral("valuesTitle"));
+    m_source->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_source->setEnabled(false);
+    m_error->setObjectName(QStringLiteral("valuesError"));
+    m_note->setObjectName(QStringLiteral("valuesNote"));
+
+    m_filtered.setSourceModel(&m_model);
+    m_filtered.setFilterCaseSensitivity(Qt::CaseInsensitive);
+    m_filtered.setFilterKeyColumn(-1);
+    m_table->setObjectName(QStringLiteral("values"));
+    m_table->setAccessibleName(tr("Values"));
+    m_table->setModel(&m_filtered);
+    setUpTable(m_table);
+    setColumnWidths(m_table, {18, 28});
+
+    auto *content = new QWidget;
+    auto *layout = new QVBoxLayout(content);
+    layout->setContentsMargins(10, 10, 10, 10);
+    layout->addWidget(m_title);
+    layout->addWidget(m_source);
+    layout->addSpacing(4);
+    layout->addLayout(makeFilterRow());
+    layout->addWidget(m_error);
+    layout->addWidget(m_note);
+    layout->addWidget(m_table, 1);
+
+    m_pages = new EmptyState(content);
+    auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->addWidget(m_pages);
+
+    connect(&m_model, &EntryModel::refused, this, &ValuesPane::showError);
+    connect(&m_filtered, &QAbstractItemModel::modelReset, this, &ValuesPane::updateCount);
+    connect(&m_filtered, &QAbstractItemModel::rowsInserted, this, &ValuesPane::updateCount);
+    connect(&m_filtered, &QAbstractItemModel::rowsRemoved, this, &ValuesPane::updateCount);
+    setDocument(nullptr);
+}
+
+QLayout *ValuesPane::makeFilterRow()
+{
+    m_filter = new QLineEdit;
+    m_filter->setObjectName(QStringLiteral("filter"));
+    m_filter->setAccessibleName(tr("Filter of the values"));
+    m_filter->setPlaceholderText(tr("Filter (Ctrl+F)"));
+    m_filter->setClearButtonEnabled(true);
+    m_filterColumn = new QComboBox;
+    m_filterColumn->setObjectName(QStringLiteral("filterColumn"));
+    m_filterColumn->setAccessibleName(tr("What is filtered"));
+    m_filterColumn->addItem(tr("Everywhere"), -1);
+    m_filterColumn->addItem(tr("In sections"), int(EntryModel::Section));
+    m_filterColumn->addItem(tr("In keys"), int(EntryModel::Key));
+    m_filterColumn->addItem(tr("In values"), int(EntryModel::Value));
+    m_count = new QLabel;
+    m_count->setObjectName(QStringLiteral("valuesCount"));
+
+    connect(m_filter, &QLineEdit::textChanged, &m_filtered,
+            &QSortFilterProxyModel::setFilterFixedString);
+    connect(m_filterColumn, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this] { m_filtered.setFilterKeyColumn(m_filterColumn->currentData().toInt()); });
+
+    auto row = std::make_unique<QHBoxLayout>();
+    row->addWidget(m_filter, 1);
+    row->addWidget(m_filterColumn);
+    row->addWidget(m_count);
+    return row.release(); // for the layout that it is added to
+}
+
+void ValuesPane::setDocument(Document *document)
+{
+    if (m_document)
+        m_document->disconnect(this);
+    m_document = document;
+    if (m_document)
+        connect(m_document, &Document::changed, this, &ValuesPane::update);
+    m_model.setDocument(document);
+    m_error->hide();
+    if (document)
+        m_pages->showContent();
+    else
+        m_pages->showWords(tr("No camera selected"),
+                           tr("Select a camera on the left to see and edit its values."));
+    update();
+}
+
+void ValuesPane::showError(const QString &text)
+{
+    m_error->showError(text);
+}
+
+void ValuesPane::focusFilter()
+{
+    m_filter->setFocus(Qt::ShortcutFocusReason);
+    m_filter->selectAll();
+}
+
+void ValuesPane::update()
+{
+    if (!m_document)
+        return;
+    const Configuration &configuration = m_document->configuration();
+    m_title->setText(m_document->isModified() ? tr("%1 – edited").arg(m_document->title())
+                                              : m_document->title());
+    m_source->setText(configuration.sourcePath());
+    m_note->showNote(m_document->readOnlyReason());
+    if (!m_document->isModified())
+        m_error->hide();
+}
+
+void ValuesPane::updateCount()
+{
+    const int all = m_model.rowCount();
+    const int shown = m_filtered.rowCount();
+    m_count->setText(shown == all ? tr("%n value(s)", nullptr, all)
+                                  : tr("%1 of %n value(s)", nullptr, all).arg(shown));
+}
+
+} // namespace browser
