@@ -81,6 +81,7 @@ const Accepted kAccepted[] = {
 
     {"spacesBelongToWords", "key = value", "{key : \" value\"}"_q},
     {"spaceBehindANumber", "x=5 ", "{x: \"5 \"}"_q},
+    {"spaceBehindANegativeNumber_isSkipped", "x=-5 ;y=-1.5\t", "{y: -1.5, x: -5}"_q},
     {"spaceBeforeANumber", "x= 5", "{x: \" 5\"}"_q},
     {"spaceBehindABoolean", "x=true ", "{x: \"true \"}"_q},
     {"letterBehindANumber", "x=1.5a", "{x: \"1.5a\"}"_q},
