@@ -288,6 +288,14 @@ std::uint32_t crc32(const QByteArray &bytes)
     return ~crc;
 }
 
+/** The text of all bytes, a byte order mark included, which QString::fromUtf8() drops; that of a
+ * QByteArray would end at a zero byte, too. */
+QString fromWholeUtf8(const QByteArray &bytes)
+{
+    const QString text = QString::fromUtf8(bytes.constData(), bytes.size());
+    return bytes.startsWith("\xEF\xBB\xBF") ? QChar(QChar::ByteOrderMark) + text : text;
+}
+
 QString nameOf(const QByteArray &name, std::uint16_t flags, const char *extra, int extraSize)
 {
     // version 1, checksum of the name in the header, name in UTF-8
@@ -427,7 +435,7 @@ QString zipEntryName(const QByteArray &name, bool isUtf8)
     };
     // clang-format on
     if (isUtf8 || internal::isUtf8(name.constData(), static_cast<std::size_t>(name.size())))
-        return QString::fromUtf8(name);
+        return fromWholeUtf8(name);
     QString result(name.size(), Qt::Uninitialized);
     std::transform(name.begin(), name.end(), result.begin(), [](char byte) {
         const auto code = static_cast<unsigned char>(byte);

@@ -599,6 +599,13 @@ TEST_F(ZipReaderTest, readsNamesInTheirEncodings)
         // the same with another crc: the name has been changed by a program that knows no such
         // field
         {"T?r.cfg"_b, false, "up\x0D\x00\x01\xA4\x81\xC5\xD6T\xC3\xBCr.cfg"_b, "T?r.cfg"_q},
+        // a zero byte does not end a name, nor does a byte order mark begin it
+        {"a.cfg\0.exe"_b, false, ""_b, u8"a.cfg\0.exe"_q},
+        {"a.cfg\0"_b, true, ""_b, u8"a.cfg\0"_q},
+        {"\x81.cfg\0.exe"_b, false, ""_b, u8"ü.cfg\0.exe"_q},
+        {"\xEF\xBB\xBF"
+         "a.cfg"_b,
+         true, ""_b, QChar(QChar::ByteOrderMark) + "a.cfg"_q},
     };
     for (const char *locale : {"C.UTF-8", "C"}) {
         SCOPED_TRACE(locale);
