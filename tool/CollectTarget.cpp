@@ -3,6 +3,7 @@
 
 #include "CollectTarget.h"
 
+#include "OutputFile.h"
 #include "ToolError.h"
 
 #include "base/Exceptions.h"
@@ -32,26 +33,9 @@ bool isThere(const QString &path)
     return info.exists() || info.isSymLink(); // a link to nothing does not exist for Qt
 }
 
-/** Makes a new file in @p folder for @p address and returns its name. */
-QString writeNewFile(const QDir &folder, const QString &address, const QByteArray &bytes)
+QString newName(const QDir &folder, const QString &address)
 {
-    for (;;) {
-        const QString name =
-            VanteroConfigFile::newFileName(folder, fileNamePart(address), QDate::currentDate());
-        QFile file(folder.filePath(name));
-        if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-            if (isThere(file.fileName()))
-                continue; // taken by somebody else meanwhile
-            throw outputError(file.errorString(), file.fileName());
-        }
-        const bool written = file.write(bytes) == bytes.size() && file.flush();
-        file.close();
-        if (written && file.error() == QFileDevice::NoError)
-            return name;
-        const QString reason = file.errorString();
-        file.remove(); // ours, and not complete
-        throw outputError(reason, file.fileName());
-    }
+    return VanteroConfigFile::newFileName(folder, fileNamePart(address), QDate::currentDate());
 }
 
 class FolderTarget : public CollectTarget
@@ -66,7 +50,11 @@ public:
     {
         if (!m_folder.exists() && !m_folder.mkpath(QStringLiteral(".")))
             throw outputError(QStringLiteral("the folder cannot be made"), m_folder.path());
-        return writeNewFile(m_folder, address, bytes);
+        for (;;) {
+            const QString name = newName(m_folder, address);
+            if (writeNewFileAtomically(m_folder.filePath(name), bytes))
+                return name; // otherwise taken by somebody else meanwhile
+        }
     }
 
     void finish() override {}
@@ -94,7 +82,10 @@ public:
             if (!m_isOpen)
                 m_writer.open();
             m_isOpen = true;
-            QString name = writeNewFile(QDir(m_names.path()), address, QByteArray());
+            QString name = newName(QDir(m_names.path()), address);
+            QFile taken(m_names.filePath(name));
+            if (!taken.open(QIODevice::WriteOnly))
+                throw outputError(taken.errorString(), taken.fileName());
             QBuffer buffer;
             buffer.setData(bytes);
             buffer.open(QIODevice::ReadOnly);

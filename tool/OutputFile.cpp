@@ -120,6 +120,18 @@ public:
         return true;
     }
 
+    /** The same, but only where nothing is called @p target; otherwise errno is EEXIST. */
+    bool renameToNew(const QByteArray &target)
+    {
+        if (::renameat2(AT_FDCWD, m_path.constData(), AT_FDCWD, target.constData(),
+                        RENAME_NOREPLACE) == 0) {
+            m_exists = false;
+            return true;
+        }
+        // Not every file system knows this; where links are, they do. The old name goes later.
+        return errno == EINVAL && ::link(m_path.constData(), target.constData()) == 0;
+    }
+
 private:
     QByteArray m_path;
     Descriptor m_descriptor;
@@ -200,6 +212,29 @@ void writeThrough(const QString &path, int number, const QByteArray &content)
         fail(path);
 }
 
+QByteArray folderOf(const QByteArray &path)
+{
+    const int slash = path.lastIndexOf('/');
+    return slash < 0 ? QByteArray("./") : path.left(slash + 1);
+}
+
+/** Writes @p content to the disk; the file is closed afterwards. */
+bool writeToDisk(Descriptor &file, const QByteArray &content)
+{
+    return file.write(content) && ::fsync(file.number()) == 0 && file.close();
+}
+
+/** The name, too, is to survive a power cut. The content has arrived by now: a folder that cannot
+ * be synchronised is no failure of the write. */
+void synchronise(const QByteArray &folder)
+{
+    const Descriptor directory(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory.number() >= 0)
+        (void)::fsync(directory.number());
+}
+
+const char kTemporaryPattern[] = ".vantero-formats-XXXXXX";
+
 } // namespace
 
 void writeFileAtomically(const QString &path, const QByteArray &content)
@@ -225,24 +260,34 @@ void writeFileAtomically(const QString &path, const QByteArray &content)
     if (exists && ::faccessat(AT_FDCWD, target.constData(), W_OK, AT_EACCESS) != 0)
         fail(path);
 
-    const int slash = target.lastIndexOf('/');
-    const QByteArray folder = slash < 0 ? QByteArray("./") : target.left(slash + 1);
-
+    const QByteArray folder = folderOf(target);
     const SignalsHeldBack signalsHeldBack;
-    TemporaryFile file(folder + ".vantero-formats-XXXXXX");
+    TemporaryFile file(folder + kTemporaryPattern);
     if (!file.exists())
         fail(path);
     const bool ready = exists ? takeOver(file.descriptor(), old)
                               : ::fchmod(file.descriptor().number(), modeOfNewFiles()) == 0;
-    if (!ready || !file.descriptor().write(content) || ::fsync(file.descriptor().number()) != 0 ||
-        !file.descriptor().close() || !file.rename(target))
+    if (!ready || !writeToDisk(file.descriptor(), content) || !file.rename(target))
         fail(path);
+    synchronise(folder);
+}
 
-    // The name, too, is to survive a power cut. The content has arrived by now: a folder that
-    // cannot be synchronised is no failure of the write.
-    const Descriptor directory(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (directory.number() >= 0)
-        (void)::fsync(directory.number());
+bool writeNewFileAtomically(const QString &path, const QByteArray &content)
+{
+    const QByteArray target = QFile::encodeName(path);
+    const QByteArray folder = folderOf(target);
+    const SignalsHeldBack signalsHeldBack;
+    TemporaryFile file(folder + kTemporaryPattern);
+    if (!file.exists() || ::fchmod(file.descriptor().number(), modeOfNewFiles()) != 0 ||
+        !writeToDisk(file.descriptor(), content))
+        fail(path);
+    if (!file.renameToNew(target)) {
+        if (errno == EEXIST)
+            return false;
+        fail(path);
+    }
+    synchronise(folder);
+    return true;
 }
 
 } // namespace vn::tool

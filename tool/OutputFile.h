@@ -21,6 +21,14 @@ namespace vn::tool {
  */
 void writeFileAtomically(const QString &path, const QByteArray &content);
 
+/**
+ * Makes a new file @p path that holds @p content: at any time it is there whole or not at all, even
+ * when the tool is killed.
+ * @returns false where something of that name is there already, which stays as it is
+ * @throws ToolError (output failed) when the file cannot be written
+ */
+bool writeNewFileAtomically(const QString &path, const QByteArray &content);
+
 } // namespace vn::tool
 
 #endif // VN_TOOL_OUTPUTFILE_H

@@ -272,6 +272,24 @@ TEST_F(ZipReaderDamage, ofAnUnknownMethodIsToldByItsName)
                   "Unsupported ZIP compression method (9: deflation-64-bit)"_q);
 }
 
+TEST_F(ZipReaderDamage, ofExtraFieldsDoesNotReachBeyondThem)
+{
+    // A Unicode path field that says it is one byte longer than the fields of the entry are: the
+    // byte behind them, the first of the comment, is none of the name.
+    runPython(R"(
+import zipfile
+with zipfile.ZipFile('cams.zip', 'w') as archive:
+    info = zipfile.ZipInfo('T?r.cfg')
+    info.extra = b'up\x0E\x00\x01\xA3\x81\xC5\xD6T\xC3\xBCr.cfg'
+    info.comment = b'X'
+    archive.writestr(info, 'content')
+)",
+              {}, dir().path());
+    ZipReader zip(path("cams.zip"_q));
+    ASSERT_TRUE(zip.open(QIODevice::ReadOnly));
+    EXPECT_EQ(zip.fileListBySuffix(QString()), QStringList("T?r.cfg"_q));
+}
+
 TEST_F(ZipReaderDamage, ofTheDirectoryIsFoundOnOpening)
 {
     const QByteArray bytes = archiveOf(configText(1000, 1), false);

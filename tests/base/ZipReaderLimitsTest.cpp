@@ -197,6 +197,22 @@ TEST_F(ZipReaderLimits, ofTheRatioAreExact)
     expectRead("twice"_q, 24 * kMiB);
 }
 
+TEST_F(ZipReaderLimits, ofTheRatioAreExactToTheByte)
+{
+    // name: what the directory says of the sizes
+    open(R"(
+    for size, compressed in ((20000000, 20000), (20000001, 20000), (20000001, 20001)):
+        archive.writestr('%d of %d' % (compressed, size), 'x')
+        archive.filelist[-1].file_size = size
+        archive.filelist[-1].compress_size = compressed
+)");
+    expectReadError(zip.get(), archive(), "20000 of 20000001"_q,
+                    "compressed more than the limit of 1000 times"_q);
+    // These pass the limit; that nothing of it is true shows later.
+    for (const QString &name : {"20000 of 20000000"_q, "20001 of 20000001"_q})
+        expectReadError(zip.get(), archive(), name, "the entry contradicts the directory"_q);
+}
+
 TEST_F(ZipReaderLimits, holdForEntriesThatSayTheyAreSmall)
 {
     open(R"(
