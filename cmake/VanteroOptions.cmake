@@ -49,9 +49,11 @@ function(vantero_object_library target)
   add_library(${target} OBJECT ${ARGN})
   vantero_target(${target})
   target_include_directories(${target} PUBLIC "${PROJECT_SOURCE_DIR}")
-  # Unique symbols would pin the library in memory; it must leave on dlclose.
+  # Unique symbols would pin the library in memory; it must leave on dlclose. The functions that the
+  # library calls are its own: nobody puts others of the same name in their place.
   target_compile_options(${target} PRIVATE
-    $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+    $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
+    -fno-semantic-interposition)
 endfunction()
 
 # The common properties of the two shared libraries.
@@ -70,7 +72,7 @@ function(vantero_shared_library target)
   set(map "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
   configure_file("${PROJECT_SOURCE_DIR}/cmake/Exports.map.in" "${map}" @ONLY)
   target_link_options(${target} PRIVATE "LINKER:--version-script=${map}"
-    LINKER:--as-needed)
+    LINKER:--as-needed LINKER:-Bsymbolic-functions)
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${map}")
   if(NOT VANTERO_SANITIZE)
     target_link_options(${target} PRIVATE LINKER:-z,defs)

@@ -3,8 +3,6 @@
 
 #include "version/SafeUpdateRules_p.h"
 
-#include <algorithm>
-
 namespace vn {
 
 namespace {
@@ -42,7 +40,7 @@ VersionCondition atLeast(const char *limit)
     return {VersionCondition::AtLeast, limit};
 }
 
-using Models = std::array<const char *, 3>;
+using Models = std::array<ModelBeginning, 3>;
 constexpr Models kAny{};
 constexpr Models kK40{"K40"};
 constexpr Models kH40{"H40"};
@@ -86,37 +84,46 @@ const auto &rules()
 }
 
 /** Whether @p model begins with @p beginning, in which "?" stands for any character. */
-bool beginsWith(const QString &model, const char *beginning)
+bool beginsWith(QStringView model, const ModelBeginning &beginning)
 {
-    for (const QChar unit : model) {
-        if (*beginning == '\0')
-            return true;
-        if (*beginning != '?' && unit != QLatin1Char(*beginning))
+    const auto &wanted = beginning.characters;
+    if (static_cast<std::size_t>(model.size()) < wanted.size())
+        return false;
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        if (wanted[i] != '?' && model[static_cast<qsizetype>(i)] != QLatin1Char(wanted[i]))
             return false;
-        ++beginning;
     }
-    return *beginning == '\0';
+    return true;
 }
 
 /** Whether @p models names a beginning of @p model, or none at all. */
-bool beginsWithOneOf(const QString &model, const Models &models)
+bool beginsWithOneOf(QStringView model, const Models &models)
 {
-    if (models.front() == nullptr)
-        return true;
-    return std::any_of(models.begin(), models.end(), [&](const char *beginning) {
-        return beginning != nullptr && beginsWith(model, beginning);
-    });
+    for (const ModelBeginning &beginning : models) {
+        if (beginning.isNone())
+            break;
+        if (beginsWith(model, beginning))
+            return true;
+    }
+    return models.front().isNone();
+}
+
+/** Whether @p rule is about cameras of this model and version. */
+bool concerns(const SafeUpdateRule &rule, QStringView model, const VanteroSoftwareVersion &version)
+{
+    return (rule.platform.name.isEmpty() || rule.platform.code == version[kPlatform]) &&
+           beginsWithOneOf(model, rule.models) && rule.current.holds(version, version);
 }
 
 /** "K30, H30 and K40 cameras", or "Cameras" for any model. */
 QString camerasText(const Models &models)
 {
-    if (models.front() == nullptr)
+    if (models.front().isNone())
         return QStringLiteral("Cameras");
-    QString text = QLatin1String(models.front());
-    for (std::size_t i = 1; i < models.size() && models[i] != nullptr; ++i) {
-        const bool last = i + 1 == models.size() || models[i + 1] == nullptr;
-        text += QLatin1String(last ? " and " : ", ") + QLatin1String(models[i]);
+    QString text = models.front().text();
+    for (std::size_t i = 1; i < models.size() && !models[i].isNone(); ++i) {
+        const bool last = i + 1 == models.size() || models[i + 1].isNone();
+        text += QLatin1String(last ? " and " : ", ") + models[i].text();
     }
     return text + QLatin1String(" cameras");
 }
@@ -162,12 +169,6 @@ QString VersionCondition::text() const
     return {};
 }
 
-bool SafeUpdateRule::concerns(const QString &model, const VanteroSoftwareVersion &version) const
-{
-    return (platform.name.isEmpty() || platform.code == version[kPlatform]) &&
-           beginsWithOneOf(model, models) && current.holds(version, version);
-}
-
 QString SafeUpdateRule::sentence() const
 {
     QString text = camerasText(models);
@@ -183,7 +184,7 @@ SafeUpdateDecision decideUpdate(const QString &model, const VanteroSoftwareVersi
 {
     const auto &all = rules();
     for (const SafeUpdateRule &rule : all) {
-        if (!rule.concerns(model, current))
+        if (!concerns(rule, model, current))
             continue;
         const bool safe = rule.target.holds(target, current);
         if (!safe || rule.effect == SafeUpdateRule::Decides)

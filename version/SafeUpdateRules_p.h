@@ -48,6 +48,24 @@ struct UpdatePlatform
     int code;
 };
 
+/** The three characters that models begin with; "?" is any character. */
+struct ModelBeginning
+{
+    constexpr ModelBeginning() = default; // none
+    constexpr ModelBeginning(const char (&text)[4])
+        : characters{text[0], text[1], text[2]}
+    {
+    }
+
+    constexpr bool isNone() const { return characters.front() == '\0'; }
+    QLatin1String text() const
+    {
+        return QLatin1String(characters.data(), static_cast<int>(characters.size()));
+    }
+
+    std::array<char, 3> characters{};
+};
+
 /** One rule: which cameras and current versions it concerns, and which targets it allows them. */
 struct SafeUpdateRule
 {
@@ -58,15 +76,13 @@ struct SafeUpdateRule
 
     const char *identifier;
 
-    UpdatePlatform platform;            ///< that of current versions
-    std::array<const char *, 3> models; ///< beginnings, "?" is any character; none: any model
+    UpdatePlatform platform;              ///< that of current versions
+    std::array<ModelBeginning, 3> models; ///< any model if the first one is none
     VersionCondition current;
 
     Effect effect;
     const char *demand; ///< what connects cameras and targets in the sentence
     VersionCondition target;
-
-    bool concerns(const QString &model, const VanteroSoftwareVersion &version) const;
 
     /** The rule in plain English, built from its own limits. */
     QString sentence() const;

@@ -13,9 +13,9 @@ namespace vn {
 
 namespace {
 
-constexpr int kPlatform = 0;
-constexpr int kMajor = 1;
-constexpr int kPreRelease = 5;
+constexpr std::size_t kPlatform = 0;
+constexpr std::size_t kMajor = 1;
+constexpr std::size_t kPreRelease = 5;
 
 /** For each ASCII character whether it separates parts. */
 constexpr auto kAsciiSeparators = [] {
@@ -67,20 +67,14 @@ int platformCode(QStringView name)
     return 0;
 }
 
-/** One part of a text, and its value where it is a decimal number of 32 bits; 0 where it is not. */
-struct Part
-{
-    QStringView text;
-    int number;
-};
-
 /** Reads the parts of a text in one pass. */
 class PartReader
 {
 public:
     explicit PartReader(const QString &text)
-        : m_at(text.constData())
-        , m_end(m_at + text.size())
+        : m_begin(text.constData())
+        , m_at(m_begin)
+        , m_end(m_begin + text.size())
     {
     }
 
@@ -92,19 +86,25 @@ public:
     }
 
     /** Reads the next part; an empty text has one, which is empty. */
-    Part read()
+    void read()
     {
-        const QChar *const begin = m_at;
-        qint64 value = 0;
-        for (; m_at != m_end && m_at->unicode() >= '0' && m_at->unicode() <= '9'; ++m_at) {
-            if (value <= kLargest)
-                value = value * 10 + (m_at->unicode() - '0');
+        m_begin = m_at;
+        unsigned int value = 0;
+        for (; m_at != m_end; ++m_at) {
+            const unsigned int digit = m_at->unicode() - unsigned{'0'};
+            if (digit > 9)
+                break;
+            value = value * 10 + digit;
         }
-        const QChar *const digitsEnd = m_at;
-        while (m_at != m_end && !isSeparator(*m_at))
+        m_number = static_cast<int>(value);
+        if (m_at - m_begin > kSafeDigits)
+            m_number = QStringView(m_begin, m_at).toInt();
+        if (m_at == m_end || isSeparator(*m_at))
+            return;
+        m_number = 0;
+        do
             ++m_at;
-        const bool isNumber = m_at == digitsEnd && value <= kLargest;
-        return {QStringView(begin, m_at), isNumber ? static_cast<int>(value) : 0};
+        while (m_at != m_end && !isSeparator(*m_at));
     }
 
     /** Moves to the next part, if there is one: a separator at the very end is followed by one. */
@@ -112,16 +112,29 @@ public:
     {
         if (m_at == m_end)
             return false;
-        while (m_at != m_end && isSeparator(*m_at))
+        do // the last part ended at a separator
             ++m_at;
+        while (m_at != m_end && isSeparator(*m_at));
         return true;
     }
 
-private:
-    static constexpr int kLargest = std::numeric_limits<int>::max();
+    QStringView part() const { return {m_begin, m_at}; }
 
+    /** The value of the part where it is a decimal number of 32 bits; 0 where it is not. */
+    int number() const { return m_number; }
+
+    bool isWildcard() const
+    {
+        return m_number == 0 && m_at - m_begin == 1 && *m_begin == QLatin1Char('*');
+    }
+
+private:
+    static constexpr int kSafeDigits = std::numeric_limits<int>::digits10; // fit in any case
+
+    const QChar *m_begin;
     const QChar *m_at;
     const QChar *m_end;
+    int m_number = 0;
 };
 
 } // namespace
@@ -144,35 +157,28 @@ VanteroSoftwareVersion::VanteroSoftwareVersion(const QString &text)
 
 void VanteroSoftwareVersion::parse(const QString &text)
 {
-    m_components.fill(Range());
-    PartReader parts(text);
-    for (int i = 0; i < kComponents; ++i) {
-        if (i == kMajor)
-            parts.skip(QLatin1Char('V'));
-        const Part part = parts.read();
-        m_components[static_cast<std::size_t>(i)] = range(i, part.text, part.number);
-        if (!parts.next())
-            return;
-    }
-}
-
-VanteroSoftwareVersion::Range VanteroSoftwareVersion::range(int index, QStringView part, int number)
-{
     constexpr Range any{0, 99};
     const auto only = [](int value) {
         const auto cut = static_cast<qint16>(value); // kept on purpose: values wrap at 16 bits
         return Range{cut, cut};
     };
-    if (is(part, "*"))
-        return any;
-    switch (index) {
-    case kPlatform:
-        return only(platformCode(part));
-    case kPreRelease:
-        return is(part, "pre") ? only(1) : any;
-    default:
-        return only(number);
+
+    m_components.fill(Range());
+    PartReader parts(text);
+    parts.read();
+    m_components[kPlatform] = parts.isWildcard() ? any : only(platformCode(parts.part()));
+    for (std::size_t i = kMajor; i < kPreRelease; ++i) {
+        if (!parts.next())
+            return;
+        if (i == kMajor)
+            parts.skip(QLatin1Char('V'));
+        parts.read();
+        m_components[i] = parts.isWildcard() ? any : only(parts.number());
     }
+    if (!parts.next())
+        return;
+    parts.read();
+    m_components[kPreRelease] = is(parts.part(), "pre") ? only(1) : any;
 }
 
 VanteroSoftwareVersion::operator QString() const

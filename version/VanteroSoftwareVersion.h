@@ -205,7 +205,6 @@ private:
         qint16 high;
     };
 
-    Q_DECL_HIDDEN static Range range(int index, QStringView part, int number);
     Q_DECL_HIDDEN int order(const VanteroSoftwareVersion &other) const;
 
     QString m_text;
