@@ -220,6 +220,34 @@ TEST(Vectors, configuration)
     });
 }
 
+TEST(Vectors, replacedSections)
+{
+    for (const QJsonValue &value : rowsOf("section-editing/replace.json", 13)) {
+        const QJsonObject row = value.toObject();
+        SCOPED_TRACE(shown(row));
+        EXPECT_EQ(VanteroConfigFile::replaceSection(row.value("target"_q).toString(),
+                                                    row.value("source"_q).toString(),
+                                                    row.value("section"_q).toString()),
+                  row.value("result"_q).toString());
+    }
+}
+
+TEST(Vectors, removedSections)
+{
+    for (const QJsonValue &value : rowsOf("section-editing/remove.json", 16)) {
+        const QJsonObject row = value.toObject();
+        SCOPED_TRACE(shown(row));
+        QStringList sections;
+        for (const QJsonValue &section : row.value("sections"_q).toArray())
+            sections += section.toString();
+        EXPECT_EQ(VanteroConfigFile::removeSections(row.value("text"_q).toString(), sections,
+                                                    row.value("dropOuterComments"_q).toBool(),
+                                                    row.value("dropSectionComments"_q).toBool(),
+                                                    row.value("dropEmptyLines"_q).toBool()),
+                  row.value("result"_q).toString());
+    }
+}
+
 TEST(Vectors, jpegComment)
 {
     expectVectors("jpeg-comment", "jpg", 10, [](const QString &path, const QJsonObject &) {
