@@ -20,6 +20,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <cstdlib>
 #include <thread>
 
 #include <fcntl.h>
@@ -352,6 +353,23 @@ TEST_F(ReadText, refusesAFileThatNoTextCanHold)
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     expectThrows<FileException>([&] { FileUtils::readText(&file); },
                                 file.fileName() + ": File too large"_q);
+}
+
+TEST_F(ReadText, tellsOfATerminalThatHangsUpAsOfAnyError)
+{
+    const int master = ::posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(master, 0);
+    ASSERT_EQ(::grantpt(master), 0);
+    ASSERT_EQ(::unlockpt(master), 0);
+    const int terminal = ::open(::ptsname(master), O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    ASSERT_EQ(::write(terminal, "text", 4), 4);
+    ::close(terminal); // from now on the other end gives what there was, then EIO
+
+    QFile file;
+    ASSERT_TRUE(file.open(master, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle));
+    ASSERT_TRUE(file.isSequential());
+    EXPECT_THROW((void)FileUtils::readText(&file), FileException);
 }
 
 TEST_F(ReadText, refusesAFileWithoutEndOnceNoTextCanHoldIt)

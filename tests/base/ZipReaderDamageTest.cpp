@@ -249,6 +249,31 @@ TEST_F(ZipReaderDamage, ofAnEntryThatIsNotWhereTheDirectorySaysIsFound)
     expectDamaged(flipped(bytes, 0), "Damaged Zip archive"_q);
 }
 
+TEST_F(ZipReaderDamage, ofOneEntryLeavesTheOthersReadableInAnyOrder)
+{
+    Entries entries;
+    for (int i = 0; i < 6; ++i)
+        entries.append({QString::number(i), configText(100 + i, i)});
+    makeByPython(archive(), entries);
+    QByteArray bytes = readFile(archive());
+    int third = 0;
+    for (int i = 0; i < 2; ++i)
+        third = bytes.indexOf("PK\x03\x04", third + 1);
+    bytes = flipped(bytes, third);
+    for (int first = 0; first < 6; ++first) {
+        for (int second = 0; second < 6; ++second) {
+            SCOPED_TRACE("%1, then %2"_q.arg(first).arg(second).toStdString());
+            const auto zip = opened(bytes);
+            for (const int i : {first, second}) {
+                if (i == 2)
+                    expectReadError(zip.get(), archive(), "2"_q, "Damaged Zip archive"_q);
+                else
+                    EXPECT_EQ(readEntry(zip.get(), entries.at(i).name), entries.at(i).content);
+            }
+        }
+    }
+}
+
 TEST_F(ZipReaderDamage, of64BitSizesThatAreMissingIsFound)
 {
     const QByteArray bytes = archiveOf(configText(1000, 1), false);
@@ -351,6 +376,19 @@ TEST_F(ZipReaderDamage, ofA64BitDirectoryIsFoundOnOpening)
 }
 
 // One file, all its prefixes: each lacks the end of the directory.
+TEST_F(ZipReaderDamage, byA64BitRecordWithoutRoomIsPassedOver)
+{
+    // Signature and 16 zero bytes, then the locator: the record would reach into it.
+    const QByteArray bytes = archiveOf("content"_b, false);
+    const int end = bytes.lastIndexOf("PK\x05\x06");
+    QByteArray locator = "PK\x06\x07"_b + QByteArray(16, '\0');
+    locator = changed(changed(locator, 8, 8, quint64(end)), 16, 4, 1);
+    const QByteArray cramped = "PK\x06\x06"_b + QByteArray(16, '\0') + locator;
+    const auto zip = opened(QByteArray(bytes).insert(end, cramped));
+    EXPECT_EQ(readEntry(zip.get(), "a"_q), "content"_b);
+    EXPECT_EQ(readEntry(zip.get(), "b"_q), "behind"_b);
+}
+
 TEST_F(ZipReaderDamage, ofAnArchiveThatIsCutOffIsFoundOnOpening)
 {
     for (const bool isStored : {false, true}) {

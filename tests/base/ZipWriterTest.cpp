@@ -234,6 +234,9 @@ TEST_F(ZipWriterTest, writesOneArchiveAfterTheOther)
         zip.close();
         EXPECT_EQ(readAll(archive()), (Entries{{"a"_q, content}}));
     }
+    zip.open();
+    zip.close();
+    EXPECT_EQ(readAll(archive()), Entries()) << "the third one has no entries";
 }
 
 TEST_F(ZipWriterTest, givesANewArchiveThePermissionsOfAnyNewFile)
