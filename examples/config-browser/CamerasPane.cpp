@@ -23,7 +23,7 @@ CamerasPane::CamerasPane(CameraModel &cameras, QWidget *parent)
     m_table->setAccessibleName(tr("Cameras"));
     m_table->setModel(&m_sorted);
     setUpTable(m_table);
-    setColumnWidths(m_table, {15, 14, 13});
+    setColumnWidths(m_table, {15, 13, 13});
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_table->setSortingEnabled(true);
     m_table->sortByColumn(CameraModel::Address, Qt::AscendingOrder);

@@ -62,7 +62,7 @@ void DifferencesPane::update()
         m_pages->showWords(tr("No differences"), tr("Both cameras have the same values."));
         return;
     }
-    m_summary->setText(tr("%n key(s) differ.", nullptr, m_model.rowCount()));
+    m_summary->setText(tr("Keys that differ: %1").arg(m_model.rowCount()));
     m_pages->showContent();
 }
 

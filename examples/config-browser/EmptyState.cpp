@@ -20,7 +20,7 @@ EmptyState::EmptyState(QWidget *content, QWidget *parent)
     for (QLabel *label : {m_title, m_text}) {
         label->setAlignment(Qt::AlignCenter);
         label->setWordWrap(true);
-        label->setEnabled(false); // paler than what can be used
+        label->setForegroundRole(QPalette::PlaceholderText);
     }
 
     auto *words = new QWidget;

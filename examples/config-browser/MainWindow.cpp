@@ -68,7 +68,7 @@ void MainWindow::makePanes()
     across->setChildrenCollapsible(false);
     across->addWidget(m_camerasPane);
     across->addWidget(m_tabs);
-    across->setSizes({560, 640});
+    across->setSizes({610, 590});
     auto *down = new QSplitter(Qt::Vertical);
     down->setChildrenCollapsible(false);
     down->addWidget(across);
@@ -160,8 +160,9 @@ void MainWindow::endLoading(bool wasCancelled)
 {
     m_progress->hide();
     m_stop->hide();
-    const QString cameras = tr("%n configuration(s)", nullptr, m_cameras.rowCount());
-    m_summary->setText(wasCancelled ? tr("Stopped: %1 so far").arg(cameras) : cameras);
+    const int count = m_cameras.rowCount();
+    m_summary->setText(wasCancelled ? tr("Stopped. Configurations so far: %1").arg(count)
+                                    : tr("Configurations: %1").arg(count));
     updateActions();
 }
 
@@ -232,10 +233,9 @@ bool MainWindow::settleEdits()
     QStringList titles;
     for (const Document *document : edited)
         titles += document->configuration().sourceName();
-    QMessageBox question(
-        QMessageBox::Question, tr("Edited Configurations"),
-        tr("%n configuration(s) were edited. Save them?", nullptr, int(edited.size())),
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    QMessageBox question(QMessageBox::Question, tr("Edited Configurations"),
+                         tr("Save what was edited?"),
+                         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     question.setDefaultButton(QMessageBox::Save);
     question.setInformativeText(titles.join(QLatin1Char('\n')));
     switch (question.exec()) {

@@ -49,6 +49,8 @@ void MainWindow::makeFileMenu()
     QToolBar *tools = addToolBar(tr("Tools"));
     tools->setObjectName(QStringLiteral("tools"));
     tools->setMovable(false);
+    const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    tools->setIconSize(QSize(iconSize, iconSize));
     tools->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     tools->setContextMenuPolicy(Qt::PreventContextMenu); // would hide it for good
     tools->addActions({openFiles, openFolder});

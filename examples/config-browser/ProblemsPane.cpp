@@ -46,7 +46,7 @@ ProblemsPane::ProblemsPane(QWidget *parent)
 void ProblemsPane::add(const std::vector<Problem> &problems)
 {
     m_model.add(problems);
-    m_title->setText(tr("%n problem(s)", nullptr, count()));
+    m_title->setText(tr("Problems: %1").arg(count()));
     if (!problems.empty())
         show();
 }

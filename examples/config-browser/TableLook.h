@@ -15,6 +15,7 @@ inline void setUpTable(QTableView *table)
     table->setAlternatingRowColors(true);
     table->setShowGrid(false);
     table->setWordWrap(false);
+    table->setTextElideMode(Qt::ElideMiddle); // the ends of names tell more than their middles
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     table->setTabKeyNavigation(false); // Tab leaves the table, as it does elsewhere

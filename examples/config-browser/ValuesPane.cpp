@@ -29,7 +29,7 @@ ValuesPane::ValuesPane(QWidget *parent)
     m_title->setFont(font);
     m_title->setObjectName(QStringLiteral("valuesTitle"));
     m_source->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_source->setEnabled(false);
+    m_source->setForegroundRole(QPalette::PlaceholderText);
     m_error->setObjectName(QStringLiteral("valuesError"));
     m_note->setObjectName(QStringLiteral("valuesNote"));
 
@@ -40,7 +40,7 @@ ValuesPane::ValuesPane(QWidget *parent)
     m_table->setAccessibleName(tr("Values"));
     m_table->setModel(&m_filtered);
     setUpTable(m_table);
-    setColumnWidths(m_table, {18, 28});
+    setColumnWidths(m_table, {13, 24});
 
     auto *content = new QWidget;
     auto *layout = new QVBoxLayout(content);
@@ -137,10 +137,7 @@ void ValuesPane::update()
 
 void ValuesPane::updateCount()
 {
-    const int all = m_model.rowCount();
-    const int shown = m_filtered.rowCount();
-    m_count->setText(shown == all ? tr("%n value(s)", nullptr, all)
-                                  : tr("%1 of %n value(s)", nullptr, all).arg(shown));
+    m_count->setText(tr("%1 of %2").arg(m_filtered.rowCount()).arg(m_model.rowCount()));
 }
 
 } // namespace browser

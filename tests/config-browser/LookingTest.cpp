@@ -39,7 +39,7 @@ TEST_F(Looking, differencesOfTwoSelectedCameras)
                     {"head"_q, "Factory IP"_q, "10.0.0.1"_q, "10.0.0.2"_q},
                     {"image"_q, "quality"_q, "(missing)"_q, "70"_q}}));
     EXPECT_EQ(differences->model()->headerData(2, Qt::Horizontal).toString(), "10.0.0.1 (a)"_q);
-    EXPECT_EQ(labelText("differencesSummary"), "4 key(s) differ."_q);
+    EXPECT_EQ(labelText("differencesSummary"), "Keys that differ: 4"_q);
     selectCameras({1});
     EXPECT_FALSE(differences->isVisible());
 }

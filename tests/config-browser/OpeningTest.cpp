@@ -6,6 +6,7 @@
 #include <QtCore/QMimeData>
 #include <QtCore/QUrl>
 #include <QtGui/QDropEvent>
+#include <QtGui/QScreen>
 #include <QtWidgets/QProgressBar>
 
 namespace {
@@ -43,7 +44,7 @@ TEST_F(Opening, archive_isListedByAddress)
                                 "cameras.zip › entrance-2011-03-09.cfg"_q},
                                {"10.14.7.52"_q, "dock"_q, "R8-1.9.4.2"_q,
                                 "cameras.zip › older/dock-2011-03-09.CFG"_q}}));
-    EXPECT_EQ(labelText("summary"), "3 configuration(s)"_q);
+    EXPECT_EQ(labelText("summary"), "Configurations: 3"_q);
     EXPECT_EQ(problems(), Rows());
     EXPECT_FALSE(table("problems")->isVisible());
     // The first one is shown at once.
@@ -76,7 +77,7 @@ TEST_F(Opening, folder_withAllThatIsInIt_wrongPasswordThenRightOne)
             "10.14.7.52 cameras-encrypted.zip › older/dock-2011-03-09.CFG"_q,
             "10.14.7.52 cameras.zip › older/dock-2011-03-09.CFG"_q, "10.14.7.52 dock.cfg"_q}));
     EXPECT_EQ(problems(), Rows());
-    EXPECT_EQ(labelText("summary"), "10 configuration(s)"_q);
+    EXPECT_EQ(labelText("summary"), "Configurations: 10"_q);
 }
 
 TEST_F(Opening, archiveThatIsSkipped_isAProblem)
@@ -88,7 +89,7 @@ TEST_F(Opening, archiveThatIsSkipped_isAProblem)
     EXPECT_EQ(problems(), (Rows{{"cameras-encrypted.zip"_q, "entrance-2011-03-09.cfg"_q,
                                  "encrypted, and there is no password"_q}}));
     EXPECT_TRUE(table("problems")->isVisible());
-    EXPECT_EQ(labelText("problemsTitle"), "1 problem(s)"_q);
+    EXPECT_EQ(labelText("problemsTitle"), "Problems: 1"_q);
 }
 
 TEST_F(Opening, problems_areListedWithFilePlaceAndReason)
@@ -171,7 +172,7 @@ TEST_F(Opening, stop_keepsWhatWasRead)
     const int read = cameras().size();
     EXPECT_GT(read, 0);
     EXPECT_LT(read, kCameras);
-    EXPECT_EQ(labelText("summary"), "Stopped: %1 configuration(s) so far"_q.arg(read));
+    EXPECT_EQ(labelText("summary"), "Stopped. Configurations so far: %1"_q.arg(read));
     EXPECT_FALSE(window().findChild<QProgressBar *>()->isVisible());
 
     // The rest can be opened later.
@@ -197,6 +198,39 @@ TEST_F(Opening, closeAll_startsAnew)
     EXPECT_EQ(problems(), Rows());
     open({example("cameras.zip")});
     EXPECT_EQ(cameras().size(), 3);
+}
+
+/** The program itself, which has an application of its own. */
+class Program : public FolderTest
+{
+protected:
+    static QImage screen() { return QGuiApplication::primaryScreen()->grabWindow(0).toImage(); }
+};
+
+TEST_F(Program, opensWhatTheCommandLineNames)
+{
+    const QImage before = screen();
+    QProcess program;
+    program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    program.start(QStringLiteral(VANTERO_CONFIG_BROWSER), {example("cameras.zip")});
+    ASSERT_TRUE(program.waitForStarted(kPatienceMs));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return screen() != before; }, kPatienceMs))
+        << "no window came up";
+    EXPECT_EQ(program.state(), QProcess::Running);
+    program.kill();
+    EXPECT_TRUE(program.waitForFinished(kPatienceMs));
+}
+
+TEST_F(Program, tellsHowItIsCalled)
+{
+    QProcess program;
+    program.start(QStringLiteral(VANTERO_CONFIG_BROWSER), {"--help"_q});
+    ASSERT_TRUE(program.waitForFinished(kPatienceMs));
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_TRUE(program.readAllStandardOutput().contains("[path...]"));
+    program.start(QStringLiteral(VANTERO_CONFIG_BROWSER), {"--no-such-option"_q});
+    ASSERT_TRUE(program.waitForFinished(kPatienceMs));
+    EXPECT_EQ(program.exitCode(), 1);
 }
 
 } // namespace
