@@ -5,18 +5,16 @@
 #define VN_ALARM_ALARMUPDATEACTIONS_P_H
 
 #include "alarm/AlarmUpdateParser.h"
-#include "alarm/AlarmUpdateValue_p.h"
+#include "alarm/SharedStrings_p.h"
 
 #include <QtCore/QString>
 #include <QtScript/QScriptValue>
 
-/** Gives the next token of the parser's scanner to the grammar. */
+/** The next token of the parser's scanner. */
 int alarmupdate_lex(QScriptValue *value, vn::AlarmUpdateParser *parser);
 
-inline int alarmupdate_lex(vn::AlarmUpdateValue *value, vn::AlarmUpdateParser *parser)
-{
-    return alarmupdate_lex(&**value, parser);
-}
+/** Gives the next token to the grammar, and its value to the values that wait. */
+int alarmupdate_lex(int *count, vn::AlarmUpdateParser *parser);
 
 /** Stores @p message as the parser's error message. */
 void alarmupdate_error(vn::AlarmUpdateParser *parser, const char *message);
@@ -37,25 +35,30 @@ public:
 
     /** A new parse begins. */
     static void reset(AlarmUpdateParser *parser);
-    static void storeResult(AlarmUpdateParser *parser, AlarmUpdateValue &value);
+    /** Nothing waits any longer. */
+    static void dropValues(AlarmUpdateParser *parser) { parser->m_values.clear(); }
+    /** The last value that waits is the result. */
+    static void storeResult(AlarmUpdateParser *parser);
     static void storeNoResult(AlarmUpdateParser *parser);
     static void storeError(AlarmUpdateParser *parser, const char *message);
 
     static QScriptValue makeInteger(const char *text);
     static QScriptValue makeNumber(const char *text, int length);
-    static QScriptValue makeString(const char *text, int length);
+    static QScriptValue makeString(AlarmUpdateParser *parser, const char *text, int length)
+    {
+        return {parser->m_strings->string(text, length)};
+    }
 
-    // The makers leave in result, which begins as the first value of the rule, the value of the
-    // rule.
-    static void makePair(AlarmUpdateParser *parser, AlarmUpdateValue &result,
-                         AlarmUpdateValue &value);
-    static void beginMembers(AlarmUpdateParser *parser, AlarmUpdateValue &result);
-    static void addPair(AlarmUpdateParser *parser, AlarmUpdateValue &result,
-                        AlarmUpdateValue &members);
-    static void addString(AlarmUpdateParser *parser, AlarmUpdateValue &result,
-                          AlarmUpdateValue &list);
-    static void makeErrorReport(AlarmUpdateParser *parser, AlarmUpdateValue &result,
-                                AlarmUpdateValue &message, AlarmUpdateValue &number);
+    // The value of a token waits until the rule that takes it.
+    static QScriptValue *beginToken(AlarmUpdateParser *parser);
+    static void dropToken(AlarmUpdateParser *parser) { parser->m_values.pop_back(); }
+
+    /** Makes an object of the last @p count keys and values that wait, and lets it wait. */
+    static void makeMembers(AlarmUpdateParser *parser, int count);
+    /** Makes an array of the last @p count strings that wait, unless it is one, and lets it wait.
+     */
+    static void makeList(AlarmUpdateParser *parser, int count);
+    static void makeErrorReport(AlarmUpdateParser *parser);
 };
 
 } // namespace vn

@@ -6,12 +6,14 @@
 #include "alarm/AlarmUpdateActions_p.h"
 #include "alarm/ParserInput_p.h"
 #include "alarm/ScannerInput_p.h"
+#include "alarm/SharedStrings_p.h"
 #include "alarm/TokenLocation_p.h"
 #include "base/ExceptionBoundary_p.h"
 #include "base/Exceptions.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDateTime>
+#include <QtCore/QScopeGuard>
 #include <QtScript/QScriptEngine>
 #include <QtScript/QScriptValueIterator>
 
@@ -38,6 +40,7 @@ void AlarmUpdateParser::ScannerDeleter::operator()(void *scanner) const
 AlarmUpdateParser::AlarmUpdateParser(QScriptEngine *engine, QObject *parent)
     : QObject(parent)
     , m_engine(engine)
+    , m_strings(std::make_unique<internal::SharedStrings>())
 {
     yyscan_t scanner = nullptr;
     if (alarmupdatelex_init_extra(this, &scanner) != 0)
@@ -57,6 +60,7 @@ QScriptValue AlarmUpdateParser::parse(const char *data, unsigned int length)
 
         const int error = [&] {
             const ScannerInput input(data, length, m_scanner.get());
+            const auto drop = qScopeGuard([&] { AlarmUpdateActions::dropValues(this); });
             return alarmupdate_parse(this);
         }();
         if (error != 0)
@@ -130,18 +134,33 @@ QScriptValue AlarmUpdateParser::appendValue(QScriptValue &list, const QScriptVal
     return list;
 }
 
+QScriptValue AlarmUpdateParser::date(RememberedDate &last, const char *text,
+                                     void (*set)(QDateTime &, const QString &))
+{
+    // Updates repeat their dates. To find what a local time is costs more than all the rest.
+    if (!last.text.isEmpty() && last.text == text)
+        return m_engine->newDate(last.milliseconds);
+    QDateTime dateTime;
+    set(dateTime, QString::fromLatin1(text));
+    const QScriptValue value = m_engine->newDate(dateTime);
+    last = {text, value.toNumber()};
+    return value;
+}
+
 QScriptValue AlarmUpdateParser::dateValue(void *scanner, const char *text)
 {
-    QDateTime dateTime;
-    dateTime.setDate(QDate::fromString(QString::fromLatin1(text), Qt::ISODate));
-    return alarmupdateget_extra(scanner)->m_engine->newDate(dateTime);
+    AlarmUpdateParser *const parser = alarmupdateget_extra(scanner);
+    return parser->date(parser->m_date, text, [](QDateTime &dateTime, const QString &date) {
+        dateTime.setDate(QDate::fromString(date, Qt::ISODate));
+    });
 }
 
 QScriptValue AlarmUpdateParser::timeValue(void *scanner, const char *text)
 {
-    QDateTime dateTime;
-    dateTime.setTime(QTime::fromString(QString::fromLatin1(text), Qt::ISODate));
-    return alarmupdateget_extra(scanner)->m_engine->newDate(dateTime);
+    AlarmUpdateParser *const parser = alarmupdateget_extra(scanner);
+    return parser->date(parser->m_time, text, [](QDateTime &dateTime, const QString &time) {
+        dateTime.setTime(QTime::fromString(time, Qt::ISODate));
+    });
 }
 
 } // namespace vn

@@ -6,6 +6,7 @@
 
 #include "base/Export.h"
 
+#include <QtCore/QByteArray>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtScript/QScriptValue>
@@ -13,12 +14,16 @@
 #include <memory>
 #include <vector>
 
-class QByteArray;
+class QDateTime;
 class QIODevice;
 class QScriptEngine;
 class QTextStream;
 
 namespace vn {
+
+namespace internal {
+class SharedStrings;
+}
 
 /** Where the token stands at which an alarm update parser is: byte offsets from 0 into the text. */
 struct PULocation
@@ -161,12 +166,24 @@ private:
         Q_DECL_HIDDEN void operator()(void *scanner) const;
     };
 
+    /** The last text that was made a date, and that date in milliseconds. */
+    struct RememberedDate
+    {
+        QByteArray text;
+        double milliseconds = 0;
+    };
+    Q_DECL_HIDDEN QScriptValue date(RememberedDate &last, const char *text,
+                                    void (*set)(QDateTime &, const QString &));
+
     std::unique_ptr<void, ScannerDeleter> m_scanner;
     PULocation m_location = {0, 0};
     QString m_errorMessage;
     QScriptEngine *m_engine;
     QScriptValue m_result;
-    std::vector<QString> m_keys; // of the pairs that are not in the object yet
+    std::vector<QScriptValue> m_values; // keys and values that are in no object or list yet
+    RememberedDate m_date;
+    RememberedDate m_time;
+    std::unique_ptr<internal::SharedStrings> m_strings;
 };
 
 } // namespace vn

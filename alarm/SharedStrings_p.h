@@ -15,7 +15,7 @@
 namespace vn::internal {
 
 /**
- * Gives equal short texts one shared string: the records of an alarm list repeat their keys and
+ * Gives equal short texts one shared string: alarm lists and alarm updates repeat their keys and
  * many of their values. A fixed number of texts is remembered; one that was forgotten merely gets a
  * string of its own again.
  */

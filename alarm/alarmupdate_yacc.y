@@ -27,19 +27,18 @@
    - There is no error recovery: the first syntax error ends the parse.
    - The stack never grows. Its 200 entries are also the limit of lists: 98 pairs, or 98 strings.
 
-   A value is handed over when a rule takes it (see AlarmUpdateValue): in an action, $$ begins as the
-   value of the first symbol, and $1 is void.
+   The values themselves wait in the parser object, in the order of the text, until the list or the
+   object that they belong to is complete. What the grammar passes on is how many strings or pairs
+   there are.
 
    Numbers in the comments are the rules' own. */
 
 %define api.pure full
 %define api.prefix {alarmupdate_}
-%define api.value.type {vn::AlarmUpdateValue}
+%define api.value.type {int}
 %define parse.error custom
 
 %code requires {
-#include "alarm/AlarmUpdateValue_p.h"
-
 namespace vn {
 class AlarmUpdateParser;
 }
@@ -63,10 +62,6 @@ class AlarmUpdateParser;
 #define YYINITDEPTH 200
 #define YYMAXDEPTH 200
 
-// Bison takes every class for one whose values may be moved byte by byte.
-#undef ALARMUPDATE_STYPE_IS_TRIVIAL
-#define ALARMUPDATE_STYPE_IS_TRIVIAL 0
-
 using vn::AlarmUpdateActions;
 }
 
@@ -75,40 +70,41 @@ using vn::AlarmUpdateActions;
 %%
 
 input:
-    members                     { AlarmUpdateActions::storeResult(parser, $$); }            /*  2 */
-  | errormessage                { AlarmUpdateActions::storeResult(parser, $$); YYACCEPT; }  /*  3 */
+    members                     { AlarmUpdateActions::makeMembers(parser, $1);
+                                  AlarmUpdateActions::storeResult(parser); }                /*  2 */
+  | errormessage                { AlarmUpdateActions::storeResult(parser); YYACCEPT; }      /*  3 */
   | emptyimage                  { AlarmUpdateActions::storeNoResult(parser); YYACCEPT; }    /*  4 */
   ;
 
 members:
-    pair                        { AlarmUpdateActions::beginMembers(parser, $$); }           /*  5 */
-  | pair ';' members            { AlarmUpdateActions::addPair(parser, $$, $3); }            /*  6 */
+    pair                        { $$ = 1; }                                                 /*  5 */
+  | pair ';' members            { $$ = $3 + 1; }                                            /*  6 */
   ;
 
 pair:
-    TSTRING '=' value           { AlarmUpdateActions::makePair(parser, $$, $3); }           /*  7 */
+    TSTRING '=' value                                                                       /*  7 */
   ;
 
 stringlist:
-    TSTRING                     /* passed on */                                             /*  8 */
-  | TSTRING ',' stringlist      { AlarmUpdateActions::addString(parser, $$, $3); }          /*  9 */
+    TSTRING                     { $$ = 1; }                                                 /*  8 */
+  | TSTRING ',' stringlist      { $$ = $3 + 1; }                                            /*  9 */
   ;
 
-value:                          /* all passed on */
+value:
     TINTEGER                                                                                /* 10 */
   | TFLOAT                                                                                  /* 11 */
   | TDATE                                                                                   /* 12 */
   | TTIME                                                                                   /* 13 */
   | TBOOL                                                                                   /* 14 */
-  | stringlist                                                                              /* 15 */
+  | stringlist                  { AlarmUpdateActions::makeList(parser, $1); }               /* 15 */
   ;
 
 errormessage:
-    '#' TSTRING ':' TFLOAT      { AlarmUpdateActions::makeErrorReport(parser, $$, $2, $4); } /* 16 */
+    '#' TSTRING ':' TFLOAT      { AlarmUpdateActions::makeErrorReport(parser); }            /* 16 */
   ;
 
 emptyimage:
-    'a' '='                     /* passed on */                                             /* 17 */
+    'a' '='                                                                                 /* 17 */
   ;
 
 %%

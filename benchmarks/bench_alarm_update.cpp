@@ -7,6 +7,7 @@
 
 #include "alarm/AlarmUpdateParser.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 #include <QtCore/QStringList>
 #include <QtScript/QScriptEngine>
@@ -97,7 +98,7 @@ void jsonParse(benchmark::State &state)
     const QString json = QString::fromLatin1(update.json);
     QScriptValue result;
     for (auto _ : state) {
-        result = parse.call(QScriptValue(), {QScriptValue(json)});
+        result = parse.call(QScriptValue(), QScriptValueList{QScriptValue(json)});
         for (const QString &key : update.dates)
             result.setProperty(key, engine.newDate(QDateTime(QDate(2010, 5, 1), QTime(0, 0))));
     }
@@ -146,3 +147,11 @@ BENCHMARK(ours)->Name("update/ours")->Apply(sizes);
 BENCHMARK(jsonParse)->Name("update/JSON.parse")->Apply(sizes);
 BENCHMARK(evaluate)->Name("update/evaluate")->Apply(sizes);
 BENCHMARK(limit)->Name("update/limit")->Apply(sizes);
+
+// A script engine wants an application.
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}

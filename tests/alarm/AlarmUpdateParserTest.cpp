@@ -17,6 +17,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <ctime>
+
 #include <sys/mman.h>
 
 using namespace vn;
@@ -155,6 +158,46 @@ TEST_F(AlarmUpdateParserTest, eachParseGivesAnObjectOfItsOwn)
     QScriptValue second = parsed("x=1");
     first.setProperty("x"_q, 5);
     EXPECT_EQ(shown(second), "{x: 1}"_q);
+}
+
+TEST_F(AlarmUpdateParserTest, equalDatesAreEachADateOfTheirOwn)
+{
+    const QScriptValue update = parsed("a=2010-05-01;b=2010-05-01;c=2010-05-02;d=2010-05-01");
+    const QDateTime first(QDate(2010, 5, 1), QTime(0, 0));
+    for (const char *key : {"a", "b", "d"})
+        EXPECT_EQ(update.property(QString::fromLatin1(key)).toDateTime(), first) << key;
+    EXPECT_EQ(update.property("c"_q).toDateTime(), first.addDays(1));
+    m_engine.globalObject().setProperty("update"_q, update);
+    EXPECT_EQ(m_engine.evaluate("update.a.setFullYear(2000); update.b.getFullYear()"_q).toInt32(),
+              2010);
+}
+
+TEST_F(AlarmUpdateParserTest, equalDatesThatDoNotExistAreInvalid)
+{
+    const QScriptValue update = parsed("a=2010-13-45;b=2010-13-45;c=25:00:00;d=25:00:00");
+    for (const char *key : {"a", "b", "c", "d"}) {
+        const QScriptValue date = update.property(QString::fromLatin1(key));
+        EXPECT_TRUE(date.isDate()) << key;
+        EXPECT_TRUE(std::isnan(date.toNumber())) << key;
+    }
+}
+
+TEST_F(AlarmUpdateParserTest, datesFollowTheTimeZoneOfTheirParse)
+{
+    const QByteArray before = qgetenv("TZ");
+    const auto milliseconds = [&](const char *zone) {
+        qputenv("TZ", zone);
+        tzset();
+        return parsed("d=2010-01-01").property("d"_q).toNumber();
+    };
+    const double utc = milliseconds("UTC");
+    const double east = milliseconds("EAST-2");
+    const double again = milliseconds("UTC");
+    before.isNull() ? qunsetenv("TZ") : qputenv("TZ", before);
+    tzset();
+    EXPECT_EQ(utc, 1262304000000.0);
+    EXPECT_EQ(east, utc - 2 * 3600 * 1000.0);
+    EXPECT_EQ(again, utc);
 }
 
 TEST_F(AlarmUpdateParserTest, twoParsersShareAnEngine)
