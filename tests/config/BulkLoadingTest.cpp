@@ -19,9 +19,11 @@
 
 #include <algorithm>
 #include <atomic>
+#include <iostream>
 #include <thread>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -442,6 +444,36 @@ TEST_F(BulkLoading, acceptsFilesThatVanishWhileItRuns)
         EXPECT_LE(all.size(), kFiles);
         remover.join();
     }
+}
+
+TEST_F(BulkLoading, passesOverAFolderThatCannotBeListed)
+{
+    folder("dir"_q);
+    rlimit before = {};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none = {0, before.rlim_max}; // no file or folder can be opened
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+    int count = -1;
+    Configurations configurations;
+    EXPECT_NO_THROW(count =
+                        VanteroConfigFile::parseAll({path("dir"_q)}, configurations, true, ""_b));
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_EQ(count, 0);
+}
+
+TEST_F(BulkLoading, searchesTheRootOfTheFileSystem)
+{
+    file("a.cfg"_q, configOf("10.0.0.1"));
+    file("sub/b.cfg"_q, configOf("10.0.0.2"));
+    const auto search = [&] {
+        if (::chroot(QFile::encodeName(m_dir.path()).constData()) != 0 || ::chdir("/") != 0)
+            return;
+        const Configurations found = VanteroConfigFile::parseAll({"/"_q}, true, ""_b);
+        std::cerr << found.keys().join(","_q).toStdString() << "\n";
+    };
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only the administrator may change the root";
+    EXPECT_EXIT((search(), ::_exit(0)), testing::ExitedWithCode(0), "^10.0.0.1,10.0.0.2\n$");
 }
 
 // ---- Archives --------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 
 #include "config/VanteroConfigMap.h"
 
+#include "support/Devices.h"
 #include "support/Expect.h"
 #include "support/Literals.h"
 #include "support/Random.h"
@@ -137,4 +138,19 @@ TEST(PropertyLinesProperty, memoryAndStreamAgree)
         VanteroConfigMap::parseProperties(&stream, fromStream);
         ASSERT_EQ(VanteroConfigMap::parseProperties(text), fromStream) << qPrintable(text);
     }
+}
+
+TEST(PropertyLines, endWhereAStreamSaysThatThereIsMoreButGivesNoLine)
+{
+    FailingDevice device("a=1\nb=2\n"_b, 6); // fails before the third line would begin
+    QTextStream stream(&device);
+    Section section;
+    VanteroConfigMap::parseProperties(&stream, section);
+    EXPECT_EQ(section, (Section{{"a"_q, "1"_q}, {"b"_q, ""_q}}));
+
+    FailingDevice empty("a=1\n"_b, 0);
+    QTextStream nothing(&empty);
+    ASSERT_FALSE(nothing.atEnd());
+    VanteroConfigMap::parseProperties(&nothing, section);
+    EXPECT_EQ(section.size(), 2);
 }

@@ -4,6 +4,7 @@
 #include "version/VanteroSoftwareVersion.h"
 
 #include "VersionSupport.h"
+#include "support/Devices.h"
 #include "support/Expect.h"
 #include "support/Literals.h"
 
@@ -360,6 +361,21 @@ TEST(FirmwarePackage, pipeIsNotAskedForMoreThanTheLines)
 {
     Pipe pipe(repeated("# comment\n"_b, 29) + "## Version: VN-3.0.6.29\n"_b);
     EXPECT_EQ(QString(VanteroSoftwareVersion::fromFwpFile(&pipe)), "VN-3.0.6.29"_q);
+}
+
+TEST(FirmwarePackage, deviceThatFailsWithinALineReadsAsAStreamOnIt)
+{
+    for (const QByteArray &package :
+         {"## Version: VN-1\r"_b, "## Version: VN-1\r\n## Version: VN-2"_b}) {
+        for (int failAt = 0; failAt <= package.size(); ++failAt) {
+            SCOPED_TRACE(failAt);
+            FailingDevice device(package + "never read"_b, failAt);
+            FailingDevice twin(package + "never read"_b, failAt);
+            QTextStream stream(&twin);
+            EXPECT_EQ(QString(VanteroSoftwareVersion::fromFwpFile(&device)),
+                      QString(VanteroSoftwareVersion::fromFwp(stream)));
+        }
+    }
 }
 
 // ---- What cannot be read
