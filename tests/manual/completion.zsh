@@ -5,16 +5,16 @@ zmodload zsh/zpty || exit 1
 setopt no_nomatch
 folder=$(mktemp -d)
 trap 'rm -rf $folder' EXIT
-mkdir $folder/functions $folder/work $folder/work/backups
+mkdir $folder/functions $folder/site $folder/site/backups
 cp $1 $folder/functions/_vantero-formats
-touch $folder/work/gate.cfg
+touch $folder/site/gate.cfg
 
 # The shell prints every word that it would offer on a line of its own, between two marks.
 cat >$folder/rc <<'END'
 PS1='ready> '
 fpath=(FOLDER/functions $fpath)
 autoload -Uz compinit && compinit -u -d FOLDER/dump
-cd FOLDER/work
+cd FOLDER/site
 zstyle ':completion:*' completer _complete
 zmodload zsh/zutil
 compadd() {
@@ -47,14 +47,14 @@ gives() {
     rm -f $folder/offered
     zpty -b shell "env ZDOTDIR=$folder TERM=dumb zsh -f -i"
     zpty -w shell "source $folder/rc"
-    for ((i = 0; i < 200; ++i)); do
+    for ((i = 0; i < 1200; ++i)); do
         [[ -s $folder/offered ]] && break
         sleep 0.05
         zpty -r -t shell >/dev/null
     done
     : >$folder/offered
     zpty -w -n shell "vantero-formats $2"$'\t\x18'
-    for ((i = 0; i < 200; ++i)); do
+    for ((i = 0; i < 1200; ++i)); do
         [[ $(<$folder/offered) == *end ]] && break
         sleep 0.05
         zpty -r -t shell >/dev/null
