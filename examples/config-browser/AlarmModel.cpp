@@ -76,7 +76,7 @@ const AlarmModel::Node *AlarmModel::nodeAt(const QModelIndex &index) const
 QModelIndex AlarmModel::index(int row, int column, const QModelIndex &parent) const
 {
     if (!hasIndex(row, column, parent))
-        return QModelIndex();
+        return {};
     return createIndex(row, column, nodeAt(parent)->children[std::size_t(row)].get());
 }
 
@@ -99,7 +99,7 @@ int AlarmModel::columnCount(const QModelIndex &) const
 QVariant AlarmModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
-        return QVariant();
+        return {};
     const Node *node = nodeAt(index);
     return index.column() == Name ? node->name : node->value;
 }
@@ -107,7 +107,7 @@ QVariant AlarmModel::data(const QModelIndex &index, int role) const
 QVariant AlarmModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation == Qt::Vertical || role != Qt::DisplayRole)
-        return QVariant();
+        return {};
     return section == Name ? tr("Name") : tr("Value");
 }
 

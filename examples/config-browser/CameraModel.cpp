@@ -105,7 +105,7 @@ QVariant CameraModel::data(const QModelIndex &index, int role) const
 {
     const Document *shown = document(index.row());
     if (!shown)
-        return QVariant();
+        return {};
     const Configuration &configuration = shown->configuration();
     switch (role) {
     case Qt::DisplayRole:
@@ -137,13 +137,13 @@ QVariant CameraModel::data(const QModelIndex &index, int role) const
         }
         break;
     }
-    return QVariant();
+    return {};
 }
 
 QVariant CameraModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation == Qt::Vertical || role != Qt::DisplayRole)
-        return QVariant();
+        return {};
     switch (section) {
     case Address:
         return tr("Factory address");
@@ -154,7 +154,7 @@ QVariant CameraModel::headerData(int section, Qt::Orientation orientation, int r
     case Source:
         return tr("Source");
     }
-    return QVariant();
+    return {};
 }
 
 void CameraModel::update(Document *document)

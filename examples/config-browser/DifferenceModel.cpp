@@ -70,7 +70,7 @@ int DifferenceModel::columnCount(const QModelIndex &parent) const
 QVariant DifferenceModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
-        return QVariant();
+        return {};
     const Row &row = m_rows[std::size_t(index.row())];
     const bool isValue = index.column() == First || index.column() == Second;
     const QStringList &values = index.column() == First ? row.first : row.second;
@@ -89,13 +89,13 @@ QVariant DifferenceModel::data(const QModelIndex &index, int role) const
             return QBrush(values.isEmpty() ? colors::bad() : colors::good());
         return QBrush(colors::notice());
     }
-    return QVariant();
+    return {};
 }
 
 QVariant DifferenceModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation == Qt::Vertical || role != Qt::DisplayRole)
-        return QVariant();
+        return {};
     switch (section) {
     case Section:
         return tr("Section");
@@ -106,7 +106,7 @@ QVariant DifferenceModel::headerData(int section, Qt::Orientation orientation, i
     case Second:
         return m_secondTitle;
     }
-    return QVariant();
+    return {};
 }
 
 } // namespace browser

@@ -38,7 +38,7 @@ QString Document::readOnlyReason() const
     if (!m_configuration.parseError.isEmpty())
         return tr("Only the sections before an error could be read, so nothing can be edited: %1.")
             .arg(m_configuration.parseError);
-    return QString();
+    return {};
 }
 
 bool Document::isEditable(const QString &section) const
@@ -55,7 +55,7 @@ QString Document::setValue(const QString &section, const QString &key, int index
     if (value.contains(QLatin1Char('\n')) || value.endsWith(QLatin1Char('\r')))
         return tr("A value cannot hold a line break.");
     if (m_map.value(section, key, index) == value)
-        return QString();
+        return {};
 
     VanteroConfigMap map = m_map;
     auto entry = map.find(section, key); // the newest
@@ -88,7 +88,7 @@ QString Document::setValue(const QString &section, const QString &key, int index
     m_text = std::move(text);
     m_changedSections = std::move(sections);
     Q_EMIT changed();
-    return QString();
+    return {};
 }
 
 QString Document::save()
@@ -100,7 +100,7 @@ QString Document::save()
     saved.text = m_text;
     saved.map = m_map;
     setConfiguration(std::move(saved));
-    return QString();
+    return {};
 }
 
 QString Document::reload()
@@ -111,7 +111,7 @@ QString Document::reload()
     } catch (const vn::ExceptionQt &e) {
         return e.message();
     }
-    return QString();
+    return {};
 }
 
 QString Document::title() const

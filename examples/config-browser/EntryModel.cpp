@@ -39,7 +39,7 @@ int EntryModel::columnCount(const QModelIndex &parent) const
 QVariant EntryModel::data(const QModelIndex &index, int role) const
 {
     if (!m_document || !index.isValid())
-        return QVariant();
+        return {};
     const Row &row = m_rows[std::size_t(index.row())];
     switch (role) {
     case Qt::DisplayRole:
@@ -62,7 +62,7 @@ QVariant EntryModel::data(const QModelIndex &index, int role) const
         }
         break;
     }
-    return QVariant();
+    return {};
 }
 
 bool EntryModel::setData(const QModelIndex &index, const QVariant &value, int role)
@@ -87,7 +87,7 @@ Qt::ItemFlags EntryModel::flags(const QModelIndex &index) const
 QVariant EntryModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation == Qt::Vertical || role != Qt::DisplayRole)
-        return QVariant();
+        return {};
     switch (section) {
     case Section:
         return tr("Section");
@@ -96,7 +96,7 @@ QVariant EntryModel::headerData(int section, Qt::Orientation orientation, int ro
     case Value:
         return tr("Value");
     }
-    return QVariant();
+    return {};
 }
 
 std::vector<EntryModel::Row> EntryModel::rowsOf(const vn::VanteroConfigMap &map)

@@ -43,10 +43,10 @@ int ProblemModel::columnCount(const QModelIndex &parent) const
 QVariant ProblemModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
-        return QVariant();
+        return {};
     const Problem &problem = m_problems[std::size_t(index.row())];
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
-        return QVariant();
+        return {};
     switch (index.column()) {
     case File:
         return role == Qt::DisplayRole ? QFileInfo(problem.file).fileName()
@@ -56,13 +56,13 @@ QVariant ProblemModel::data(const QModelIndex &index, int role) const
     case Reason:
         return problem.reason;
     }
-    return QVariant();
+    return {};
 }
 
 QVariant ProblemModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation == Qt::Vertical || role != Qt::DisplayRole)
-        return QVariant();
+        return {};
     switch (section) {
     case File:
         return tr("File");
@@ -71,7 +71,7 @@ QVariant ProblemModel::headerData(int section, Qt::Orientation orientation, int 
     case Reason:
         return tr("Reason");
     }
-    return QVariant();
+    return {};
 }
 
 } // namespace browser

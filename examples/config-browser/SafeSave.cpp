@@ -34,7 +34,7 @@ QString writeBytes(const QString &path, const QByteArray &bytes)
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() ||
         !file.commit())
         return file.errorString();
-    return QString();
+    return {};
 }
 
 } // namespace

@@ -60,7 +60,7 @@ int UpdateModel::columnCount(const QModelIndex &parent) const
 QVariant UpdateModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
-        return QVariant();
+        return {};
     const int row = index.row();
     switch (role) {
     case Qt::DisplayRole:
@@ -96,7 +96,7 @@ QVariant UpdateModel::data(const QModelIndex &index, int role) const
         }
         break;
     }
-    return QVariant();
+    return {};
 }
 
 bool UpdateModel::setData(const QModelIndex &index, const QVariant &value, int role)
@@ -119,7 +119,7 @@ Qt::ItemFlags UpdateModel::flags(const QModelIndex &index) const
 QVariant UpdateModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation == Qt::Vertical || role != Qt::DisplayRole)
-        return QVariant();
+        return {};
     switch (section) {
     case Address:
         return tr("Factory address");
@@ -134,7 +134,7 @@ QVariant UpdateModel::headerData(int section, Qt::Orientation orientation, int r
     case Reason:
         return tr("Why");
     }
-    return QVariant();
+    return {};
 }
 
 } // namespace browser
