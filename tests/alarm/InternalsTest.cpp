@@ -103,6 +103,8 @@ Nodes nodesFor(const QByteArray &open, const QByteArray &piece, int count, const
         text += (i > 0 ? QByteArray(",") : QByteArray()) + piece;
     text += close;
     AlarmListParser parser;
+    // The parser's own stack begins with as much memory as a node: let it be there already.
+    parser.parse(QStringLiteral("[1]"));
     s_listNodes = 0;
     s_mapNodes = 0;
     const QVariant value = parser.parse(&text);
