@@ -30,13 +30,17 @@ struct Text
     QString middle;
 };
 
+template <bool dropMore, bool crLf>
 void removeOurs(benchmark::State &state)
 {
-    const Text input(state);
+    Text input(state);
+    if (crLf)
+        input.text.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
     const QStringList removed{input.middle};
     QString result;
     for (auto _ : state) {
-        result = VanteroConfigFile::removeSections(input.text, removed, false, false, false);
+        result =
+            VanteroConfigFile::removeSections(input.text, removed, dropMore, dropMore, dropMore);
         benchmark::DoNotOptimize(result);
     }
     require(!result.contains(QLatin1String("SECTION ") + input.middle + QLatin1Char('\n')),
@@ -75,7 +79,9 @@ void sizes(benchmark::internal::Benchmark *benchmark)
 
 } // namespace
 
-BENCHMARK(removeOurs)->Name("removeSections/ours")->Apply(sizes);
+BENCHMARK(removeOurs<false, false>)->Name("removeSections/ours")->Apply(sizes);
+BENCHMARK(removeOurs<true, false>)->Name("removeSections/ours, no empty lines")->Apply(sizes);
+BENCHMARK(removeOurs<false, true>)->Name("removeSections/ours, CR LF")->Apply(sizes);
 BENCHMARK(copyLimit)->Name("removeSections/limit")->Apply(sizes);
 BENCHMARK(replaceOurs)->Name("replaceSection/ours")->Apply(sizes);
 BENCHMARK(copyLimit)->Name("replaceSection/limit")->Apply(sizes);

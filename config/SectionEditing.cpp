@@ -11,6 +11,7 @@
 #include <QtCore/QStringView>
 
 #include <algorithm>
+#include <utility>
 
 namespace vn {
 
@@ -56,82 +57,49 @@ SectionRange findSection(const QString &text, const QString &section)
 
 // ---- A text without some of its lines --------------------------------------------------------
 
-/** Which lines go besides those of the removed sections. */
-struct DroppedLines
+/** Collects lines of a text, each with "\n" behind it; those that follow each other in one piece.
+ */
+class LineCollector
 {
-    bool comments;
-    bool empty;
-    bool others;
+public:
+    explicit LineCollector(const QString &source)
+        : m_text(source.size() + 1, Qt::Uninitialized) // a last line without line end gets one
+        , m_end(m_text.data())
+    {
+    }
+
+    void add(QStringView line)
+    {
+        if (!m_begun || line.begin() != m_run.end() + 1) {
+            write();
+            m_run = line;
+            m_begun = true;
+        } else {
+            m_run = QStringView(m_run.begin(), line.end());
+        }
+    }
+
+    QString take()
+    {
+        write();
+        m_text.truncate(static_cast<int>(m_end - m_text.constData()));
+        return std::move(m_text);
+    }
+
+private:
+    void write()
+    {
+        if (!m_begun)
+            return;
+        m_end = std::copy(m_run.begin(), m_run.end(), m_end);
+        *m_end++ = u'\n';
+    }
+
+    QString m_text;
+    QChar *m_end;      // of what has been written
+    QStringView m_run; // lines that have not been, with single line feeds between them
+    bool m_begun = false;
 };
-
-/** Where the first line of @p text begins that opens or closes a section; its end without one. */
-qsizetype findMarkerLine(QStringView text)
-{
-    const auto beginsLine = [&](qsizetype at) {
-        return at == 0 || (at > 0 && text.at(at - 1) == u'\n');
-    };
-    for (qsizetype at = 0; (at = indexOfWord(text, u"SECTION", at)) >= 0; ++at) {
-        if (beginsLine(at))
-            return at;
-        if (beginsLine(at - 3) && beginsWith(text.mid(at - 3), u"ENDSECTION"))
-            return at - 3;
-    }
-    return text.size();
-}
-
-void append(QStringView text, QString &result)
-{
-    result.append(text.data(), static_cast<int>(text.size()));
-}
-
-void appendLine(QStringView line, QString &result)
-{
-    append(line, result);
-    result.append(u'\n');
-}
-
-/** Appends all of @p lines, in as few pieces as their line ends allow. */
-void appendLines(QStringView lines, QString &result)
-{
-    if (lines.isEmpty())
-        return;
-    const bool closed = lines.endsWith(u'\n');
-    if (lines.endsWith(u'\r'))
-        lines.chop(1);
-    for (;;) {
-        const qsizetype lineEnd = indexOfWord(lines, u"\r\n", 0);
-        if (lineEnd < 0)
-            break;
-        append(lines.left(lineEnd), result);
-        lines = lines.mid(lineEnd + 1);
-    }
-    append(lines, result);
-    if (!closed)
-        result.append(u'\n');
-}
-
-/** Appends those of @p lines that are not @p dropped. */
-void appendLines(QStringView lines, const DroppedLines &dropped, QString &result)
-{
-    if (!dropped.comments && !dropped.empty && !dropped.others)
-        return appendLines(lines, result);
-
-    const QChar *keptFrom = nullptr; // the lines from there on are kept and not yet appended
-    QStringView line;
-    for (MemoryLines reader(lines); reader.readLine(line);) {
-        const bool drop = line.isEmpty()         ? dropped.empty
-                          : line.front() == u'#' ? dropped.comments
-                                                 : dropped.others;
-        if (drop && keptFrom)
-            appendLines(QStringView(keptFrom, line.begin()), result);
-        if (drop)
-            keptFrom = nullptr;
-        else if (!keptFrom)
-            keptFrom = line.begin();
-    }
-    if (keptFrom)
-        appendLines(QStringView(keptFrom, lines.end()), result);
-}
 
 } // namespace
 
@@ -158,36 +126,34 @@ QString VanteroConfigFile::removeSections(const QString &text, const QStringList
                                           bool dropOuterComments, bool dropSectionComments,
                                           bool dropEmptyLines)
 {
-    const DroppedLines droppedOutside = {dropOuterComments, dropEmptyLines, true};
-    const DroppedLines droppedInside = {dropSectionComments, dropEmptyLines, false};
-
     QSet<QStringView> removed;
     for (const QString &section : sections)
         removed.insert(section);
 
-    QString result;
-    result.reserve(text.size() + 1); // a last line without line end gets one
+    LineCollector kept(text);
     bool inSection = false;
     bool inRemoved = false;
-    for (QStringView rest = text; !rest.isEmpty();) {
-        const qsizetype markerLine = findMarkerLine(rest);
-        if (!inRemoved)
-            appendLines(rest.left(markerLine), inSection ? droppedInside : droppedOutside, result);
-
-        MemoryLines reader(rest.mid(markerLine));
-        QStringView marker;
-        if (!reader.readLine(marker))
-            break;
-        const bool opens = beginsWith(marker, u"SECTION");
-        if (opens)
-            inRemoved = removed.contains(textFrom(marker, 8));
-        if (!inRemoved)
-            appendLine(marker, result);
-        inRemoved = inRemoved && opens; // the line that closes a section belongs to it
-        inSection = opens;
-        rest = reader.rest();
+    QStringView line;
+    for (MemoryLines lines(text); lines.readLine(line);) {
+        bool keep = !inRemoved;
+        if (line.isEmpty()) {
+            keep = keep && !dropEmptyLines;
+        } else if (line.front() == u'#') {
+            keep = keep && !(inSection ? dropSectionComments : dropOuterComments);
+        } else if (beginsWith(line, u"SECTION")) {
+            inSection = true;
+            inRemoved = removed.contains(textFrom(line, 8));
+            keep = !inRemoved;
+        } else if (beginsWith(line, u"ENDSECTION")) { // belongs to the section that it closes
+            inSection = false;
+            inRemoved = false;
+        } else {
+            keep = keep && inSection;
+        }
+        if (keep)
+            kept.add(line);
     }
-    return result;
+    return kept.take();
 }
 
 void VanteroConfigFile::setSection(const QString &section,
