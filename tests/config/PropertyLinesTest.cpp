@@ -140,7 +140,7 @@ TEST(PropertyLinesProperty, memoryAndStreamAgree)
     }
 }
 
-TEST(PropertyLines, endWhereAStreamSaysThatThereIsMoreButGivesNoLine)
+TEST(PropertyLinesOfAStream, endWhereAStreamSaysThatThereIsMoreButGivesNoLine)
 {
     FailingDevice device("a=1\nb=2\n"_b, 6); // fails before the third line would begin
     QTextStream stream(&device);
