@@ -93,7 +93,7 @@ QString Document::setValue(const QString &section, const QString &key, int index
 
 QString Document::save()
 {
-    const QString error = replaceText(m_configuration.path, m_configuration.text, m_text);
+    QString error = replaceText(m_configuration.path, m_configuration.text, m_text);
     if (!error.isNull())
         return error;
     Configuration saved = m_configuration;

@@ -170,10 +170,10 @@ private:
     QElapsedTimer m_sinceBatch;
 };
 
-Loader::Loader(const QStringList &paths, const QByteArray &password, QObject *parent)
+Loader::Loader(QStringList paths, QByteArray password, QObject *parent)
     : QThread(parent)
-    , m_paths(paths)
-    , m_password(password)
+    , m_paths(std::move(paths))
+    , m_password(std::move(password))
     , m_freePlaces(kBatchesAhead)
 {
 }

@@ -49,7 +49,7 @@ class Loader : public QThread
 
 public:
     /** Reads @p paths, archives with @p password (empty means none), once start() is called. */
-    Loader(const QStringList &paths, const QByteArray &password, QObject *parent = nullptr);
+    Loader(QStringList paths, QByteArray password, QObject *parent = nullptr);
     ~Loader() override;
 
     const QStringList &paths() const { return m_paths; }

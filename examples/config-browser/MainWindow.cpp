@@ -290,9 +290,9 @@ void MainWindow::showSelection()
 void MainWindow::updateActions()
 {
     const Document *document = currentDocument();
-    m_save->setEnabled(document && document->isModified());
-    m_saveCopy->setEnabled(document);
-    m_reload->setEnabled(document && !document->configuration().isArchiveEntry());
+    m_save->setEnabled(document != nullptr && document->isModified());
+    m_saveCopy->setEnabled(document != nullptr);
+    m_reload->setEnabled(document != nullptr && !document->configuration().isArchiveEntry());
     m_closeAll->setEnabled(!m_queue.isBusy());
     setWindowModified(!m_cameras.modifiedDocuments().empty());
 }
