@@ -179,14 +179,6 @@ void Arguments::option(const char *option, const char *value, const char *what,
     });
 }
 
-void Arguments::option(const char *option, const char *value, const char *what, QStringList &target)
-{
-    d->add(option, value, what, "text", true, [&target](const Private::Values &values) {
-        for (const std::string &item : values)
-            target += textFromArgument(fromStdString(item));
-    });
-}
-
 void Arguments::option(const char *option, const char *value, const char *what,
                        std::optional<qint64> &target, qint64 smallest, qint64 largest)
 {

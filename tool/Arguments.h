@@ -68,9 +68,6 @@ public:
     void option(const char *option, const char *value, const char *what,
                 std::optional<QString> &target);
 
-    /** Declares an option that may be given several times, each with a text. */
-    void option(const char *option, const char *value, const char *what, QStringList &target);
-
     /** Declares an option with a whole number, decimal or with "0x", of that range. */
     void option(const char *option, const char *value, const char *what,
                 std::optional<qint64> &target, qint64 smallest = std::numeric_limits<qint64>::min(),

@@ -4,7 +4,6 @@
 #include "Input.h"
 
 #include "ToolError.h"
-#include "base/FileUtils.h"
 
 #include <QtCore/QFile>
 
@@ -39,11 +38,6 @@ QByteArray readInput(const QString &name)
                             QStringLiteral("larger than %1 MiB").arg(kMaxInputSize >> 20))
                 .at(name);
     }
-}
-
-QString readInputText(const QString &name)
-{
-    return FileUtils::decodeText(readInput(name));
 }
 
 } // namespace vn::tool

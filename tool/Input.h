@@ -18,10 +18,6 @@ constexpr qint64 kMaxInputSize = qint64(512) * 1024 * 1024;
  */
 QByteArray readInput(const QString &name);
 
-/** The text of the file @p name, or of standard input when it is "-", decoded as
- * FileUtils::readText() does. @throws ToolError as readInput() does */
-QString readInputText(const QString &name);
-
 } // namespace vn::tool
 
 #endif // VN_TOOL_INPUT_H

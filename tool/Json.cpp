@@ -140,11 +140,6 @@ void Json::insert(const QString &name, Json value)
     m_members.emplace_back(name, std::move(value));
 }
 
-bool Json::isEmpty() const
-{
-    return m_members.empty();
-}
-
 QByteArray Json::toText() const
 {
     QByteArray out;

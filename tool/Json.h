@@ -50,9 +50,6 @@ public:
     /** Adds a member to this object; a name that is there already is not replaced. */
     void insert(const QString &name, Json value);
 
-    /** Whether this array or object is empty. */
-    bool isEmpty() const;
-
     /** The text in UTF-8, indented by two blanks a level (an array without arrays and objects in it
      * is one line), "\n" at its end. Unpaired surrogates are escaped. */
     QByteArray toText() const;

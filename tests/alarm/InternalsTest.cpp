@@ -37,7 +37,13 @@ int s_mapNodes = 0;
 class MemoryFor
 {
 public:
-    explicit MemoryFor(int allocations) { s_allocationsThatWork = allocations; }
+    explicit MemoryFor(int allocations)
+    {
+        // What runs when a process ends, such as the writing of coverage counters, has memory.
+        static const int isRegistered = std::atexit([] { s_allocationsThatWork = -1; });
+        EXPECT_EQ(isRegistered, 0);
+        s_allocationsThatWork = allocations;
+    }
     ~MemoryFor() { s_allocationsThatWork = -1; }
     MemoryFor(const MemoryFor &) = delete; // there is one heap
     MemoryFor &operator=(const MemoryFor &) = delete;

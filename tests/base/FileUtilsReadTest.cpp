@@ -426,6 +426,32 @@ TEST(ReadTextOfDevice, raisesTheDevicesErrorWhereverItComes)
     EXPECT_EQ(FileUtils::readText(&device), QString::fromLatin1(bytes));
 }
 
+/** Tells of an error together with the bytes that it could still read, and then of an end. */
+class LastWordsDevice : public QIODevice
+{
+public:
+    LastWordsDevice() { open(ReadOnly | Unbuffered); }
+    qint64 size() const override { return 10; }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        if (pos() > 0)
+            return 0;
+        setErrorString("the medium is worn out"_q);
+        const qint64 count = std::min<qint64>(maxSize, 4);
+        std::memcpy(data, "text", static_cast<std::size_t>(count));
+        return count;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+};
+
+TEST(ReadTextOfDevice, raisesAnErrorThatComesWithTheLastBytes)
+{
+    LastWordsDevice device;
+    expectThrows<IOException>([&] { FileUtils::readText(&device); }, "the medium is worn out"_q);
+}
+
 TEST(ReadTextOfDevice, raisesAnErrorThatTheDeviceTellsOnce)
 {
     const QByteArray bytes = "name=front\nip=10.0.0.1\n"_b;

@@ -599,6 +599,9 @@ TEST_F(ZipReaderTest, readsNamesInTheirEncodings)
         // the same with another crc: the name has been changed by a program that knows no such
         // field
         {"T?r.cfg"_b, false, "up\x0D\x00\x01\xA4\x81\xC5\xD6T\xC3\xBCr.cfg"_b, "T?r.cfg"_q},
+        // another version of the field, which may hold anything, and one without a name
+        {"T?r.cfg"_b, false, "up\x0D\x00\x02\xA3\x81\xC5\xD6T\xC3\xBCr.cfg"_b, "T?r.cfg"_q},
+        {"T?r.cfg"_b, false, "up\x05\x00\x01\xA3\x81\xC5\xD6"_b, "T?r.cfg"_q},
         // a zero byte does not end a name, nor does a byte order mark begin it
         {"a.cfg\0.exe"_b, false, ""_b, u8"a.cfg\0.exe"_q},
         {"a.cfg\0"_b, true, ""_b, u8"a.cfg\0"_q},

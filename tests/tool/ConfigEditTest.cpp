@@ -66,6 +66,16 @@ const Row kRows[] = {
      {"set", "t", "k", "new"},
      kHead + "SECTION s\nENDSECTION s",
      kHead + "SECTION s\nENDSECTION s\n\nSECTION t\nk=new\nENDSECTION t\n"},
+    // Loading takes two lines, whatever they hold, and what follows up to an empty line for a
+    // header.
+    {"setWritesAVersionOfAnEmptyTextAsAnEntry",
+     {"set", "head", "File Version", "9"},
+     "",
+     "\n\n\nSECTION head\nFile Version=9\nENDSECTION head\n"},
+    {"setWritesAVersionOfATextWithoutHeaderAsAnEntry",
+     {"set", "head", "Software Version", "9"},
+     "x\n",
+     "x\n\n\nSECTION head\nSoftware Version=9\nENDSECTION head\n"},
     {"setGivesAKeyWithoutValueOne",
      {"set", "s", "k", "new"},
      kHead + "SECTION s\nk\nENDSECTION s\n",
