@@ -5,6 +5,7 @@
 
 #include "alarm/AlarmListParser.h"
 #include "alarm/Shown.h"
+#include "alarm/ZeroMemory.h"
 #include "base/Exceptions.h"
 #include "support/Devices.h"
 #include "support/Expect.h"
@@ -16,8 +17,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/mman.h>
-
 using namespace vn;
 
 namespace {
@@ -28,28 +27,6 @@ QVariant parsed(AlarmListParser &parser, QByteArray text)
 {
     return parser.parse(&text);
 }
-
-/** Zeroed memory of any size that takes none until it is used. */
-class ZeroMemory
-{
-public:
-    explicit ZeroMemory(std::size_t size)
-        : m_size(size)
-        , m_data(::mmap(nullptr, size, PROT_READ | PROT_WRITE,
-                        MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0))
-    {
-        EXPECT_NE(m_data, MAP_FAILED);
-    }
-    ~ZeroMemory() { ::munmap(m_data, m_size); }
-    ZeroMemory(const ZeroMemory &) = delete; // owns its pages
-    ZeroMemory &operator=(const ZeroMemory &) = delete;
-
-    char *data() { return static_cast<char *>(m_data); }
-
-private:
-    std::size_t m_size;
-    void *m_data;
-};
 
 } // namespace
 

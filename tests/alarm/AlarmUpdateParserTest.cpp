@@ -6,6 +6,7 @@
 #include "alarm/AlarmUpdateParser.h"
 #include "alarm/ScriptTest.h"
 #include "alarm/Shown.h"
+#include "alarm/ZeroMemory.h"
 #include "base/Exceptions.h"
 #include "support/Devices.h"
 #include "support/Expect.h"
@@ -18,9 +19,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <ctime>
-
-#include <sys/mman.h>
 
 using namespace vn;
 
@@ -117,10 +117,13 @@ TEST_F(AlarmUpdateParserTest, failingDeviceIsAParseExceptionWithItsCause)
 
 TEST_F(AlarmUpdateParserTest, textOf2GiBIsRefused)
 {
-    // The memory is not touched: a page stands for all of it.
-    QByteArray page("x=1\0\0"_b);
-    expectParseError([&] { m_parser.parse(page.data(), 0x80000002U); }, "text of 2 GiB or more"_q,
-                     0, 0, 0);
+    constexpr unsigned int kFirstRefused = 0x80000000U + 2;
+    ZeroMemory memory(kFirstRefused);
+    std::memcpy(memory.data(), "x=1", 3);
+    expectParseError([&] { m_parser.parse(memory.data(), kFirstRefused); },
+                     "text of 2 GiB or more"_q, 0, 0, 0);
+    // One byte less is scanned; the zero byte behind the pair ends it.
+    EXPECT_EQ(shown(m_parser.parse(memory.data(), kFirstRefused - 1)), "{x: 1}"_q);
 }
 
 // ---- What stays between two texts ---------------------------------------------------------------
