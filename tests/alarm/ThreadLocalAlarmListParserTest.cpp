@@ -7,12 +7,12 @@
 #include "alarm/Shown.h"
 
 #include <QtCore/QPointer>
-#include <QtCore/QSemaphore>
 #include <QtCore/QThread>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <future>
 #include <memory>
 #include <set>
 #include <thread>
@@ -66,22 +66,22 @@ TEST(ThreadLocalAlarmListParser, isDeletedAndMadeAnew)
 
 TEST(ThreadLocalAlarmListParser, isAnotherOnEachThread)
 {
-    constexpr int kThreads = 6;
-    QSemaphore made;
-    QSemaphore done;
-    std::vector<AlarmListParser *> parsers(kThreads);
+    constexpr std::size_t kThreads = 6;
+    std::promise<void> done;
+    const std::shared_future<void> isDone = done.get_future().share();
+    std::vector<std::promise<AlarmListParser *>> made(kThreads);
     std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i) {
-        threads.emplace_back([&, i] {
-            parsers[static_cast<std::size_t>(i)] = ThreadLocalAlarmListParser::instance();
-            made.release();
-            done.acquire();
+    for (auto &parser : made) {
+        threads.emplace_back([&parser, isDone] {
+            parser.set_value(ThreadLocalAlarmListParser::instance());
+            isDone.wait();
         });
     }
-    made.acquire(kThreads); // now all of them live
-    parsers.push_back(ThreadLocalAlarmListParser::instance());
-    EXPECT_EQ(std::set<AlarmListParser *>(parsers.begin(), parsers.end()).size(), parsers.size());
-    done.release(kThreads);
+    std::set<AlarmListParser *> parsers{ThreadLocalAlarmListParser::instance()};
+    for (auto &parser : made)
+        parsers.insert(parser.get_future().get()); // all of them live until the end
+    EXPECT_EQ(parsers.size(), kThreads + 1);
+    done.set_value();
     for (std::thread &thread : threads)
         thread.join();
     ThreadLocalAlarmListParser::deleteInstance();
