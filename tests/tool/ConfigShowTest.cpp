@@ -64,6 +64,25 @@ TEST(ConfigShow, jsonHoldsEverySectionWithItsValuesInOrder)
               QJsonArray({"10.14.7.21"_q}));
 }
 
+TEST(ConfigShow, longSectionsAreShownWhole)
+{
+    QByteArray text = "#:1.3\n#:VN-3.0.6.29\n\n";
+    for (const QByteArray &name : {QByteArray("a"), QByteArray("b"), QByteArray("c")}) {
+        QByteArray section = "SECTION " + name + '\n';
+        for (int i = 10000; i < 15000; ++i)
+            section += "key" + QByteArray::number(i) + "=value\n";
+        section += "ENDSECTION " + name + '\n';
+        text += section + '\n';
+    }
+    const ToolResult result = runTool({"config", "show", "-"}, text);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out.count("=value\n"), 15000);
+    for (const char *name : {"a", "b", "c"})
+        EXPECT_EQ(result.out.count(QByteArray("SECTION ") + name + '\n'), 2) << name;
+    EXPECT_TRUE(result.out.endsWith("ENDSECTION c\n") || result.out.endsWith("ENDSECTION c\n\n"));
+}
+
 TEST(ConfigShow, jsonOfASectionHoldsItsEntries)
 {
     const QJsonObject value = runTool({"config", "show", VANTERO_EXAMPLE_DATA "/entrance.cfg",
