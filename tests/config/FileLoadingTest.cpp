@@ -305,6 +305,17 @@ TEST(LoadDevice, readErrorOfAFileIsRaisedInsteadOfLoadingAShortText)
                                 "/proc/self/mem: Input/output error"_q);
 }
 
+TEST(LoadDevice, readsAnOpenFileFromWhereItIs)
+{
+    const QTemporaryDir dir;
+    QFile file(writeFile(dir, "before\n" + header.toLatin1() + "SECTION a\nk=v\nENDSECTION a\n"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly) && file.seek(7));
+    VanteroConfigFile config;
+    config.parse(&file, lastYear);
+    EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
+    EXPECT_EQ(storedText(config), header.toLatin1() + "SECTION a\nk=v\nENDSECTION a\n");
+}
+
 TEST(LoadDevice, errorOfAnyDeviceIsRaisedInsteadOfLoadingAShortText)
 {
     BreakingDevice device;
