@@ -5,8 +5,8 @@
 
 #include "Support.h"
 
-#include "tool/JpegComment.h"
-#include "tool/ToolError.h"
+#include "tool/cli/ToolError.h"
+#include "tool/files/JpegComment.h"
 
 #include "base/Exceptions.h"
 #include "config/VanteroConfigFile.h"

@@ -6,8 +6,8 @@
 
 #include "Support.h"
 
-#include "tool/CommandTable.h"
-#include "tool/FileNameCodec.h"
+#include "tool/cli/CommandTable.h"
+#include "tool/cli/FileNameCodec.h"
 
 #include <QtCore/QFile>
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#include "CommandTable.h"
-#include "FileNameCodec.h"
+#include "tool/cli/CommandTable.h"
+#include "tool/cli/FileNameCodec.h"
 
 #include "base/Exceptions.h"
 

@@ -7,9 +7,9 @@
 #include "support/QtPrinters.h"
 #include "support/Random.h"
 
-#include "tool/FileNameCodec.h"
-#include "tool/Json.h"
-#include "tool/UnifiedDiff.h"
+#include "tool/cli/FileNameCodec.h"
+#include "tool/cli/Json.h"
+#include "tool/files/UnifiedDiff.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QTextStream>

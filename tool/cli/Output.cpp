@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "tool/cli/Output.h"
+
+#include "tool/cli/FileNameCodec.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <unistd.h>
+
+namespace vn::tool {
+
+namespace {
+
+constexpr int kBufferSize = 1 << 16;
+
+/** Writes all bytes; false, with errno set, when that fails. */
+bool writeAll(int descriptor, const QByteArray &bytes)
+{
+    const char *data = bytes.constData();
+    std::size_t left = std::size_t(bytes.size());
+    while (left > 0) {
+        const ssize_t written = ::write(descriptor, data, left);
+        if (written < 0) {
+            if (errno == EINTR)
+                continue;
+            return false;
+        }
+        data += written;
+        left -= std::size_t(written);
+    }
+    return true;
+}
+
+ToolError standardOutputError()
+{
+    return ToolError(ExitCode::OutputFailed, QStringLiteral("standard output: ") +
+                                                 QString::fromLocal8Bit(std::strerror(errno)));
+}
+
+} // namespace
+
+Output::Output(bool json)
+    : m_json(json)
+{
+}
+
+void Output::print(const QString &text)
+{
+    print(toOutputBytes(text));
+}
+
+void Output::print(const QByteArray &bytes)
+{
+    Q_ASSERT(!m_json);
+    m_buffer += bytes;
+    if (m_buffer.size() >= kBufferSize)
+        flush();
+}
+
+void Output::printLine(const QString &text)
+{
+    print(text + QLatin1Char('\n'));
+}
+
+void Output::setResult(Json result)
+{
+    m_result = std::move(result);
+}
+
+void Output::complain(const ToolError &error)
+{
+    if (m_json)
+        return;
+    QString text = QLatin1String("vantero-formats: ") + error.toString() + QLatin1Char('\n');
+    if (!error.excerpt().isEmpty()) {
+        text += error.excerpt();
+        if (!text.endsWith(QLatin1Char('\n')))
+            text += QLatin1Char('\n');
+    }
+    writeToStandardError(toOutputBytes(text));
+}
+
+void Output::warn(const QString &name, const QString &message)
+{
+    complain(ToolError(ExitCode::Done, QLatin1String("warning: ") + message).at(name));
+}
+
+void Output::finish()
+{
+    if (m_json) {
+        Q_ASSERT(m_result);
+        m_buffer = m_result->toText();
+        m_result.reset();
+    }
+    flush();
+    // Some file systems report a full disk or quota only here.
+    if (::close(STDOUT_FILENO) != 0 && errno != EINTR)
+        throw standardOutputError();
+}
+
+ExitCode Output::fail(const ToolError &error)
+{
+    if (!m_json) {
+        try {
+            flush(); // what was found before the error
+        } catch (const ToolError &) {
+            // The first error is the one to tell.
+        }
+        complain(error);
+        return error.code();
+    }
+    m_result = Json::object({{"error", errorToJson(error)}});
+    try {
+        finish();
+    } catch (const ToolError &) {
+        return ExitCode::OutputFailed;
+    }
+    return error.code();
+}
+
+void Output::flush()
+{
+    const QByteArray bytes = m_buffer;
+    m_buffer.clear(); // also on failure: nothing is written twice
+    if (!writeAll(STDOUT_FILENO, bytes))
+        throw standardOutputError();
+}
+
+Json errorToJson(const ToolError &error)
+{
+    return Json::object({
+        {"file", error.file().isEmpty() ? Json() : Json(error.file())},
+        {"line", error.line() > 0 ? Json(error.line()) : Json()},
+        {"column", error.column() > 0 ? Json(error.column()) : Json()},
+        {"message", error.message()},
+        {"exitCode", int(error.code())},
+    });
+}
+
+void writeToStandardError(const QByteArray &bytes)
+{
+    (void)writeAll(STDERR_FILENO, bytes);
+}
+
+} // namespace vn::tool

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VN_TOOL_CLI_OUTPUT_H
+#define VN_TOOL_CLI_OUTPUT_H
+
+#include "tool/cli/Json.h"
+#include "tool/cli/ToolError.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <optional>
+
+namespace vn::tool {
+
+/**
+ * Where a command's results and complaints go: results to standard output, complaints to standard
+ * error. With --json standard output is exactly one JSON value and standard error stays empty.
+ *
+ * Nothing is lost in silence: what standard output does not take is an error (exit status 3).
+ */
+class Output
+{
+public:
+    explicit Output(bool json);
+
+    Output(const Output &) = delete; // there is one standard output
+    Output &operator=(const Output &) = delete;
+
+    /** Whether the result is wanted as JSON. */
+    bool json() const { return m_json; }
+
+    /** Prints a result; not with --json. @throws ToolError when it cannot be written */
+    void print(const QString &text);
+
+    /** Prints a result that is bytes, such as a text in the encoding of its file. */
+    void print(const QByteArray &bytes);
+
+    /** Prints a text and ends the line. */
+    void printLine(const QString &text);
+
+    /** Sets the one value that --json prints. A later error takes its place. */
+    void setResult(Json result);
+
+    /** Tells an error and lets the command go on; with --json the command itself puts it into its
+     * result (errorToJson()). */
+    void complain(const ToolError &error);
+
+    /** Tells a warning on the file @p name (may be empty); as complain() with --json. */
+    void warn(const QString &name, const QString &message);
+
+    /** Writes everything to standard output and closes it. @throws ToolError when it fails */
+    void finish();
+
+    /** Tells the error that ended the command and returns the exit status. */
+    ExitCode fail(const ToolError &error);
+
+private:
+    void flush();
+
+    bool m_json;
+    std::optional<Json> m_result;
+    QByteArray m_buffer;
+};
+
+/** The value of the member "error": file, line, column, message, exit code; null where unknown. */
+Json errorToJson(const ToolError &error);
+
+/** Writes to standard error; there is nowhere to report a failure. */
+void writeToStandardError(const QByteArray &bytes);
+
+} // namespace vn::tool
+
+#endif // VN_TOOL_CLI_OUTPUT_H

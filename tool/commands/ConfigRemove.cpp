@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "tool/cli/Command.h"
+#include "tool/files/EditedText.h"
+
+#include "config/VanteroConfigFile.h"
+
+#include <memory>
+
+namespace vn::tool {
+
+namespace {
+
+class ConfigRemove : public Command
+{
+public:
+    void declare(Arguments &arguments) override
+    {
+        arguments.describe(
+            "The sections go with all their blocks. Lines outside of sections that are neither "
+            "comments nor empty go, too, and all line ends become \"\\n\". Where there is none of "
+            "the sections and no option asks for more, nothing is written and the exit status is "
+            "1.");
+        arguments.file("FILE", "configuration, \"-\" for standard input", m_file);
+        arguments.texts("SECTION", "names of the sections", m_sections);
+        arguments.flag("--outer-comments",
+                       "remove comments outside of sections, the header block included",
+                       m_outerComments);
+        arguments.flag("--section-comments", "remove comments inside of sections",
+                       m_sectionComments);
+        arguments.flag("--empty-lines", "remove empty lines", m_emptyLines);
+        m_target.declare(arguments);
+        arguments.example(
+            "vantero-formats config remove gate.cfg messaging text --output short.cfg",
+            "writes the configuration without the two sections to short.cfg");
+    }
+
+    ExitCode run(Output &out) override
+    {
+        m_target.requireReplaceable(m_file);
+        const ConfigTextFile file(m_file);
+        const QStringList missing = missingSections(file.text());
+        const bool asksForMore = m_outerComments || m_sectionComments || m_emptyLines;
+        const auto message = [](const QString &section) {
+            return QStringLiteral("no section \"%1\"").arg(section);
+        };
+        if (missing.size() == m_sections.size() && !asksForMore)
+            throw ToolError(ExitCode::No, message(missing.first())).at(m_file);
+        for (const QString &section : missing)
+            out.warn(m_file, message(section));
+        m_target.deliver(file,
+                         VanteroConfigFile::removeSections(file.text(), m_sections, m_outerComments,
+                                                           m_sectionComments, m_emptyLines),
+                         out);
+        return ExitCode::Done;
+    }
+
+private:
+    /** The sections whose removal changes nothing. */
+    QStringList missingSections(const QString &text) const
+    {
+        const auto without = [&text](const QStringList &sections) {
+            return VanteroConfigFile::removeSections(text, sections, false, false, false);
+        };
+        const QString all = without({});
+        QStringList result;
+        for (const QString &section : m_sections)
+            if (without({section}) == all)
+                result += section;
+        return result;
+    }
+
+    QString m_file;
+    QStringList m_sections;
+    bool m_outerComments = false;
+    bool m_sectionComments = false;
+    bool m_emptyLines = false;
+    EditedText m_target;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeConfigRemove()
+{
+    return std::make_unique<ConfigRemove>();
+}
+
+} // namespace vn::tool

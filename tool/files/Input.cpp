@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "tool/files/Input.h"
+
+#include "tool/cli/ToolError.h"
+
+#include <QtCore/QFile>
+
+#include <unistd.h>
+
+namespace vn::tool {
+
+QByteArray readInput(const QString &name)
+{
+    QFile file(name);
+    const bool opened = name == QLatin1String("-") ? file.open(STDIN_FILENO, QIODevice::ReadOnly)
+                                                   : file.open(QIODevice::ReadOnly);
+    const auto failure = [&] { return ToolError(ExitCode::BadInput, file.errorString()).at(name); };
+    if (!opened)
+        throw failure();
+
+    QByteArray bytes;
+    constexpr int kPiece = 1 << 16;
+    if (!file.isSequential() && file.size() < kMaxInputSize)
+        bytes.reserve(int(file.size()) + kPiece);
+    for (;;) {
+        const int size = bytes.size();
+        bytes.resize(size + kPiece);
+        const qint64 read = file.read(bytes.data() + size, kPiece);
+        if (read < 0 || (read == 0 && file.error() != QFile::NoError))
+            throw failure();
+        bytes.resize(size + int(read));
+        if (read == 0)
+            return bytes;
+        if (bytes.size() > kMaxInputSize)
+            throw ToolError(ExitCode::BadInput,
+                            QStringLiteral("larger than %1 MiB").arg(kMaxInputSize >> 20))
+                .at(name);
+    }
+}
+
+} // namespace vn::tool
