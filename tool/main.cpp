@@ -21,7 +21,15 @@ using namespace vn::tool;
 
 namespace {
 
-bool s_json = false; // for the handler of std::terminate, which takes no arguments
+/** What to say when all else fails, and where. */
+struct LastWords
+{
+    int descriptor;
+    QByteArray text;
+};
+
+/** For the handler of std::terminate, which takes no arguments and may have no memory left. */
+const LastWords *s_lastWords = nullptr;
 
 /** Reserves the three standard descriptors, so that no file opened later is taken for one of them.
  * Using them still fails, as it would have without. */
@@ -36,15 +44,8 @@ void reserveStandardDescriptors()
  * what remains is usually memory that ran out. */
 [[noreturn]] void onTerminate()
 {
-    static const char text[] = "vantero-formats: out of memory or an internal error\n";
-    static const char json[] = "{\n  \"error\": {\n    \"file\": null,\n    \"line\": null,\n"
-                               "    \"column\": null,\n"
-                               "    \"message\": \"out of memory or an internal error\",\n"
-                               "    \"exitCode\": 2\n  }\n}\n";
-    if (s_json)
-        (void)!::write(STDOUT_FILENO, json, sizeof json - 1);
-    else
-        (void)!::write(STDERR_FILENO, text, sizeof text - 1);
+    (void)!::write(s_lastWords->descriptor, s_lastWords->text.constData(),
+                   std::size_t(s_lastWords->text.size()));
     ::_exit(int(ExitCode::BadInput));
 }
 
@@ -190,9 +191,9 @@ ExitCode dispatch(QList<QByteArray> words, Output &out)
                          .arg(textFromArgument(isGroup ? first + ' ' + second : first)));
 }
 
-ExitCode run(const QList<QByteArray> &words)
+ExitCode run(const QList<QByteArray> &words, bool json)
 {
-    Output out(s_json);
+    Output out(json);
     try {
         const ExitCode code = dispatch(words, out);
         out.finish();
@@ -218,7 +219,13 @@ int main(int argc, char *argv[])
     QList<QByteArray> words;
     for (int i = 1; i < argc; ++i)
         words += QByteArray(argv[i]);
-    s_json = wantsJson(words);
+    const bool json = wantsJson(words);
+    const LastWords lastWords = {
+        json ? STDOUT_FILENO : STDERR_FILENO,
+        failureText(
+            ToolError(ExitCode::BadInput, QStringLiteral("out of memory or an internal error")),
+            json)};
+    s_lastWords = &lastWords;
     std::set_terminate(onTerminate);
-    return int(run(words));
+    return int(run(words, json));
 }

@@ -40,7 +40,7 @@ public:
         QString name;  // "FILE", "--section"
         QString value; // of an option: "NAME"; empty for a flag
         QString what;
-        const char *takes; // "file", "text", "number"; "nothing" for a flag
+        const char *takes; // "file", "text", "number", "choice"; "nothing" for a flag
         bool positional;
         bool repeated;
         bool required;
@@ -176,6 +176,33 @@ void Arguments::option(const char *option, const char *value, const char *what,
 {
     d->add(option, value, what, "text", false, [&target](const Private::Values &values) {
         target = textFromArgument(fromStdString(values.front()));
+    });
+}
+
+void Arguments::choice(const char *option, const char *values, const char *what, QString &target)
+{
+    const QString name = QString::fromUtf8(option);
+    const QStringList words = QString::fromUtf8(values).split(QLatin1Char('|'));
+    d->add(
+        option, values, what, "choice", false,
+        [this, name, words, &target](const Private::Values &given) {
+            const QString word = textFromArgument(fromStdString(given.front()));
+            if (!words.contains(word))
+                throw d->usageError(
+                    QStringLiteral("%1 takes %2 or %3, not \"%4\"")
+                        .arg(name,
+                             QStringList(words.mid(0, words.size() - 1)).join(QStringLiteral(", ")),
+                             words.last(), word));
+            target = word;
+        });
+}
+
+void Arguments::repeatedOption(const char *option, const char *value, const char *what,
+                               QStringList &target)
+{
+    d->add(option, value, what, "text", true, [&target](const Private::Values &values) {
+        for (const std::string &each : values)
+            target += textFromArgument(fromStdString(each));
     });
 }
 

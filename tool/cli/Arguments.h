@@ -68,6 +68,14 @@ public:
     void option(const char *option, const char *value, const char *what,
                 std::optional<QString> &target);
 
+    /** Declares an option that takes one of the words of @p values ("error|warning|note"), which
+     * the help shows like that. */
+    void choice(const char *option, const char *values, const char *what, QString &target);
+
+    /** Declares an option with a text that may be given several times. */
+    void repeatedOption(const char *option, const char *value, const char *what,
+                        QStringList &target);
+
     /** Declares an option with a whole number, decimal or with "0x", of that range. */
     void option(const char *option, const char *value, const char *what,
                 std::optional<qint64> &target, qint64 smallest = std::numeric_limits<qint64>::min(),

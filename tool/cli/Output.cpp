@@ -44,6 +44,7 @@ ToolError standardOutputError()
 
 Output::Output(bool json)
     : m_json(json)
+    , m_toTerminal(::isatty(STDOUT_FILENO) == 1)
 {
 }
 
@@ -65,6 +66,16 @@ void Output::printLine(const QString &text)
     print(text + QLatin1Char('\n'));
 }
 
+void Output::printForeign(const QString &text)
+{
+    if (!m_toTerminal)
+        return print(text);
+    QStringList lines = text.split(QLatin1Char('\n'));
+    for (QString &line : lines)
+        line = escapedControls(line);
+    print(lines.join(QLatin1Char('\n')));
+}
+
 void Output::setResult(Json result)
 {
     m_result = std::move(result);
@@ -74,13 +85,7 @@ void Output::complain(const ToolError &error)
 {
     if (m_json)
         return;
-    QString text = QLatin1String("vantero-formats: ") + error.toString() + QLatin1Char('\n');
-    if (!error.excerpt().isEmpty()) {
-        text += error.excerpt();
-        if (!text.endsWith(QLatin1Char('\n')))
-            text += QLatin1Char('\n');
-    }
-    writeToStandardError(toOutputBytes(text));
+    writeToStandardError(failureText(error, false));
 }
 
 void Output::warn(const QString &name, const QString &message)
@@ -95,6 +100,11 @@ void Output::finish()
         m_buffer = m_result->toText();
         m_result.reset();
     }
+    close();
+}
+
+void Output::close()
+{
     flush();
     // Some file systems report a full disk or quota only here.
     if (::close(STDOUT_FILENO) != 0 && errno != EINTR)
@@ -112,9 +122,10 @@ ExitCode Output::fail(const ToolError &error)
         complain(error);
         return error.code();
     }
-    m_result = Json::object({{"error", errorToJson(error)}});
+    m_buffer = failureText(error, true);
+    m_result.reset();
     try {
-        finish();
+        close();
     } catch (const ToolError &) {
         return ExitCode::OutputFailed;
     }
@@ -127,6 +138,34 @@ void Output::flush()
     m_buffer.clear(); // also on failure: nothing is written twice
     if (!writeAll(STDOUT_FILENO, bytes))
         throw standardOutputError();
+}
+
+QString escapedControls(const QString &text)
+{
+    QString result;
+    result.reserve(text.size());
+    for (const QChar c : text) {
+        if (c.category() != QChar::Other_Control || c == QLatin1Char('\t'))
+            result += c;
+        else
+            result +=
+                QLatin1String("\\x") +
+                QString::number(c.unicode(), 16).toUpper().rightJustified(2, QLatin1Char('0'));
+    }
+    return result;
+}
+
+QByteArray failureText(const ToolError &error, bool json)
+{
+    if (json)
+        return Json::object({{"error", errorToJson(error)}}).toText();
+    QString text = QLatin1String("vantero-formats: ") + error.toString() + QLatin1Char('\n');
+    if (!error.excerpt().isEmpty()) {
+        text += error.excerpt();
+        if (!text.endsWith(QLatin1Char('\n')))
+            text += QLatin1Char('\n');
+    }
+    return toOutputBytes(text);
 }
 
 Json errorToJson(const ToolError &error)

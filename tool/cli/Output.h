@@ -40,6 +40,9 @@ public:
     /** Prints a text and ends the line. */
     void printLine(const QString &text);
 
+    /** Prints lines with words of a file in them: on a terminal as escapedControls() has them. */
+    void printForeign(const QString &text);
+
     /** Sets the one value that --json prints. A later error takes its place. */
     void setResult(Json result);
 
@@ -58,11 +61,21 @@ public:
 
 private:
     void flush();
+    void close();
 
     bool m_json;
+    bool m_toTerminal;
     std::optional<Json> m_result;
     QByteArray m_buffer;
 };
+
+/** @p text as one line that a terminal shows and does not obey: control characters but tabulators
+ * as "\x1B". */
+QString escapedControls(const QString &text);
+
+/** What the tool says of the error that ended a command: on standard error, or with --json on
+ * standard output. */
+QByteArray failureText(const ToolError &error, bool json);
 
 /** The value of the member "error": file, line, column, message, exit code; null where unknown. */
 Json errorToJson(const ToolError &error);

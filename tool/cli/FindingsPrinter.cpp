@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "tool/cli/FindingsPrinter.h"
+
+#include <QtCore/QStringList>
+
+namespace vn::tool {
+
+namespace {
+
+/** The names of the severities, the worst first, as Finding::Severity counts them. */
+constexpr char kSeverities[] = "error|warning|note";
+
+QStringList severities()
+{
+    return QString::fromLatin1(kSeverities).split(QLatin1Char('|'));
+}
+
+} // namespace
+
+void FindingsPrinter::declare(Arguments &arguments)
+{
+    arguments.describe(
+        "Prints a line a finding: \"FILE:LINE:COLUMN: severity: message [code]\". An \"error\" is "
+        "refused by those who read the file, by a \"warning\" something is lost or read otherwise, "
+        "a \"note\" is worth a look. The exit status is 1 when there are errors, and 2 when "
+        "something cannot be read.");
+    arguments.choice("--severity", kSeverities, "print no findings that are less severe", m_least);
+    arguments.json();
+}
+
+bool FindingsPrinter::isWanted(const Finding &finding) const
+{
+    return m_least.isNull() || int(finding.severity) <= severities().indexOf(m_least);
+}
+
+void FindingsPrinter::add(Output &out, const QString &file, const Findings &findings)
+{
+    for (const Finding &finding : findings) {
+        m_hasErrors = m_hasErrors || finding.severity == Finding::Severity::Error;
+        if (!isWanted(finding))
+            continue;
+        const QString severity = severities().at(int(finding.severity));
+        if (out.json())
+            m_findings.append(Json::object({{"file", file},
+                                            {"line", finding.range.line},
+                                            {"column", finding.range.column},
+                                            {"endLine", finding.range.endLine},
+                                            {"endColumn", finding.range.endColumn},
+                                            {"severity", severity},
+                                            {"code", finding.code},
+                                            {"message", finding.message}}));
+        else
+            out.printLine(escapedControls(QStringLiteral("%1:%2:%3: %4: %5 [%6]")
+                                              .arg(file, QString::number(finding.range.line),
+                                                   QString::number(finding.range.column), severity,
+                                                   finding.message, finding.code)));
+    }
+}
+
+void FindingsPrinter::addError(Output &out, const ToolError &error)
+{
+    m_hasFailed = true;
+    out.complain(error);
+    m_errors.append(errorToJson(error));
+}
+
+ExitCode FindingsPrinter::finish(Output &out)
+{
+    if (out.json()) {
+        Json result = Json::object({{"findings", std::move(m_findings)}});
+        if (m_hasFailed)
+            result.insert(QStringLiteral("errors"), std::move(m_errors));
+        out.setResult(std::move(result));
+    }
+    return m_hasFailed ? ExitCode::BadInput : m_hasErrors ? ExitCode::No : ExitCode::Done;
+}
+
+} // namespace vn::tool
