@@ -5,6 +5,7 @@
 
 #include "base/DeviceIo_p.h"
 #include "base/Exceptions.h"
+#include "base/FileContent_p.h"
 #include "base/FileDescriptor_p.h"
 #include "base/Utf8_p.h"
 
@@ -29,7 +30,6 @@ namespace {
 using internal::asciiPrefix;
 using internal::FileDescriptor;
 using internal::isUtf8;
-using internal::kMaxContentSize;
 using internal::retried;
 using internal::throwFileError;
 
@@ -46,34 +46,9 @@ QByteArray readFile(const QString &path)
         retried([&] { return ::open(name.constData(), O_RDONLY | O_CLOEXEC); }));
     if (!file.isValid())
         throwFileError(path, errno);
-    struct stat status;
-    if (::fstat(file.get(), &status) != 0)
-        throwFileError(path, errno);
-    if (status.st_size > kMaxContentSize)
-        throwFileError(path, EFBIG);
-
-    // One byte more than the file tells shows its end without growing the buffer. Pipes and files
-    // of the kernel tell no size.
-    const int expected = static_cast<int>(status.st_size);
-    QByteArray bytes(expected > 0 ? expected + 1 : kChunkSize, Qt::Uninitialized);
-    int size = 0;
-    for (;;) {
-        const ssize_t count = retried([&] {
-            return ::read(file.get(), bytes.data() + size,
-                          static_cast<std::size_t>(bytes.size() - size));
-        });
-        if (count < 0)
-            throwFileError(path, errno);
-        if (count == 0)
-            break;
-        size += static_cast<int>(count);
-        if (size > kMaxContentSize)
-            throwFileError(path, EFBIG);
-        if (size == bytes.size())
-            bytes.resize(
-                std::min(size < kChunkSize ? size + kChunkSize : 2 * size, kMaxContentSize + 1));
-    }
-    bytes.truncate(size);
+    QByteArray bytes;
+    if (const int error = internal::readContent(file, bytes))
+        throwFileError(path, error);
     return bytes;
 }
 
@@ -81,18 +56,28 @@ QByteArray readFile(const QString &path)
 
 QString FileUtils::readText(const QString &path)
 {
-    if (path.startsWith(QLatin1Char(':'))) { // Qt's resources are no files of the system
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly))
-            throw FileException(file);
-        return readText(&file);
-    }
-    return decodeText(readFile(path));
+    return decodeText(readBytes(path));
 }
 
 QString FileUtils::readText(QIODevice *device)
 {
-    return decodeText(internal::readAll(device));
+    return decodeText(readBytes(device));
+}
+
+QByteArray FileUtils::readBytes(const QString &path)
+{
+    if (path.startsWith(QLatin1Char(':'))) { // Qt's resources are no files of the system
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly))
+            throw FileException(file);
+        return readBytes(&file);
+    }
+    return readFile(path);
+}
+
+QByteArray FileUtils::readBytes(QIODevice *device)
+{
+    return internal::readAll(device);
 }
 
 QString FileUtils::decodeText(const QByteArray &bytes)

@@ -42,6 +42,21 @@ public:
     static QString readText(QIODevice *device);
 
     /**
+     * Returns the bytes that readText() decodes.
+     * @throws FileException when the file cannot be opened or read, or holds 1 GiB or more
+     * @since 1.0.0
+     */
+    static QByteArray readBytes(const QString &path);
+
+    /**
+     * Returns the bytes of the open @p device that readText() decodes.
+     * @throws IOException when the device is not open for reading or reports an error; never
+     * silently short
+     * @since 1.0.0
+     */
+    static QByteArray readBytes(QIODevice *device);
+
+    /**
      * Decodes @p bytes as readText() does: valid UTF-8 (without its byte order mark) as UTF-8,
      * anything else as Latin-1. Reports nothing: every byte sequence is a text, never a null one.
      */

@@ -173,6 +173,14 @@ public:
     void decode();
     void checkLimits(const ZipEntry &entry) const;
 
+    /** The entry @p number; null where there is none. */
+    const ZipEntry *find(int number) const
+    {
+        const bool isThere = archive && number >= 0 &&
+                             static_cast<std::size_t>(number) < archive->directory.entries().size();
+        return isThere ? &archive->entry(number) : nullptr;
+    }
+
     QString path;
     QByteArray password;
     QString closedReason; // why the archive is not open
@@ -281,7 +289,38 @@ QStringList ZipReader::fileListBySuffix(const QString &suffix)
     return names;
 }
 
+int ZipReader::entryCount() const noexcept
+{
+    return d->archive ? static_cast<int>(d->archive->directory.entries().size()) : 0;
+}
+
+QString ZipReader::entryName(int index) const
+{
+    const ZipEntry *entry = d->find(index);
+    return entry ? entry->name : QString();
+}
+
+qint64 ZipReader::entrySize(int index) const
+{
+    const ZipEntry *entry = d->find(index);
+    return entry ? entry->size : -1;
+}
+
 bool ZipReader::openFile(const QString &name)
+{
+    return choose(d->archive ? d->archive->names.next(name) : -1, name);
+}
+
+bool ZipReader::openEntry(int index)
+{
+    const ZipEntry *entry = d->find(index);
+    return choose(entry && !entry->isFolder() ? index : -1,
+                  entry ? entry->name : QString::number(index));
+}
+
+/** Makes the entry @p index the one that the device delivers; a negative one is none, which was
+ * asked for as @p name. */
+bool ZipReader::choose(int index, const QString &name)
 {
     d->content.clear();
     d->offset = 0;
@@ -290,8 +329,8 @@ bool ZipReader::openFile(const QString &name)
         return false;
     }
     QIODevice::open(openMode()); // drops what is left of the entry before
-    d->index = d->archive->names.next(name);
-    if (d->index < 0) {
+    d->index = index;
+    if (index < 0) {
         d->state = Private::State::Failed;
         setErrorString(d->inEntry(name, QStringLiteral("no such entry")));
         return false;

@@ -66,6 +66,21 @@ public:
      */
     bool openFile(const QString &name);
 
+    /**
+     * The number of entries in archive order, folders included; 0 while the archive is not open.
+     * @since 1.0.0
+     */
+    int entryCount() const noexcept;
+    /** The name of the entry @p index, from 0; that of a folder ends with "/". Null where there is
+     * none. @since 1.0.0 */
+    QString entryName(int index) const;
+    /** The size of the entry @p index in bytes, decoded, as the archive's directory says; -1 where
+     * there is none. @since 1.0.0 */
+    qint64 entrySize(int index) const;
+    /** openFile() for the entry @p index, which tells entries of one name apart and leaves their
+     * turn as it is. @since 1.0.0 */
+    bool openEntry(int index);
+
     /** The most bytes that one entry may hold; 256 MiB unless set. A larger one is a read error. */
     qint64 entrySizeLimit() const;
     /** Sets that limit, for the entries that are read from now on. */
@@ -106,6 +121,7 @@ protected:
 
 private:
     class Q_DECL_HIDDEN Private;
+    Q_DECL_HIDDEN bool choose(int index, const QString &name);
     std::unique_ptr<Private> d;
 };
 

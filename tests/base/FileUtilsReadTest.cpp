@@ -298,6 +298,21 @@ TEST_F(ReadText, goesOnAfterSignals)
     EXPECT_GT(Interruptions::count(), 0);
 }
 
+TEST_F(ReadText, hasTheBytesForThoseWhoDecodeThemselves)
+{
+    const QByteArray bytes = "\xEF\xBB\xBF\xC3\xBC\0\r\n"_b;
+    EXPECT_EQ(FileUtils::readBytes(fileWith(bytes)), bytes);
+    EXPECT_EQ(FileUtils::readBytes(fileWith(""_b)), ""_b);
+    QFile file(fileWith(bytes));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(file.seek(3));
+    EXPECT_EQ(FileUtils::readBytes(&file), bytes.mid(3));
+    EXPECT_EQ(FileUtils::readBytes(":/base/resource.txt"_q),
+              "A text f\xC3\xBCr the resource test.\n"_b);
+    expectThrows<FileException>([&] { FileUtils::readBytes(path("none"_q)); },
+                                path("none"_q) + ": No such file or directory"_q);
+}
+
 TEST_F(ReadText, readsQtsResources)
 {
     EXPECT_EQ(FileUtils::readText(":/base/resource.txt"_q), u8"A text für the resource test.\n"_q);

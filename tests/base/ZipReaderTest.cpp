@@ -320,6 +320,42 @@ TEST_F(ZipReaderTest, goesFromOneEntryOfANameToTheNext)
     EXPECT_EQ(readEntry(&zip, "a"_q), "a1"_b) << "opened anew it starts over";
 }
 
+TEST_F(ZipReaderTest, readsEntriesByTheirPlaceInTheDirectory)
+{
+    archiveWith({{"folder/"_q, ""_b}, {"a"_q, "a1"_b}, {"b"_q, "b1!"_b}, {"a"_q, "a2"_b}});
+    ZipReader zip(archive());
+    EXPECT_EQ(zip.entryCount(), 0);
+    EXPECT_FALSE(zip.openEntry(1));
+    EXPECT_EQ(zip.errorString(), archive() + ": 1: the archive is not open"_q);
+
+    ASSERT_TRUE(zip.open(QIODevice::ReadOnly));
+    ASSERT_EQ(zip.entryCount(), 4);
+    EXPECT_EQ(zip.entryName(0), "folder/"_q);
+    EXPECT_EQ(zip.entryName(3), "a"_q);
+    EXPECT_EQ(zip.entrySize(2), 3);
+    const auto contentOf = [&](int index) {
+        EXPECT_TRUE(zip.openEntry(index)) << zip.errorString().toStdString();
+        return readInPieces(&zip);
+    };
+    EXPECT_EQ(contentOf(3), "a2"_b);
+    EXPECT_EQ(readEntry(&zip, "a"_q), "a1"_b) << "the turn of the name stays";
+    EXPECT_EQ(contentOf(1), "a1"_b);
+    EXPECT_EQ(readEntry(&zip, "a"_q), "a2"_b);
+    EXPECT_EQ(contentOf(2), "b1!"_b);
+
+    for (const int index : {-1, 4, 1000000}) {
+        SCOPED_TRACE(index);
+        EXPECT_TRUE(zip.entryName(index).isNull());
+        EXPECT_EQ(zip.entrySize(index), -1);
+        EXPECT_FALSE(zip.openEntry(index));
+        EXPECT_EQ(zip.errorString(), archive() + ": %1: no such entry"_q.arg(index));
+    }
+    EXPECT_FALSE(zip.openEntry(0));
+    EXPECT_EQ(zip.errorString(), archive() + ": folder/: no such entry"_q);
+    char byte;
+    EXPECT_EQ(zip.read(&byte, 1), -1) << "not the entry before";
+}
+
 TEST_F(ZipReaderTest, readsManyEntriesOfOneName)
 {
     Entries entries;
