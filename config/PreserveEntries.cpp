@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
+#include "config/PreservePresets.h"
 #include "config/VanteroConfigFile.h"
 
 #include <QtCore/QMutex>
@@ -10,36 +11,52 @@ namespace vn {
 
 namespace {
 
-/** A section and those of its keys whose values belong to the camera, not to the configuration. */
-struct Preset
+constexpr int kMaxKeys = 8;
+
+/** A preset as constant data. */
+struct PresetTexts
 {
+    const char *name;
     const char *section;
-    const char *keys[8]; // in the order of processing; null where there are fewer
+    const char *keys[kMaxKeys]; // in the order of processing; null where there are fewer
 };
 
 // clang-format off
-constexpr Preset kTimeTableReferences = {
-    "eventdlite", {"edacttimetable", "armcond_ac1_timetable", "armcond_ac2_timetable",
-                   "actions_timetable", "messaging_timetable", "messaging2_timetable",
-                   "recording_timetable", "coverimage_timetable"}};
-constexpr Preset kVideoMotion = {
-    "eventdlite", {"motiondef", "motioncheck", "motion2_def", "motion2_check"}};
-constexpr Preset kIpAddresses = {
-    "ethernet", {"IPADDR", "HOSTNAME"}};
+constexpr PresetTexts kIpAddresses = {
+    "network", "ethernet", {"IPADDR", "HOSTNAME"}};
+constexpr PresetTexts kVideoMotion = {
+    "motion", "eventdlite", {"motiondef", "motioncheck", "motion2_def", "motion2_check"}};
+constexpr PresetTexts kTimeTableReferences = {
+    "time-tables", "eventdlite", {"edacttimetable", "armcond_ac1_timetable",
+                                  "armcond_ac2_timetable", "actions_timetable",
+                                  "messaging_timetable", "messaging2_timetable",
+                                  "recording_timetable", "coverimage_timetable"}};
 // clang-format on
 
-void preserve(const VanteroConfigFile &config, const VanteroConfigFile &previous,
-              const Preset &preset, VanteroConfigMap &result)
+/** Copies on the heap: the keys go into the caller's map and must survive the library. */
+PreservePreset presetOf(const PresetTexts &texts)
 {
-    // Copies on the heap: the keys go into the caller's map and must survive the library.
-    QStringList keys;
-    for (const char *key : preset.keys)
+    PreservePreset preset = {
+        QString::fromLatin1(texts.name), QString::fromLatin1(texts.section), {}};
+    for (const char *key : texts.keys)
         if (key)
-            keys += QString::fromLatin1(key);
-    (void)config.preserveEntries(previous, QString::fromLatin1(preset.section), keys, result);
+            preset.keys += QString::fromLatin1(key);
+    return preset;
+}
+
+void preserve(const VanteroConfigFile &config, const VanteroConfigFile &previous,
+              const PresetTexts &texts, VanteroConfigMap &result)
+{
+    const PreservePreset preset = presetOf(texts);
+    (void)config.preserveEntries(previous, preset.section, preset.keys, result);
 }
 
 } // namespace
+
+QList<PreservePreset> preservePresets()
+{
+    return {presetOf(kIpAddresses), presetOf(kVideoMotion), presetOf(kTimeTableReferences)};
+}
 
 bool VanteroConfigFile::preserveEntries(const VanteroConfigFile &previous, const QString &section,
                                         const QStringList &keys, VanteroConfigMap &result) const

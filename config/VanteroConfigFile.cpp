@@ -91,6 +91,12 @@ QMultiMap<QString, QString> VanteroConfigFile::section(const QString &section) c
     return m_map.section(section);
 }
 
+VanteroConfigMap VanteroConfigFile::map() const
+{
+    const QMutexLocker lock(m_lock.get());
+    return m_map;
+}
+
 QDateTime VanteroConfigFile::timeStamp() const
 {
     const QMutexLocker lock(m_lock.get());

@@ -115,6 +115,9 @@ public:
      *  accepted, HEAD_SECTION included. */
     void setSection(const QString &section, const QMultiMap<QString, QString> &content);
 
+    /** A copy of the whole map, HEAD_SECTION included, as it stands at one moment. @since 1.0.0 */
+    VanteroConfigMap map() const;
+
     /** The time stamp: of construction, or of the last load. */
     QDateTime timeStamp() const;
 

@@ -6,6 +6,7 @@
 #include "base/ExceptionBoundary_p.h"
 #include "base/Exceptions.h"
 #include "config/ConfigTextReader_p.h"
+#include "config/SameValue_p.h"
 
 #include <QtCore/QTextStream>
 
@@ -130,6 +131,21 @@ void readProperties(Lines &lines, VanteroConfigMap::Section &out)
         const EntryLine entry(line);
         out.insert(entry.key.toString(), toText(entry.value));
     }
+}
+
+/** Whether two maps have the same keys in the same order, and values that @p isSame takes for it.
+ */
+template <typename Map, typename IsSame>
+bool isSameContent(const Map &a, const Map &b, IsSame isSame)
+{
+    if (a.isSharedWith(b))
+        return true;
+    if (a.size() != b.size())
+        return false;
+    for (auto x = a.constBegin(), y = b.constBegin(); x != a.constEnd(); ++x, ++y)
+        if (x.key() != y.key() || !isSame(x.value(), y.value()))
+            return false;
+    return true;
 }
 
 } // namespace
@@ -298,6 +314,17 @@ QMultiMap<QString, QString> VanteroConfigMap::parseProperties(const QString &tex
     QMultiMap<QString, QString> section;
     parseProperties(text, section);
     return section;
+}
+
+// ---- Comparison --------------------------------------------------------------------------------
+
+bool operator==(const VanteroConfigMap &a, const VanteroConfigMap &b) noexcept
+{
+    const auto isSameSection = [](const VanteroConfigMap::Section &x,
+                                  const VanteroConfigMap::Section &y) {
+        return isSameContent(x, y, internal::isSameValue);
+    };
+    return isSameContent(a.m_sections, b.m_sections, isSameSection);
 }
 
 } // namespace vn

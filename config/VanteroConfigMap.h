@@ -158,9 +158,24 @@ public:
     /** The entries of @p text as a new section. */
     static QMultiMap<QString, QString> parseProperties(const QString &text);
 
+    // ---- Comparison ----------------------------------------------------------------------------
+
+    /**
+     * Whether both have the same sections (empty ones count) with the same keys and the same values
+     * in the same order. A null value differs from an empty one: a text tells them apart, too.
+     * @since 1.0.0
+     */
+    friend VN_EXPORT bool operator==(const VanteroConfigMap &a, const VanteroConfigMap &b) noexcept;
+
 private:
     QMap<QString, QMultiMap<QString, QString>> m_sections;
 };
+
+/** Whether the two differ in anything; see operator==(). @since 1.0.0 */
+inline bool operator!=(const VanteroConfigMap &a, const VanteroConfigMap &b) noexcept
+{
+    return !(a == b);
+}
 
 } // namespace vn
 

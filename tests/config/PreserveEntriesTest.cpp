@@ -1,14 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
+#include "config/PreservePresets.h"
 #include "config/VanteroConfigFile.h"
 
+#include "support/ConfigMaps.h"
 #include "support/Expect.h"
-#include "support/Literals.h"
-#include "support/Random.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <thread>
 
@@ -26,26 +27,10 @@ VanteroConfigFile configOf(const QString &section, const Section &content)
     return config;
 }
 
-/** As text, so that null values, order and duplicates all show. */
-QString shown(const Section &section)
-{
-    QString text;
-    for (auto it = section.cbegin(); it != section.cend(); ++it)
-        text += it.key() + "="_q + (it.value().isNull() ? "(null)"_q : it.value()) + ";"_q;
-    return text;
-}
-
-QString shown(const VanteroConfigMap &map)
-{
-    QString text;
-    for (const QString &name : map.allSectionKeys())
-        text += name + "{"_q + shown(map.section(name)) + "}"_q;
-    return text;
-}
-
 struct PresetRow
 {
     const char *name;
+    QString called;
     Preset preset;
     QString section;
     QStringList keys;
@@ -254,12 +239,6 @@ TEST(PreserveEntries, agreesWithStepByStepEdits)
                          random.below(4) ? QString::number(random.below(100)) : QString());
         return map;
     };
-    const auto asFile = [](const VanteroConfigMap &map) {
-        VanteroConfigFile config;
-        for (const QString &name : map.allSectionKeys())
-            config.setSection(name, map.section(name));
-        return config;
-    };
     for (int i = 0; i < 5000; ++i) {
         const VanteroConfigMap config = randomMap();
         const VanteroConfigMap previous = randomMap();
@@ -285,7 +264,7 @@ TEST(PreserveEntries, agreesWithStepByStepEdits)
                 content.insert(key, value);
         }
 
-        EXPECT_EQ(asFile(config).preserveEntries(asFile(previous), section, listed, result), there);
+        EXPECT_EQ(fileOf(config).preserveEntries(fileOf(previous), section, listed, result), there);
         ASSERT_EQ(shown(result), shown(expected));
     }
 }
@@ -343,9 +322,22 @@ TEST_P(Presets, touchNoOtherSection)
     EXPECT_EQ(shown(result), ""_q);
 }
 
+TEST_P(Presets, canBeReadAsValues)
+{
+    const PresetRow &row = GetParam();
+    const QList<vn::PreservePreset> presets = vn::preservePresets();
+    ASSERT_EQ(presets.size(), 3);
+    const auto preset = std::find_if(presets.begin(), presets.end(),
+                                     [&](const auto &p) { return p.name == row.called; });
+    ASSERT_NE(preset, presets.end());
+    EXPECT_EQ(preset->section, row.section);
+    EXPECT_EQ(preset->keys, row.keys);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     , Presets,
     testing::Values(PresetRow{"timeTableReferences",
+                              "time-tables"_q,
                               &VanteroConfigFile::preserveTimeTableReferences,
                               "eventdlite"_q,
                               {"edacttimetable"_q, "armcond_ac1_timetable"_q,
@@ -353,10 +345,12 @@ INSTANTIATE_TEST_SUITE_P(
                                "messaging_timetable"_q, "messaging2_timetable"_q,
                                "recording_timetable"_q, "coverimage_timetable"_q}},
                     PresetRow{"videoMotion",
+                              "motion"_q,
                               &VanteroConfigFile::preserveVideoMotion,
                               "eventdlite"_q,
                               {"motiondef"_q, "motioncheck"_q, "motion2_def"_q, "motion2_check"_q}},
                     PresetRow{"ipAddresses",
+                              "network"_q,
                               &VanteroConfigFile::preserveIpAddresses,
                               "ethernet"_q,
                               {"IPADDR"_q, "HOSTNAME"_q}}),
