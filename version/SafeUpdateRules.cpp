@@ -10,32 +10,32 @@ namespace {
 constexpr int kPlatform = 0;
 constexpr int kMajor = 1;
 
-VersionCondition anything()
+constexpr VersionCondition anything()
 {
-    return {VersionCondition::Anything, {}};
+    return {VersionCondition::Anything, ""};
 }
 
-VersionCondition samePlatform()
+constexpr VersionCondition samePlatform()
 {
-    return {VersionCondition::SamePlatform, {}};
+    return {VersionCondition::SamePlatform, ""};
 }
 
-VersionCondition majorAtLeast(int major)
+constexpr VersionCondition majorAtLeast(const char *limit)
 {
-    return {VersionCondition::MajorAtLeast, QStringLiteral("*-%1").arg(major)};
+    return {VersionCondition::MajorAtLeast, limit};
 }
 
-VersionCondition atMost(const char *limit)
+constexpr VersionCondition atMost(const char *limit)
 {
     return {VersionCondition::AtMost, limit};
 }
 
-VersionCondition exactly(const char *limit)
+constexpr VersionCondition exactly(const char *limit)
 {
     return {VersionCondition::Exactly, limit};
 }
 
-VersionCondition atLeast(const char *limit)
+constexpr VersionCondition atLeast(const char *limit)
 {
     return {VersionCondition::AtLeast, limit};
 }
@@ -48,6 +48,10 @@ constexpr Models kK30H30K40{"K30", "H30", "K40"};
 constexpr Models kW40{"W40"};
 constexpr Models k50{"?50"};
 
+using internal::kR16;
+using internal::kVn;
+constexpr internal::Platform kAll{"", 0};
+
 constexpr const char *kMustBecome = "must first be updated to";
 constexpr const char *kMustStay = "must stay on";
 constexpr const char *kMayBecome = "may only be updated to";
@@ -57,30 +61,32 @@ constexpr auto kRefuses = SafeUpdateRule::Refuses;
 constexpr auto kDecides = SafeUpdateRule::Decides;
 
 /**
- * The rules in their order; the first one that decides ends the evaluation. They are built on first
- * use, so that they depend on no other static object.
+ * The rules in their order; the first one that decides ends the evaluation. They are constants that
+ * nobody builds or destroys: updates may be judged while the process starts and while it ends. What
+ * a version is compared with is local to each evaluation.
  */
-const auto &rules()
+// clang-format off
+constexpr std::array<SafeUpdateRule, 11> kRules{{
+    // identifier            platform models   current version         effect    target
+    {"platform",             kAll, kAny,       anything(),             kRefuses, kMustStay,     samePlatform()},
+    {"major",                kAll, kAny,       majorAtLeast("*-4"),    kRefuses, kMustStay,     majorAtLeast("*-4")},
+    {"r16-step",             kR16, kAny,       atMost("R16-2.1.*"),    kDecides, kMustBecome,   exactly("R16-2.2.1.10")},
+    {"r16-return",           kR16, kAny,       atLeast("R16-2.2.1.*"), kDecides, kMustStay,     atLeast("R16-2.2.1.*")},
+    {"k40-step",             kVn,  kK40,       exactly("VN-3.0.3.*"),  kDecides, kMustBecome,   atLeast("VN-3.0.6.29")},
+    {"h40-return",           kVn,  kH40,       atLeast("VN-3.0.8.*"),  kDecides, kMustStay,     atLeast("VN-3.0.8.*")},
+    {"k30-h30-k40-return",   kVn,  kK30H30K40, atLeast("VN-3.0.6.24"), kDecides, kMustStay,     atLeast("VN-3.0.6.*")},
+    // Kept on purpose: only a current version that holds wildcards, such as "VN-3.0.*", is at
+    // least VN-3.0.8.* without being at least VN-3.0.6.24.
+    {"k30-h30-k40-pattern",  kVn,  kK30H30K40, atLeast("VN-3.0.8.*"),  kDecides, kMustStay,     atLeast("VN-3.0.6.*")},
+    {"w40-minimum",          kVn,  kW40,       anything(),             kDecides, kMayBecome,    atLeast("VN-3.4.5.4")},
+    {"50-minimum",           kVn,  k50,        anything(),             kDecides, kMayBecome,    majorAtLeast("*-4")},
+    {"none",                 kAll, kAny,       anything(),             kDecides, kFreeToBecome, anything()},
+}};
+// clang-format on
+
+bool isAny(const internal::Platform &platform)
 {
-    // clang-format off
-    static const std::array<SafeUpdateRule, 11> s_rules{{
-        // identifier            platform  models      current version         effect    target
-        {"platform",             "",     kAny,       anything(),             kRefuses, kMustStay,     samePlatform()},
-        {"major",                "",     kAny,       majorAtLeast(4),        kRefuses, kMustStay,     majorAtLeast(4)},
-        {"r16-step",             "R16",  kAny,       atMost("R16-2.1.*"),    kDecides, kMustBecome,   exactly("R16-2.2.1.10")},
-        {"r16-return",           "R16",  kAny,       atLeast("R16-2.2.1.*"), kDecides, kMustStay,     atLeast("R16-2.2.1.*")},
-        {"k40-step",             "VN",   kK40,       exactly("VN-3.0.3.*"),  kDecides, kMustBecome,   atLeast("VN-3.0.6.29")},
-        {"h40-return",           "VN",   kH40,       atLeast("VN-3.0.8.*"),  kDecides, kMustStay,     atLeast("VN-3.0.8.*")},
-        {"k30-h30-k40-return",   "VN",   kK30H30K40, atLeast("VN-3.0.6.24"), kDecides, kMustStay,     atLeast("VN-3.0.6.*")},
-        // Kept on purpose: only a current version that holds wildcards, such as "VN-3.0.*", is at
-        // least VN-3.0.8.* without being at least VN-3.0.6.24.
-        {"k30-h30-k40-pattern",  "VN",   kK30H30K40, atLeast("VN-3.0.8.*"),  kDecides, kMustStay,     atLeast("VN-3.0.6.*")},
-        {"w40-minimum",          "VN",   kW40,       anything(),             kDecides, kMayBecome,    atLeast("VN-3.4.5.4")},
-        {"50-minimum",           "VN",   k50,        anything(),             kDecides, kMayBecome,    majorAtLeast(4)},
-        {"none",                 "",     kAny,       anything(),             kDecides, kFreeToBecome, anything()},
-    }};
-    // clang-format on
-    return s_rules;
+    return *platform.name == '\0';
 }
 
 /** Whether @p model begins with @p beginning, in which "?" stands for any character. */
@@ -111,7 +117,7 @@ bool beginsWithOneOf(QStringView model, const Models &models)
 /** Whether @p rule is about cameras of this model and version. */
 bool concerns(const SafeUpdateRule &rule, QStringView model, const VanteroSoftwareVersion &version)
 {
-    return (rule.platform.name.isEmpty() || rule.platform.code == version[kPlatform]) &&
+    return (isAny(rule.platform) || rule.platform.code == version[kPlatform]) &&
            beginsWithOneOf(model, rule.models) && rule.current.holds(version, version);
 }
 
@@ -128,6 +134,27 @@ QString camerasText(const Models &models)
     return text + QLatin1String(" cameras");
 }
 
+/** The outcome of an evaluation, and the rule that decided. */
+struct Decision
+{
+    bool safe;
+    const SafeUpdateRule &rule;
+};
+
+/** Asks the rules in their order. Reports nothing: the last rule decides in any case. */
+Decision decide(const QString &model, const VanteroSoftwareVersion &current,
+                const VanteroSoftwareVersion &target)
+{
+    for (const SafeUpdateRule &rule : kRules) {
+        if (!concerns(rule, model, current))
+            continue;
+        const bool safe = rule.target.holds(target, current);
+        if (!safe || rule.effect == SafeUpdateRule::Decides)
+            return {safe, rule};
+    }
+    return {true, kRules.back()};
+}
+
 } // namespace
 
 bool VersionCondition::holds(const VanteroSoftwareVersion &version,
@@ -139,7 +166,7 @@ bool VersionCondition::holds(const VanteroSoftwareVersion &version,
     case SamePlatform:
         return version[kPlatform] == 0 || version[kPlatform] == current[kPlatform];
     case MajorAtLeast:
-        return version[kMajor] >= limit[kMajor];
+        return version[kMajor] >= VanteroSoftwareVersion(limit)[kMajor];
     case AtMost:
         return version <= limit;
     case Exactly:
@@ -158,13 +185,14 @@ QString VersionCondition::text() const
     case SamePlatform:
         return QStringLiteral("their platform");
     case MajorAtLeast:
-        return QStringLiteral("major version %1 or later").arg(limit[kMajor]);
+        return QStringLiteral("major version %1 or later")
+            .arg(VanteroSoftwareVersion(limit)[kMajor]);
     case AtMost:
-        return limit + QLatin1String(" or earlier");
+        return QLatin1String(limit) + QLatin1String(" or earlier");
     case Exactly:
-        return limit;
+        return QLatin1String(limit);
     case AtLeast:
-        return limit + QLatin1String(" or later");
+        return QLatin1String(limit) + QLatin1String(" or later");
     }
     return {};
 }
@@ -174,23 +202,22 @@ QString SafeUpdateRule::sentence() const
     QString text = camerasText(models);
     if (current.kind != VersionCondition::Anything)
         text += QLatin1String(" on ") + current.text();
-    else if (!platform.name.isEmpty())
-        text += QLatin1String(" on ") + platform.name;
+    else if (!isAny(platform))
+        text += QLatin1String(" on ") + QLatin1String(platform.name);
     return text + QLatin1Char(' ') + QLatin1String(demand) + QLatin1Char(' ') + target.text();
 }
 
-SafeUpdateDecision decideUpdate(const QString &model, const VanteroSoftwareVersion &current,
-                                const VanteroSoftwareVersion &target)
+bool VanteroSoftwareVersion::isSafe(const QString &model,
+                                    const VanteroSoftwareVersion &target) const
 {
-    const auto &all = rules();
-    for (const SafeUpdateRule &rule : all) {
-        if (!concerns(rule, model, current))
-            continue;
-        const bool safe = rule.target.holds(target, current);
-        if (!safe || rule.effect == SafeUpdateRule::Decides)
-            return {safe, rule};
-    }
-    return {true, all.back()};
+    return decide(model, *this, target).safe;
+}
+
+SafeUpdateVerdict VanteroSoftwareVersion::checkUpdate(const QString &model,
+                                                      const VanteroSoftwareVersion &target) const
+{
+    const Decision decision = decide(model, *this, target);
+    return {decision.safe, QLatin1String(decision.rule.identifier), decision.rule.sentence()};
 }
 
 } // namespace vn

@@ -6,6 +6,7 @@
 
 /** @file The rules that decide whether a camera may go from one version to another. */
 
+#include "version/Platforms_p.h"
 #include "version/VanteroSoftwareVersion.h"
 
 #include <QtCore/QString>
@@ -27,25 +28,12 @@ struct VersionCondition
     };
 
     Kind kind;
-    VanteroSoftwareVersion limit;
+    const char *limit; ///< a version or pattern; empty where the kind asks for none
 
     bool holds(const VanteroSoftwareVersion &version, const VanteroSoftwareVersion &current) const;
 
     /** The versions for which it holds, such as "VN-3.0.6.29 or later". */
     QString text() const;
-};
-
-/** The platform that a rule is about, by its name in versions; an empty name means any. */
-struct UpdatePlatform
-{
-    UpdatePlatform(const char *platform)
-        : name(platform)
-        , code(VanteroSoftwareVersion(platform)[0])
-    {
-    }
-
-    QLatin1String name;
-    int code;
 };
 
 /** The three characters that models begin with; "?" is any character. */
@@ -76,7 +64,7 @@ struct SafeUpdateRule
 
     const char *identifier;
 
-    UpdatePlatform platform;              ///< that of current versions
+    internal::Platform platform;          ///< that of current versions; any if it has no name
     std::array<ModelBeginning, 3> models; ///< any model if the first one is none
     VersionCondition current;
 
@@ -87,17 +75,6 @@ struct SafeUpdateRule
     /** The rule in plain English, built from its own limits. */
     QString sentence() const;
 };
-
-/** The outcome of an evaluation: the rule that decided, which lives as long as the library. */
-struct SafeUpdateDecision
-{
-    bool safe;
-    const SafeUpdateRule &rule;
-};
-
-/** Evaluates the rules in their order. Reports nothing: the last rule decides in any case. */
-SafeUpdateDecision decideUpdate(const QString &model, const VanteroSoftwareVersion &current,
-                                const VanteroSoftwareVersion &target);
 
 } // namespace vn
 

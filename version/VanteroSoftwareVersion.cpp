@@ -3,7 +3,7 @@
 
 #include "version/VanteroSoftwareVersion.h"
 
-#include "version/SafeUpdateRules_p.h"
+#include "version/Platforms_p.h"
 
 #include <array>
 #include <cstddef>
@@ -48,19 +48,10 @@ bool is(QStringView part, const char *word)
     return *word == '\0';
 }
 
-struct Platform
-{
-    const char *name;
-    int code;
-};
-
-/** The codes order the platforms: every VN version is greater than every R16 version. */
-constexpr Platform kPlatforms[] = {{"VN", 20}, {"R16", 10}, {"R8", 2}, {"R4", 1}};
-
 /** The code of a platform; 0 for an unknown name. */
 int platformCode(QStringView name)
 {
-    for (const Platform &platform : kPlatforms) {
+    for (const internal::Platform &platform : internal::kPlatforms) {
         if (is(name, platform.name))
             return platform.code;
     }
@@ -201,7 +192,7 @@ QString VanteroSoftwareVersion::platform() const
     const Range code = m_components[kPlatform];
     if (code.low != code.high)
         return QLatin1String("*");
-    for (const Platform &platform : kPlatforms) {
+    for (const internal::Platform &platform : internal::kPlatforms) {
         if (platform.code == code.low)
             return QLatin1String(platform.name);
     }
@@ -264,19 +255,6 @@ bool VanteroSoftwareVersion::isUpgrade(const VanteroSoftwareVersion &other) cons
 bool VanteroSoftwareVersion::isDowngrade(const VanteroSoftwareVersion &other) const
 {
     return *this > other;
-}
-
-bool VanteroSoftwareVersion::isSafe(const QString &model,
-                                    const VanteroSoftwareVersion &target) const
-{
-    return decideUpdate(model, *this, target).safe;
-}
-
-SafeUpdateVerdict VanteroSoftwareVersion::checkUpdate(const QString &model,
-                                                      const VanteroSoftwareVersion &target) const
-{
-    const SafeUpdateDecision decision = decideUpdate(model, *this, target);
-    return {decision.safe, QLatin1String(decision.rule.identifier), decision.rule.sentence()};
 }
 
 VanteroSoftwareVersion VanteroSoftwareVersion::fromFile(const QString &)

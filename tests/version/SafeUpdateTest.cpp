@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <random>
 #include <vector>
 
@@ -417,6 +419,47 @@ TEST(SafeUpdateVerdict, saysTheSameWhereTheRuleIsMet)
     EXPECT_EQ(verdict.rule, "k40-step"_q);
     EXPECT_EQ(verdict.sentence,
               "K40 cameras on VN-3.0.3.* must first be updated to VN-3.0.6.29 or later"_q);
+}
+
+// ---- While the process ends
+// ----------------------------------------------------------------------
+
+void judge(const char *when)
+{
+    const SafeUpdateVerdict verdict =
+        VanteroSoftwareVersion("VN-3.0.3.7").checkUpdate("K40D"_q, "VN-3.0.6.2");
+    std::fprintf(stderr, "%s: %s. ", qPrintable(verdict.rule), when);
+}
+
+/** A static object of an application: made before the first update is judged, destroyed after. */
+class LastJudge
+{
+public:
+    ~LastJudge()
+    {
+        if (m_isWanted)
+            judge("by a static object");
+    }
+    void want() { m_isWanted = true; }
+
+private:
+    bool m_isWanted = false;
+};
+
+LastJudge s_lastJudge;
+
+TEST(SafeUpdateDeathTest, updatesAreJudgedInHandlersAndDestructorsThatAreOlderThanTheFirstOne)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe"; // a process that has judged none yet
+    EXPECT_EXIT(
+        {
+            std::atexit([] { judge("by a handler"); });
+            s_lastJudge.want();
+            judge("at first");
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0),
+        "k40-step: at first. k40-step: by a handler. k40-step: by a static object");
 }
 
 } // namespace
