@@ -17,8 +17,9 @@ try {
     if (argc != 4)
         qFatal("judge_update FILE MODEL PACKAGE");
     //! [judge an update]
-    const auto config = vn::VanteroConfigFile::open(argv[1], QDateTime::currentDateTime());
-    const QString model = argv[2];
+    const auto config =
+        vn::VanteroConfigFile::open(QString::fromLocal8Bit(argv[1]), QDateTime::currentDateTime());
+    const QString model = QString::fromLocal8Bit(argv[2]);
 
     // The configuration keeps the version as text; what it means is the business of the version.
     const VanteroSoftwareVersion current = config.getSoftwareVersion();

@@ -5,7 +5,10 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QFile>
+#include <QtCore/QTextCodec>
 #include <QtCore/QTextStream>
+
+#include <array>
 
 namespace vn {
 
@@ -45,19 +48,33 @@ bool takeVersionText(const QString &line, QString &text)
 }
 
 /**
- * Reads the lines of a device that need not be read byte by byte, to the same effect as
- * QTextStream::readLine(), but in bounded memory: packages hold images, and what looks like one
- * line of an image may be a gigabyte of zeros.
+ * Reads the lines of a device to the same effect as QTextStream::readLine(), but in bounded memory:
+ * packages hold images, and what looks like one line of an image may be a gigabyte of zeros. Of a
+ * device that cannot go back it takes no more than the lines.
  */
 class LineReader
 {
 public:
     explicit LineReader(QIODevice &device)
-        : m_stream(&device)
+        : m_device(device)
+        , m_isSequential(device.isSequential())
+        , m_isText(device.isTextModeEnabled())
     {
+        // Qt opens a file by its name such that readLine() takes the bytes of the line alone; from
+        // a handle it may be a C stream, whose lines Qt takes to end at a zero byte.
+        const auto *file = qobject_cast<QFileDevice *>(&device);
+        m_takesLines = m_isSequential && !(file && file->fileName().isEmpty());
+        device.setTextModeEnabled(false); // carriage returns go once the bytes are decoded
     }
+    ~LineReader() { m_device.setTextModeEnabled(m_isText); }
+    LineReader(const LineReader &) = delete; // one reader, one mode
+    LineReader &operator=(const LineReader &) = delete;
 
-    bool atEnd() const { return m_next == m_chunk.size() && m_stream.atEnd(); }
+    /** Whether there is no more. Only a read tells where a sequential device ends. */
+    bool atEnd()
+    {
+        return m_next == m_chunk.size() && (m_isSequential ? !fill() : m_device.atEnd());
+    }
 
     struct Line
     {
@@ -79,14 +96,12 @@ public:
                 dropCarriageReturn(line.text);
                 return line;
             }
-            if (!whole && line.text.size() > kLongLine && (line.cut || !isMarked(line.text))) {
+            if (isToBeCut(line, whole)) {
                 line.text = line.text.right(s_upload.size() + 1); // a carriage return may follow
                 line.cut = true;
             }
-            m_chunk = m_stream.read(kChunk);
-            m_next = 0;
-            if (m_chunk.isEmpty()) {
-                if (m_stream.device()->atEnd())
+            if (!fill()) {
+                if (m_device.atEnd())
                     dropCarriageReturn(line.text);
                 return line;
             }
@@ -96,6 +111,40 @@ public:
 private:
     static constexpr int kChunk = 16384; // that of QTextStream
     static constexpr int kLongLine = 1 << 20;
+    static constexpr int kLongestLine = 1 << 29; // of which there is still room for a copy
+
+    bool isToBeCut(const Line &line, bool whole) const
+    {
+        const int size = line.text.size();
+        if (size <= kLongLine || line.cut)
+            return line.cut;
+        const bool isKept = whole || m_isSequential || isMarked(line.text);
+        return !isKept || size > kLongestLine;
+    }
+
+    /** Reads and decodes some more; false where there is none. */
+    bool fill()
+    {
+        std::array<char, kChunk> bytes;
+        do {
+            m_next = 0;
+            m_chunk.clear();
+            const qint64 size = m_takesLines ? m_device.readLine(bytes.data(), kChunk)
+                                             : m_device.read(bytes.data(), kChunk);
+            if (size <= 0)
+                return false;
+            const auto count = static_cast<int>(size);
+            if (!m_codec)
+                m_codec = QTextCodec::codecForUtfText(QByteArray::fromRawData(bytes.data(), count),
+                                                      QTextCodec::codecForLocale());
+            m_chunk = m_codec->toUnicode(bytes.data(), count, &m_state);
+            if (m_isText)
+                m_chunk.remove(QLatin1Char('\r'));
+        } while (m_chunk.isEmpty());
+        if (m_takesLines) // a byte order mark is none at the beginning of a later line
+            m_state.flags |= QTextCodec::IgnoreHeader;
+        return true;
+    }
 
     static void dropCarriageReturn(QString &text)
     {
@@ -103,31 +152,38 @@ private:
             text.chop(1);
     }
 
-    QTextStream m_stream;
+    QIODevice &m_device;
+    const bool m_isSequential;
+    const bool m_isText;
+    bool m_takesLines;
+    const QTextCodec *m_codec = nullptr;
+    QTextCodec::ConverterState m_state;
     QString m_chunk;
     int m_next = 0;
 };
 
 /**
- * The text of the version that a random-access device names from its position on. Line @p whole is
- * read whole at any length; -1 means none.
+ * The text of the version that a device names from its position on. Line @p whole is read whole at
+ * any length; -1 means none.
  */
 QString versionText(QIODevice &device, int whole = -1)
 {
     const qint64 start = device.pos();
     QString text;
     int cutUpload = -1; // the line that names the version, where only its end is known
-    LineReader lines(device);
-    for (int i = 0; i < kLines && !lines.atEnd(); ++i) {
-        const LineReader::Line line = lines.readLine(i == whole);
-        if (line.cut && isUpload(line.text))
-            cutUpload = i;
-        else if (!line.cut && takeVersionText(line.text, text))
-            cutUpload = -1;
+    {
+        LineReader lines(device);
+        for (int i = 0; i < kLines && !lines.atEnd(); ++i) {
+            const LineReader::Line line = lines.readLine(i == whole);
+            if (line.cut && isUpload(line.text))
+                cutUpload = i;
+            else if (!line.cut && takeVersionText(line.text, text))
+                cutUpload = -1;
+        }
     }
-    if (cutUpload >= 0 && device.seek(start))
-        return versionText(device, cutUpload);
-    return text;
+    if (cutUpload < 0 || cutUpload == whole || device.isSequential() || !device.seek(start))
+        return text;
+    return versionText(device, cutUpload);
 }
 
 } // namespace
@@ -157,11 +213,7 @@ VanteroSoftwareVersion VanteroSoftwareVersion::fromFwpFile(QIODevice *device)
 {
     if (!device || !device->isReadable())
         return {};
-    if (!device->isSequential())
-        return versionText(*device);
-    // A pipe may hold no more than its lines for now: nothing may be asked for beyond them.
-    QTextStream stream(device);
-    return fromFwp(stream);
+    return versionText(*device);
 }
 
 VanteroSoftwareVersion VanteroSoftwareVersion::fromFwpFile(const QString &fileName)

@@ -175,8 +175,13 @@ public:
 
     /**
      * The same over a device that is open for reading, from its current position, in the locale's
-     * codec. Reads no more than the 30 lines need; of a line of any length no more than 2 MB are
-     * kept in memory, unless it is a version line. Where the device stands afterwards is open.
+     * codec. Of a sequential device no more is taken than the 30 lines, up to 16,384 bytes at once
+     * where it is a QFile opened by a handle; a file such as a named pipe is waited for, any other
+     * device gives what it has at hand. Where one of random access stands afterwards is open.
+     *
+     * A line may be of any length below 2^29 characters; a longer one names no version. Of a line
+     * that is no version line no more than 2 MB are kept in memory, but of a sequential device,
+     * which cannot be read again, the line at hand is kept as a whole, at 2 bytes a character.
      * Reports nothing: a device that cannot be read gives a null version.
      */
     static VanteroSoftwareVersion fromFwpFile(QIODevice *device);
