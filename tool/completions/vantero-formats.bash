@@ -55,97 +55,97 @@ _vantero_formats() {
         words=("${words[@]:1}")
     fi
 
-    local options='' files='' folders='' others='' arguments=''
+    local options='' files='' folders='' others='' choices='' again='' arguments=''
     case $command in
     'config show')
         options='--section --key --json --help'
         files='' folders='' others='--section|--key'
-        arguments='file'
+        choices='' again='' arguments='file'
         ;;
     'config set')
         options='--output --in-place --dry-run --help'
         files='--output' folders='' others=''
-        arguments='file text text text'
+        choices='' again='' arguments='file text text text'
         ;;
     'config add')
         options='--output --in-place --dry-run --help'
         files='--output' folders='' others=''
-        arguments='file text text text'
+        choices='' again='' arguments='file text text text'
         ;;
     'config unset')
         options='--output --in-place --dry-run --help'
         files='--output' folders='' others=''
-        arguments='file text text'
+        choices='' again='' arguments='file text text'
         ;;
     'config remove')
         options='--outer-comments --section-comments --empty-lines --output --in-place --dry-run --help'
         files='--output' folders='' others=''
-        arguments='file text ...'
+        choices='' again='' arguments='file text ...'
         ;;
     'config splice')
         options='--output --in-place --dry-run --help'
         files='--output' folders='' others=''
-        arguments='file file text'
+        choices='' again='' arguments='file file text'
         ;;
     'config merge')
         options='--network --motion --time-tables --output --explain --json --help'
         files='--output' folders='' others=''
-        arguments='file file'
+        choices='' again='' arguments='file file'
         ;;
     'config diff')
         options='--json --help'
         files='' folders='' others=''
-        arguments='file file'
+        choices='' again='' arguments='file file'
         ;;
     'config collect')
         options='--recursive --password-file --output-archive --output-folder --json --help'
         files='--password-file|--output-archive' folders='--output-folder' others=''
-        arguments='file ...'
+        choices='' again='' arguments='file ...'
         ;;
     'version show')
         options='--json --help'
         files='' folders='' others=''
-        arguments='text'
+        choices='' again='' arguments='text'
         ;;
     'version compare')
         options='--json --help'
         files='' folders='' others=''
-        arguments='text text'
+        choices='' again='' arguments='text text'
         ;;
     'version check')
         options='--model --json --help'
         files='' folders='' others='--model'
-        arguments='text text'
+        choices='' again='' arguments='text text'
         ;;
     'firmware')
         options='--json --help'
         files='' folders='' others=''
-        arguments='file ...'
+        choices='' again='' arguments='file ...'
         ;;
     'app-version')
         options='--revision --debug --json --help'
         files='' folders='' others='--revision'
-        arguments='text'
+        choices='' again='' arguments='text'
         ;;
     'alarms list')
         options='--json --help'
         files='' folders='' others=''
-        arguments='file'
+        choices='' again='' arguments='file'
         ;;
     'alarms update')
         options='--json --help'
         files='' folders='' others=''
-        arguments='file'
+        choices='' again='' arguments='file'
         ;;
     'erdinfo write')
         options='--id1 --id2 --number1 --number2 --time1 --time2 --text1 --text2 --text3 --json --help'
         files='' folders='' others='--text1|--text2|--text3|--id1|--id2|--number1|--number2|--time1|--time2'
-        arguments='file'
+        choices='' again='' arguments='file'
         ;;
     'erdinfo show')
         options='--json --help'
         files='' folders='' others=''
-        arguments='file'
+        choices='' again='' arguments='file'
         ;;
     *)
         return
@@ -160,9 +160,10 @@ _vantero_formats() {
         elif [[ -z $only_arguments && $word == -- ]]; then
             only_arguments=1
         elif [[ -z $only_arguments && $word == -* ]]; then
-            [[ "|$files|$folders|$others|" == *"|$word|"* ]] && pending=$word
+            [[ "|$files|$folders|$others|" == *"|$word|"* || " $choices" == *" $word="* ]] &&
+                pending=$word
             options=" $options "
-            options=${options/ $word / }
+            [[ "|$again|" == *"|$word|"* ]] || options=${options/ $word / }
         else
             count=$((count + 1))
         fi
@@ -170,6 +171,10 @@ _vantero_formats() {
     if [[ -n $pending ]]; then
         [[ "|$files|" == *"|$pending|"* ]] && _vantero_formats_names -f
         [[ "|$folders|" == *"|$pending|"* ]] && _vantero_formats_names -d
+        for word in $choices; do
+            word=${word#"$pending="}
+            [[ $word == -* ]] || _vantero_formats_reply -W "${word//,/ }"
+        done
         return
     fi
     if [[ -z $only_arguments && $current == -* ]]; then
