@@ -3,27 +3,25 @@
 
 #include "config/FolderEntries_p.h"
 
-#include <QtCore/QByteArray>
+#include "base/FileContent_p.h"
+#include "base/FileDescriptor_p.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
-#include <memory>
+#include <algorithm>
+#include <cerrno>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace vn {
 
-namespace {
+namespace internal {
 
-struct CloseFolder
-{
-    void operator()(DIR *folder) const
-    {
-        (void)::closedir(folder); // only read from: an error here loses nothing
-    }
-};
+namespace {
 
 /** What @p entry is: Unknown when it is neither a file nor a folder, symbolic links included. */
 FolderEntry::Kind kindOf(DIR *folder, const dirent &entry)
@@ -42,31 +40,97 @@ FolderEntry::Kind kindOf(DIR *folder, const dirent &entry)
 
 } // namespace
 
-QVector<FolderEntry> listFolder(const QString &path)
+FolderEntries::FolderEntries(const QString &path)
 {
-    QVector<FolderEntry> entries;
-    const std::unique_ptr<DIR, CloseFolder> folder(::opendir(QFile::encodeName(path).constData()));
-    if (!folder)
-        return entries;
-
-    QString prefix = QDir(path).absolutePath();
-    if (!prefix.endsWith(QLatin1Char('/')))
-        prefix += QLatin1Char('/');
-    // An absolute path has no ".."; behind a symbolic link it leads to another folder without them.
-    const bool isSameFolder = !path.contains(QLatin1String(".."));
-
-    while (const dirent *const entry = ::readdir(folder.get())) {
-        if (entry->d_name[0] == '.') // hidden, or the folder itself, or the one above
-            continue;
-        const FolderEntry::Kind kind = kindOf(folder.get(), *entry);
-        if (kind == FolderEntry::Unknown)
-            continue;
-        const QByteArray name = QByteArray::fromRawData(entry->d_name, int(qstrlen(entry->d_name)));
-        const QString decoded = QFile::decodeName(name);
-        if (QFile::encodeName(decoded) == name)
-            entries.append({prefix + decoded, isSameFolder ? kind : FolderEntry::Unknown});
+    if (path.startsWith(QLatin1Char(':'))) {
+        m_qtFolder = std::make_unique<QDirIterator>(path, QDir::AllEntries | QDir::NoDotAndDotDot |
+                                                              QDir::NoSymLinks);
+        return;
     }
-    return entries;
+    m_folder.reset(::opendir(QFile::encodeName(path).constData()));
+    if (!m_folder)
+        m_error = errno;
 }
+
+bool FolderEntries::isClosedToEntry() const
+{
+    return m_folder && ::faccessat(::dirfd(m_folder.get()), ".", X_OK, 0) != 0;
+}
+
+bool FolderEntries::isAt(const QString &path) const
+{
+    struct stat here;
+    struct stat there;
+    return m_folder && ::fstat(::dirfd(m_folder.get()), &here) == 0 &&
+           ::stat(QFile::encodeName(path).constData(), &there) == 0 &&
+           here.st_dev == there.st_dev && here.st_ino == there.st_ino;
+}
+
+bool FolderEntries::next(FolderEntry &entry)
+{
+    if (!m_isHeld)
+        return readNext(entry);
+    if (m_held.empty())
+        return false;
+    entry = std::move(m_held.front());
+    m_held.pop_front();
+    return true;
+}
+
+bool FolderEntries::readNext(FolderEntry &entry)
+{
+    while (m_qtFolder && m_qtFolder->hasNext()) {
+        m_qtFolder->next();
+        const QFileInfo info = m_qtFolder->fileInfo();
+        entry = {info.fileName(), info.isDir() ? FolderEntry::Folder : FolderEntry::File};
+        return true;
+    }
+    while (m_folder) {
+        const dirent *const found = ::readdir(m_folder.get());
+        if (!found)
+            break;
+        if (found->d_name[0] == '.') // hidden, or the folder itself, or the one above
+            continue;
+        entry.kind = kindOf(m_folder.get(), *found);
+        if (entry.kind == FolderEntry::Unknown)
+            continue;
+        const QByteArray name = QByteArray::fromRawData(found->d_name, int(qstrlen(found->d_name)));
+        entry.name = QFile::decodeName(name);
+        if (QFile::encodeName(entry.name) == name)
+            return true;
+    }
+    return false;
+}
+
+void FolderEntries::hold()
+{
+    for (FolderEntry entry; !m_isHeld && readNext(entry);)
+        m_held.push_back(entry);
+    m_isHeld = true;
+    m_folder.reset();
+    m_qtFolder.reset();
+}
+
+void FolderEntries::sort()
+{
+    for (FolderEntry entry; readNext(entry);)
+        m_held.push_back(entry);
+    m_isHeld = true;
+    std::sort(m_held.begin(), m_held.end(),
+              [](const FolderEntry &a, const FolderEntry &b) { return a.name < b.name; });
+}
+
+bool FolderEntries::readFile(const QString &name, QByteArray &bytes) const
+{
+    if (!m_folder)
+        return false;
+    const FileDescriptor file(retried([&] {
+        return ::openat(::dirfd(m_folder.get()), QFile::encodeName(name).constData(),
+                        O_RDONLY | O_CLOEXEC);
+    }));
+    return file.isValid() && readContent(file, bytes) == 0;
+}
+
+} // namespace internal
 
 } // namespace vn

@@ -4,32 +4,86 @@
 #ifndef VN_CONFIG_FOLDERENTRIES_P_H
 #define VN_CONFIG_FOLDERENTRIES_P_H
 
+#include <QtCore/QByteArray>
+#include <QtCore/QDirIterator>
 #include <QtCore/QString>
-#include <QtCore/QVector>
+
+#include <deque>
+#include <memory>
+
+#include <dirent.h>
 
 namespace vn {
 
-/** A path that is to be looked at, with what is known of it beforehand. */
+namespace internal {
+
+/** A file or folder in a folder. */
 struct FolderEntry
 {
     enum Kind { Unknown, File, Folder };
 
-    QString path;
+    QString name;
     Kind kind;
 };
 
 /**
- * The files and folders in the folder @p path of the file system, by their absolute paths, in the
- * order in which the file system delivers them. Symbolic links, hidden entries and what is neither
- * file nor folder are left out, as are names that cannot be decoded.
+ * The files and folders in a folder, one at a time, in the order in which the file system delivers
+ * them. Symbolic links, hidden entries and what is neither file nor folder are left out, as are
+ * names that cannot be decoded.
  *
  * The entries are those of QDir::entryList(QDir::AllEntries | QDir::NoDotAndDotDot |
  * QDir::NoSymLinks) without sorting. QDir calls stat for each of them; here the folder itself tells
- * what they are, so that the cost of a large collection is that of reading its files.
+ * what they are, so that the cost of a large collection is that of reading its files. Only where
+ * the system does not know the folder, as one of Qt's resources, QDir goes through it.
  *
- * Reports nothing: a folder that cannot be read is an empty one. Threads: reentrant.
+ * Threads: reentrant.
  */
-QVector<FolderEntry> listFolder(const QString &path);
+class FolderEntries
+{
+public:
+    /** Opens the folder @p path. */
+    explicit FolderEntries(const QString &path);
+
+    /** Why the folder cannot be listed, as the system's error number; 0 where it can. */
+    int error() const { return m_error; }
+
+    /** Whether the entries cannot be reached, though they can be listed: no right to enter. */
+    bool isClosedToEntry() const;
+
+    /** Whether the absolute path @p path leads to this folder, too. */
+    bool isAt(const QString &path) const;
+
+    /** Gives the next entry; false at the end. */
+    bool next(FolderEntry &entry);
+
+    /** Reads the rest into memory, and closes the folder. */
+    void hold();
+    /** Reads the rest into memory, in the order of the names; keeps the folder for readFile(). */
+    void sort();
+
+    /** Reads the file @p name of this folder; false where that is not possible here, which reading
+     * it by its path tells more of. */
+    bool readFile(const QString &name, QByteArray &bytes) const;
+
+private:
+    struct CloseFolder
+    {
+        void operator()(DIR *folder) const
+        {
+            (void)::closedir(folder); // only read from: an error here loses nothing
+        }
+    };
+
+    bool readNext(FolderEntry &entry);
+
+    std::unique_ptr<DIR, CloseFolder> m_folder;
+    std::unique_ptr<QDirIterator> m_qtFolder;
+    std::deque<FolderEntry> m_held;
+    bool m_isHeld = false;
+    int m_error = 0;
+};
+
+} // namespace internal
 
 } // namespace vn
 
