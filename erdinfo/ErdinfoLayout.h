@@ -6,52 +6,8 @@
 
 /**
  * @file
- * The layout of an erdinfo file, which describes one event recording.
- *
- * The file begins with one record of 488 bytes: a header record and a data record. Bytes behind it
- * belong to nobody and stay as they are. All integers are little-endian, u is unsigned, i signed
- * (two's complement); nothing is aligned or padded. Offsets count from 0.
- *
- * Header record, offsets from the start of the file:
- *
- * | OFFSET | SIZE | CONTENT                                                               |
- * |--------|------|-----------------------------------------------------------------------|
- * | 0      | 4    | magic, the ASCII bytes "EvtD"                                         |
- * | 4      | 4    | u32 format code, 0x01080002                                           |
- * | 8      | 4    | u32 size of the header record, 332                                    |
- * | 12     | 4    | u32 size of the data record, 156                                      |
- * | 16     | 4    | u32 flags: bits 0 to 7 a small field, bit 8 a flag, the rest reserved;|
- * |        |      | written as 0                                                          |
- * | 20     | 128  | first text                                                            |
- * | 148    | 128  | reserved, 0                                                           |
- * | 276    | 16   | second text                                                           |
- * | 292    | 32   | third text                                                            |
- * | 324    | 8    | reserved, 0                                                           |
- *
- * Data record, offsets from its start at 332:
- *
- * | OFFSET | SIZE | CONTENT                                                               |
- * |--------|------|-----------------------------------------------------------------------|
- * | 0      | 4    | i32 first number                                                      |
- * | 4      | 4    | i32 second number                                                     |
- * | 8      | 4    | u32 0                                                                 |
- * | 12     | 64   | first block: first unsigned number, first time, first number          |
- * | 76     | 64   | second block: second unsigned number, second time, second number      |
- * | 140    | 16   | reserved, 0                                                           |
- *
- * Block, offsets from its start:
- *
- * | OFFSET | SIZE | CONTENT                                                               |
- * |--------|------|-----------------------------------------------------------------------|
- * | 0      | 4    | u32 1                                                                 |
- * | 4      | 4    | u32 2                                                                 |
- * | 8      | 4    | u32 unsigned number                                                   |
- * | 12     | 4    | u32 whole seconds of the time, their low 32 bits                      |
- * | 16     | 4    | u32 milliseconds within the second, 0 to 999                          |
- * | 20     | 4    | i32 number, the same value as in the data record                      |
- * | 24     | 2    | u16 1                                                                 |
- * | 26     | 2    | u16 0                                                                 |
- * | 28     | 36   | reserved, 0                                                           |
+ * Sizes, offsets and constants of an erdinfo record, which describes one event recording, by name.
+ * The table of all its fields: erdinfo/ErdinfoFields.h.
  *
  * A text of L characters in a field of W bytes is stored as UTF-32, but by a count of bytes: the
  * first min(L, W) bytes of its code units, the rest of the field 0. So a field holds no more than
@@ -61,8 +17,7 @@
 
 #include <QtCore/qglobal.h>
 
-/** Sizes, offsets and constants of the record, all in bytes; the tables of this file show where
- * they belong. */
+/** Sizes and offsets, in bytes, and constants of the record. */
 namespace vn::ErdinfoLayout {
 
 // ---- Sizes, in bytes -------------------------------------------------------------------------

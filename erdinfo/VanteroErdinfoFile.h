@@ -12,7 +12,7 @@ namespace vn {
 
 /**
  * The content of an erdinfo file, which describes one event recording, to be written to its path.
- * What the file holds where: erdinfo/ErdinfoLayout.h. What the numbers and texts mean is up to the
+ * What the file holds where: erdinfo/ErdinfoFields.h. What the numbers and texts mean is up to the
  * application.
  * @code
  * VanteroErdinfoFile info(L"/recordings/17.erdinfo");
@@ -21,7 +21,7 @@ namespace vn {
  * if (!info.save())
  *     qWarning("the record cannot be written");
  * @endcode
- * Errors: save() alone reports one, and only that of opening.
+ * Errors: save() alone reports one, and only that of opening; ErdinfoRecord tells all.
  *
  * Threads: reentrant. Two objects that write one path at the same time mix their bytes.
  */
@@ -59,7 +59,7 @@ public:
      * Returns false when the path is empty or the file cannot be opened for reading and writing.
      * Kept on purpose: a write that fails is not reported; the result is still true.
      */
-    bool save() const;
+    [[nodiscard]] bool save() const;
 
 private:
     std::wstring m_path;

@@ -422,6 +422,25 @@ TEST_F(ErdinfoFile, pathMayHoldAnyCharacter)
     EXPECT_EQ(content().size(), 488);
 }
 
+TEST_F(ErdinfoFile, colonsMayBePartOfANameOrOfASearchPath)
+{
+    m_path = m_folder.filePath("10:30 gate.erdinfo"_q);
+    ASSERT_TRUE(newFile().save());
+    EXPECT_EQ(content().toHex(' '), s_emptyRecord.toHex(' '));
+
+    QDir::setSearchPaths("records"_q, {m_folder.path()});
+    m_path = m_folder.filePath("17.erdinfo"_q);
+    write("short");
+    m_path = "records:17.erdinfo"_q;
+    EXPECT_TRUE(newFile().save());
+    QDir::setSearchPaths("records"_q, {});
+    m_path = m_folder.filePath("17.erdinfo"_q);
+    EXPECT_EQ(content().toHex(' '), s_emptyRecord.toHex(' '));
+
+    m_path = ":/17.erdinfo"_q; // a resource of Qt
+    EXPECT_FALSE(newFile().save());
+}
+
 TEST_F(ErdinfoFile, emptyPathIsRefused_andCreatesNothing)
 {
     const QString before = QDir::currentPath();

@@ -8,8 +8,8 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 "$program" "$work/17.erdinfo"
 "$tool" erdinfo show "$work/17.erdinfo" >"$work/shown"
-for line in 'id1 *4711' 'id2 *-1' 'number2 *250' 'time1 *1299701647.000 s' \
-    'time2 *1299701657.000 s'; do
+for line in 'id1 *4711' 'id2 *-1' 'number2 *250' 'time1 *1299701647.000 s (2011-03-09 20:14:07.000 UTC)' \
+    'time2 *1299701657.000 s (2011-03-09 20:14:17.000 UTC)'; do
     grep -qx "$line" "$work/shown" || { cat "$work/shown"; exit 1; }
 done
 if "$program" "$work/none/17.erdinfo" 2>/dev/null; then

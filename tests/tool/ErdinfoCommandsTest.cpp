@@ -86,8 +86,9 @@ QByteArray hex(const char *text)
 TEST_F(ErdinfoCommand, showsTheExample)
 {
     expectRun(runTool({"erdinfo", "show", kExample}), 0,
-              "id1      17\nid2      3\nnumber1  1\nnumber2  42\ntime1    1700000000.250 s\n"
-              "time2    1700000012.000 s\ntext1    south gate\ntext2    K40\ntext3    mot\n",
+              "id1      17\nid2      3\nnumber1  1\nnumber2  42\ntime1    1700000000.250 s "
+              "(2023-11-14 22:13:20.250 UTC)\ntime2    1700000012.000 s (2023-11-14 22:13:32.000 "
+              "UTC)\ntext1    south gate\ntext2    K40\ntext3    mot\n",
               "");
 }
 
@@ -100,7 +101,10 @@ TEST_F(ErdinfoCommand, showsTheExampleAsJson)
     EXPECT_EQ(value.value("id1"_q), QJsonValue(17));
     EXPECT_EQ(value.value("number2"_q), QJsonValue(42));
     EXPECT_EQ(value.value("time1"_q).toObject(),
-              QJsonObject({{"seconds"_q, 1700000000}, {"milliseconds"_q, 250}}));
+              QJsonObject({{"seconds"_q, 1700000000},
+                           {"milliseconds"_q, 250},
+                           {"date"_q, "2023-11-14T22:13:20.250Z"_q}}));
+    EXPECT_EQ(value.value("findings"_q), QJsonArray());
     EXPECT_EQ(value.value("text2"_q), QJsonValue("K40"_q));
     EXPECT_EQ(value.value("flags"_q), QJsonValue(0));
     EXPECT_EQ(value.value("bytesBehindRecord"_q), QJsonValue(0));
@@ -162,6 +166,15 @@ TEST_F(ErdinfoCommand, everyFaultIsTold)
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err.count('\n'), 10);
     EXPECT_EQ(showJson().value("faults"_q).toArray().size(), 10);
+    const QJsonArray findings = showJson().value("findings"_q).toArray();
+    EXPECT_EQ(findings.size(), 10);
+    EXPECT_EQ(findings.at(1).toObject(),
+              QJsonObject({{"severity"_q, "error"_q},
+                           {"code"_q, "record-constant"_q},
+                           {"offset"_q, 4},
+                           {"length"_q, 4},
+                           {"field"_q, "format"_q},
+                           {"message"_q, "the format code is 0x0, not 0x1080002"_q}}));
 }
 
 TEST_F(ErdinfoCommand, whatIsReservedDrawsAWarning)
@@ -199,6 +212,31 @@ TEST_F(ErdinfoCommand, textsAreShownAsFarAsTheyGo)
     }
 }
 
+// ---- layout
+// --------------------------------------------------------------------------------------
+
+TEST_F(ErdinfoCommand, layoutHasALineAField)
+{
+    const ToolResult result = runTool({"erdinfo", "layout"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out.count('\n'), 28);
+    EXPECT_TRUE(result.out.startsWith("  0    4  magic     magic            magic: 0x44747645\n"))
+        << result.out.constData();
+    EXPECT_THAT(result.out.toStdString(),
+                HasSubstr("\n356    8  time      time1            first time\n"));
+    const QJsonArray fields =
+        runTool({"erdinfo", "layout", "--json"}).json().value("fields"_q).toArray();
+    ASSERT_EQ(fields.size(), 28);
+    EXPECT_EQ(fields.at(17).toObject(), QJsonObject({{"offset"_q, 364},
+                                                     {"size"_q, 4},
+                                                     {"type"_q, "i32"_q},
+                                                     {"name"_q, "block1_id"_q},
+                                                     {"role"_q, "copy"_q},
+                                                     {"what"_q, "number that the block repeats"_q},
+                                                     {"copyOf"_q, "id1"_q},
+                                                     {"constant"_q, QJsonValue::Null}}));
+}
+
 // ---- write
 // ---------------------------------------------------------------------------------------
 
@@ -211,7 +249,8 @@ TEST_F(ErdinfoCommand, writesWhatItIsGiven)
     EXPECT_EQ(content().size(), 488);
     expectRun(show(), 0,
               "id1      -2147483648\nid2      2147483647\nnumber1  4294967295\nnumber2  16\n"
-              "time1    1234.567 s\ntime2    0.005 s\ntext1    A\ntext2    B\ntext3\n",
+              "time1    1234.567 s (1970-01-01 00:20:34.567 UTC)\n"
+              "time2    0.005 s (1970-01-01 00:00:00.005 UTC)\ntext1    A\ntext2    B\ntext3\n",
               "");
 }
 
@@ -229,9 +268,9 @@ TEST_F(ErdinfoCommand, tellsWhatTheFormatLeavesOutOfAText)
 {
     expectRun(writeRecord({"--text1", "entrance", "--text3", "K"}), 0, "",
               "vantero-formats: " + QByteArray::fromStdString(m_path) +
-                  ": warning: the format keeps only \"en\" of text 1\n");
+                  ": warning: the format keeps only \"en\" of text1\n");
     const QJsonObject value = writeRecord({"--text2", "\u00e9t\u00e9", "--json"}).json();
-    EXPECT_EQ(value.value("warnings"_q), QJsonArray({"the format keeps only \"é\" of text 2"_q}));
+    EXPECT_EQ(value.value("warnings"_q), QJsonArray({"the format keeps only \"é\" of text2"_q}));
 }
 
 TEST_F(ErdinfoCommand, keepsTheBytesBehindTheRecord_andTheMode)

@@ -43,7 +43,7 @@ _vantero_formats() {
         config) seconds='show set add unset remove splice merge diff collect' ;;
         version) seconds='show compare check' ;;
         alarms) seconds='list update' ;;
-        erdinfo) seconds='write show' ;;
+        erdinfo) seconds='write show layout' ;;
     esac
     if [[ -n $seconds ]]; then
         _vantero_formats_skip_json
@@ -146,6 +146,11 @@ _vantero_formats() {
         options='--json --help'
         files='' folders='' others=''
         choices='' again='' arguments='file'
+        ;;
+    'erdinfo layout')
+        options='--json --help'
+        files='' folders='' others=''
+        arguments=''
         ;;
     *)
         return

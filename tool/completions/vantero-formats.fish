@@ -24,7 +24,7 @@ complete -c vantero-formats -n '__vantero_formats_at' -a version -d 'commands: s
 complete -c vantero-formats -n '__vantero_formats_at' -a firmware -d 'show the versions of firmware packages'
 complete -c vantero-formats -n '__vantero_formats_at' -a app-version -d 'show the version of an application as people read it'
 complete -c vantero-formats -n '__vantero_formats_at' -a alarms -d 'commands: list, update'
-complete -c vantero-formats -n '__vantero_formats_at' -a erdinfo -d 'commands: write, show'
+complete -c vantero-formats -n '__vantero_formats_at' -a erdinfo -d 'commands: write, show, layout'
 complete -c vantero-formats -n '__vantero_formats_at' -l version -d 'show the version'
 complete -c vantero-formats -n '__vantero_formats_at' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_at config' -a show -d 'show the header and sections of a configuration'
@@ -43,6 +43,7 @@ complete -c vantero-formats -n '__vantero_formats_at alarms' -a list -d 'show an
 complete -c vantero-formats -n '__vantero_formats_at alarms' -a update -d 'show an alarm update as scripts get it'
 complete -c vantero-formats -n '__vantero_formats_at erdinfo' -a write -d 'write the record of an event recording'
 complete -c vantero-formats -n '__vantero_formats_at erdinfo' -a show -d 'show and check the record of an event recording'
+complete -c vantero-formats -n '__vantero_formats_at erdinfo' -a layout -d 'show the fields of the record of an event recording'
 complete -c vantero-formats -s h -l help -d 'show help'
 complete -c vantero-formats -n '__vantero_formats_in config show' -F
 complete -c vantero-formats -n '__vantero_formats_in config show' -l section -d 'only this section' -x
@@ -104,7 +105,7 @@ complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l id1 -d 'f
 complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l id2 -d 'second number' -x
 complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l number1 -d 'first unsigned number' -x
 complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l number2 -d 'second unsigned number' -x
-complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l time1 -d 'first time; whole milliseconds are kept' -x
+complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l time1 -d 'first time' -x
 complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l time2 -d 'second time' -x
 complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l text1 -d 'first text, for 128 bytes' -x
 complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l text2 -d 'second text, for 16 bytes' -x
@@ -112,3 +113,4 @@ complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l text3 -d 
 complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in erdinfo show' -F
 complete -c vantero-formats -n '__vantero_formats_in erdinfo show' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in erdinfo layout' -l json -d 'print the result as one JSON value'
