@@ -24,9 +24,6 @@ namespace internal {
 
 namespace {
 
-// What is asked for at once where the size is not known beforehand.
-constexpr int kChunkSize = 64 * 1024;
-
 // The most that is asked for on a device's word, which may be that of a hostile archive.
 constexpr qint64 kMostOnTrust = 16 * 1024 * 1024;
 
@@ -94,11 +91,6 @@ void throwDeviceError(const QIODevice *device, const QString &reason)
     if (const auto *file = qobject_cast<const QFileDevice *>(device))
         throw IOException(file->fileName() + QLatin1String(": ") + text);
     throw IOException(text);
-}
-
-void throwFileError(const QString &path, int error)
-{
-    throw FileException(FailedFile(path, qt_error_string(error)));
 }
 
 DeviceReader::DeviceReader(QIODevice *device, int timeoutMs)
@@ -211,6 +203,13 @@ QByteArray readAll(QIODevice *device)
     }
     bytes.truncate(size);
     return bytes;
+}
+
+bool isQtPath(const QString &path)
+{
+    const auto isMark = [](QChar c) { return c == QLatin1Char(':') || c == QLatin1Char('/'); };
+    const auto mark = std::find_if(path.begin(), path.end(), isMark);
+    return mark != path.end() && *mark == QLatin1Char(':');
 }
 
 void checkWritable(const QIODevice *device)

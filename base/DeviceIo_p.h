@@ -16,6 +16,9 @@ namespace vn {
 
 namespace internal {
 
+/** What is read and copied at once where the size is not known beforehand. */
+constexpr int kChunkSize = 64 * 1024;
+
 /** The most bytes that are read at once: the UTF-16 form of a text must fit a QString, whose
  * content is counted in bytes by an int. */
 constexpr int kMaxContentSize = (1 << 30) - 64;
@@ -25,9 +28,6 @@ constexpr int kMaxContentSize = (1 << 30) - 64;
  * reason is @p reason, the device's own words where that is null.
  */
 [[noreturn]] void throwDeviceError(const QIODevice *device, const QString &reason = QString());
-
-/** Raises a FileException for the file at @p path and the system's error number @p error. */
-[[noreturn]] void throwFileError(const QString &path, int error);
 
 /**
  * Reads what is left in a device, waiting for sequential ones: for ever, or up to a limit that
@@ -59,6 +59,10 @@ private:
 /** The remaining content of @p device, waited for without a limit.
  * @throws IOException on an error, also when there is more than kMaxContentSize */
 QByteArray readAll(QIODevice *device);
+
+/** Whether @p path may be one that only Qt knows: that of a resource (":/a") or in one of Qt's
+ * search paths ("cams:a"). Otherwise it means the same to the system. */
+bool isQtPath(const QString &path);
 
 /** @throws IOException when @p device is not open for writing */
 void checkWritable(const QIODevice *device);

@@ -5,7 +5,24 @@
 
 #include <QtCore/QFile>
 
+#include <cerrno>
+
 namespace vn {
+
+namespace {
+
+const QLatin1String kSeparator(": ");
+
+/** An error number that travels as the deleter of a cause that is null: FileException has no room
+ * of its own, and must not grow, for programs make such objects themselves. */
+struct SystemError
+{
+    void operator()(std::nullptr_t) const noexcept {}
+
+    int number;
+};
+
+} // namespace
 
 ExceptionQt::ExceptionQt(const QString &message, const ExceptionQt *cause)
     : m_message(message)
@@ -77,14 +94,41 @@ void IOException::raise() const
 }
 
 FileException::FileException(const QFile &file)
-    : IOException(file.fileName() + QLatin1String(": ") + file.errorString())
+    : FileException(file, errno)
+{
+}
+
+// QFile keeps the system's words and not its number. The last number is the one where it has the
+// same words.
+FileException::FileException(const QFile &file, int lastError)
+    : IOException(file.fileName() + kSeparator + file.errorString())
     , m_fileName(file.fileName())
 {
+    if (qt_error_string(lastError) == file.errorString())
+        m_cause = {nullptr, SystemError{lastError}};
+}
+
+FileException::FileException(const QString &fileName, int systemError)
+    : IOException(fileName + kSeparator + qt_error_string(systemError))
+    , m_fileName(fileName)
+{
+    m_cause = {nullptr, SystemError{systemError}};
 }
 
 FileException::FileException(const FileException &) noexcept = default;
 FileException &FileException::operator=(const FileException &) noexcept = default;
 FileException::~FileException() = default;
+
+QString FileException::reason() const
+{
+    return message().mid(m_fileName.size() + kSeparator.size());
+}
+
+int FileException::systemError() const noexcept
+{
+    const auto *error = std::get_deleter<SystemError>(m_cause);
+    return error ? error->number : 0;
+}
 
 FileException *FileException::clone() const
 {

@@ -32,6 +32,8 @@ class QFile;
 
 namespace vn {
 
+class FileException;
+
 /** The base of all exceptions of the library: a message and, where there is one, the cause. */
 class VN_BASE_EXPORT ExceptionQt : public std::exception
 {
@@ -64,6 +66,8 @@ public:
     [[noreturn]] virtual void raise() const;
 
 private:
+    friend class FileException; // its code is kept beside the cause, which it never has
+
     QString m_message;
     QByteArray m_what;
     std::shared_ptr<const ExceptionQt> m_cause;
@@ -129,6 +133,10 @@ class VN_BASE_EXPORT FileException : public IOException
 public:
     /** Takes name and error text from @p file as they are now; the file may go afterwards. */
     explicit FileException(const QFile &file);
+    /** Says why the system refused the file @p fileName: @p systemError is an errno, such as
+     * ENOENT.
+     * @since 1.0.0 */
+    FileException(const QString &fileName, int systemError);
     /** A copy, which shares message, cause and name. */
     FileException(const FileException &other) noexcept;
     /** Takes message, cause and name over. */
@@ -138,10 +146,21 @@ public:
     /** The name of the file, as QFile::fileName() gave it. */
     const QString &fileName() const noexcept { return m_fileName; }
 
+    /** Why, without the name: "No such file or directory". The system's words, or Qt's.
+     * @since 1.0.0 */
+    QString reason() const;
+
+    /** The system's error number, such as ENOENT; 0 when it was not the system that refused, or its
+     * number is not known.
+     * @since 1.0.0 */
+    int systemError() const noexcept;
+
     FileException *clone() const override;
     [[noreturn]] void raise() const override;
 
 private:
+    FileException(const QFile &file, int lastError);
+
     QString m_fileName;
 };
 

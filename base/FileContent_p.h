@@ -25,7 +25,6 @@ namespace internal {
  * system's error; EFBIG stands for more than kMaxContentSize bytes. */
 inline int readContent(const FileDescriptor &file, QByteArray &bytes)
 {
-    constexpr int kChunkSize = 64 * 1024; // where the size is not known beforehand
     struct stat status;
     if (::fstat(file.get(), &status) != 0)
         return errno;

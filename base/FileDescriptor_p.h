@@ -4,9 +4,11 @@
 #ifndef VN_BASE_FILEDESCRIPTOR_P_H
 #define VN_BASE_FILEDESCRIPTOR_P_H
 
-/** @file System calls on files that are only read. */
+/** @file The owner of a file descriptor, and system calls that go on where a signal came. */
 
 #include <cerrno>
+#include <cstddef>
+#include <utility>
 
 #include <unistd.h>
 
@@ -14,25 +16,35 @@ namespace vn {
 
 namespace internal {
 
-/** Owns a file descriptor that is read from. */
+/** Owns a file descriptor. */
 class FileDescriptor
 {
 public:
     /** Takes the result of open(2); negative means none. */
-    explicit FileDescriptor(int descriptor)
+    explicit FileDescriptor(int descriptor = -1) noexcept
         : m_descriptor(descriptor)
     {
     }
-    ~FileDescriptor()
+    ~FileDescriptor() { (void)close(); } // of what was written: whoever cares has closed it
+    FileDescriptor(FileDescriptor &&other) noexcept
+        : m_descriptor(std::exchange(other.m_descriptor, -1))
     {
-        if (isValid())
-            ::close(m_descriptor); // only read from: an error here loses nothing
     }
-    FileDescriptor(const FileDescriptor &) = delete; // one owner
-    FileDescriptor &operator=(const FileDescriptor &) = delete;
+    FileDescriptor &operator=(FileDescriptor &&other) noexcept
+    {
+        std::swap(m_descriptor, other.m_descriptor);
+        return *this;
+    }
 
-    bool isValid() const { return m_descriptor >= 0; }
-    int get() const { return m_descriptor; }
+    bool isValid() const noexcept { return m_descriptor >= 0; }
+    int get() const noexcept { return m_descriptor; }
+
+    /** Closes it, if there is one. False, with errno, where something written did not arrive. */
+    bool close() noexcept
+    {
+        const int descriptor = std::exchange(m_descriptor, -1);
+        return descriptor < 0 || ::close(descriptor) == 0 || errno == EINTR;
+    }
 
 private:
     int m_descriptor;
@@ -47,6 +59,19 @@ auto retried(Call &&call)
         if (result >= 0 || errno != EINTR)
             return result;
     }
+}
+
+/** Writes all of the @p size bytes to @p file. False, with errno, on an error. */
+inline bool writeAll(const FileDescriptor &file, const char *data, std::size_t size)
+{
+    while (size > 0) {
+        const ssize_t count = retried([&] { return ::write(file.get(), data, size); });
+        if (count < 0)
+            return false;
+        data += count;
+        size -= static_cast<std::size_t>(count);
+    }
+    return true;
 }
 
 } // namespace internal

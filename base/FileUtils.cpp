@@ -6,7 +6,6 @@
 #include "base/DeviceIo_p.h"
 #include "base/Exceptions.h"
 #include "base/FileContent_p.h"
-#include "base/FileDescriptor_p.h"
 #include "base/Utf8_p.h"
 
 #include <QtCore/QByteArray>
@@ -20,8 +19,6 @@
 #include <cerrno>
 
 #include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace vn {
 
@@ -30,29 +27,41 @@ namespace {
 using internal::asciiPrefix;
 using internal::FileDescriptor;
 using internal::isUtf8;
+using internal::kChunkSize;
 using internal::retried;
-using internal::throwFileError;
-
-// What is asked for at once where the size is not known beforehand.
-constexpr int kChunkSize = 64 * 1024;
 
 /** The whole content of the file at @p path, by nothing more than open, fstat, read and close. */
 QByteArray readFile(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
     if (name.contains('\0'))
-        throwFileError(path, EINVAL);
+        throw FileException(path, EINVAL);
     const FileDescriptor file(
         retried([&] { return ::open(name.constData(), O_RDONLY | O_CLOEXEC); }));
     if (!file.isValid())
-        throwFileError(path, errno);
+        throw FileException(path, errno);
     QByteArray bytes;
     if (const int error = internal::readContent(file, bytes))
-        throwFileError(path, error);
+        throw FileException(path, error);
     return bytes;
 }
 
 } // namespace
+
+QByteArray FileUtils::readBytes(const QString &path)
+{
+    if (!internal::isQtPath(path))
+        return readFile(path);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw FileException(file);
+    return internal::readAll(&file);
+}
+
+QByteArray FileUtils::readBytes(QIODevice *device)
+{
+    return internal::readAll(device);
+}
 
 QString FileUtils::readText(const QString &path)
 {
@@ -62,22 +71,6 @@ QString FileUtils::readText(const QString &path)
 QString FileUtils::readText(QIODevice *device)
 {
     return decodeText(readBytes(device));
-}
-
-QByteArray FileUtils::readBytes(const QString &path)
-{
-    if (path.startsWith(QLatin1Char(':'))) { // Qt's resources are no files of the system
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly))
-            throw FileException(file);
-        return readBytes(&file);
-    }
-    return readFile(path);
-}
-
-QByteArray FileUtils::readBytes(QIODevice *device)
-{
-    return internal::readAll(device);
 }
 
 QString FileUtils::decodeText(const QByteArray &bytes)

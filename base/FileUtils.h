@@ -27,7 +27,9 @@ public:
 
     /**
      * Returns the text of the file at @p path. Bytes that are valid UTF-8 are decoded as such, a
-     * leading byte order mark dropped; anything else is Latin-1. Line ends stay as they are.
+     * leading byte order mark dropped; anything else is Latin-1. Line ends stay as they are. The
+     * path may be any that QFile opens: a resource (":/a.cfg") or in a search path ("cams:a.cfg"),
+     * too.
      * @throws FileException when the file cannot be opened or read, or holds 1 GiB or more
      */
     static QString readText(const QString &path);
@@ -42,16 +44,15 @@ public:
     static QString readText(QIODevice *device);
 
     /**
-     * Returns the bytes that readText() decodes.
-     * @throws FileException when the file cannot be opened or read, or holds 1 GiB or more
+     * Returns the bytes of the file at @p path, which readText() decodes.
+     * @throws FileException as readText(path)
      * @since 1.0.0
      */
     static QByteArray readBytes(const QString &path);
 
     /**
-     * Returns the bytes of the open @p device that readText() decodes.
-     * @throws IOException when the device is not open for reading or reports an error; never
-     * silently short
+     * Returns the remaining bytes of the open @p device, waited for as by readText(device).
+     * @throws IOException as readText(device)
      * @since 1.0.0
      */
     static QByteArray readBytes(QIODevice *device);

@@ -8,6 +8,7 @@
 
 #include <QtCore/QFile>
 
+#include <cerrno>
 #include <memory>
 #include <thread>
 #include <type_traits>
@@ -204,4 +205,39 @@ TEST(FileException, keepsItsTextWhenTheFileGoesOn)
     assigned = exception;
     EXPECT_EQ(assigned.fileName(), "/nowhere/a.cfg"_q);
     EXPECT_STREQ(assigned.what(), "/nowhere/a.cfg: No such file or directory");
+}
+
+TEST(FileException, tellsTheReasonAndTheSystemsNumber)
+{
+    const FileException missing = missingFile();
+    EXPECT_EQ(missing.reason(), "No such file or directory"_q);
+    EXPECT_EQ(missing.systemError(), ENOENT);
+
+    const FileException full("a: b"_q, ENOSPC);
+    EXPECT_EQ(full.message(), "a: b: No space left on device"_q);
+    EXPECT_EQ(full.fileName(), "a: b"_q);
+    EXPECT_EQ(full.reason(), "No space left on device"_q);
+    EXPECT_EQ(full.systemError(), ENOSPC);
+    EXPECT_EQ(full.cause(), nullptr);
+
+    // in every copy
+    FileException assigned = missing;
+    assigned = full;
+    const std::unique_ptr<FileException> copy(assigned.clone());
+    EXPECT_EQ(copy->systemError(), ENOSPC);
+    expectThrows<FileException>([&] { copy->raise(); },
+                                [](const FileException &e) {
+                                    EXPECT_EQ(e.systemError(), ENOSPC);
+                                    EXPECT_EQ(e.reason(), "No space left on device"_q);
+                                });
+}
+
+TEST(FileException, tellsNoNumberWhereTheSystemRefusedNothing)
+{
+    QFile file(":/no/resource"_q);
+    ASSERT_FALSE(file.open(QIODevice::ReadOnly | QIODevice::Append));
+    errno = ENOSPC; // of something else
+    const FileException exception(file);
+    EXPECT_EQ(exception.systemError(), 0) << exception.what();
+    EXPECT_FALSE(exception.reason().isEmpty());
 }

@@ -320,6 +320,26 @@ TEST_F(ReadText, readsQtsResources)
                                 ":/none: No such file or directory"_q);
 }
 
+TEST_F(ReadText, readsFilesInQtsSearchPaths)
+{
+    fileWith("found"_b, "a.cfg"_q);
+    QDir::setSearchPaths("readtext"_q, {path("none"_q), dir().path(), ":/base"_q});
+    EXPECT_EQ(FileUtils::readText("readtext:a.cfg"_q), "found"_q);
+    EXPECT_EQ(FileUtils::readText("readtext:resource.txt"_q),
+              u8"A text für the resource test.\n"_q);
+    expectThrows<FileException>([] { (void)FileUtils::readText("readtext:b.cfg"_q); },
+                                "readtext:b.cfg: No such file or directory"_q);
+    QDir::setSearchPaths("readtext"_q, {});
+    expectThrows<FileException>([] { (void)FileUtils::readText("readtext:a.cfg"_q); },
+                                "readtext:a.cfg: No such file or directory"_q);
+    // A colon elsewhere, or before no search path, is a letter like any other.
+    EXPECT_EQ(FileUtils::readText(fileWith("one"_b, "readtext:a.cfg"_q)), "one"_q);
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(dir().path()));
+    EXPECT_EQ(FileUtils::readText("readtext:a.cfg"_q), "one"_q);
+    EXPECT_TRUE(QDir::setCurrent(before));
+}
+
 TEST_F(ReadText, namesTheFileAndTheReasonWhereItCannotBeOpened)
 {
     const QString missing = path("missing.cfg"_q);
