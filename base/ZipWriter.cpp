@@ -3,13 +3,13 @@
 
 #include "base/ZipWriter.h"
 
+#include "base/AtomicFile.h"
 #include "base/DeviceIo_p.h"
 #include "base/Exceptions.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QFileInfo>
 #include <QtCore/QIODevice>
-#include <QtCore/QSaveFile>
 
 #include <deque>
 #include <limits>
@@ -25,9 +25,6 @@ namespace {
 constexpr char kEmptyArchive[] = "PK\5\6\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0";
 constexpr int kEmptyArchiveSize = 22;
 static_assert(sizeof kEmptyArchive == kEmptyArchiveSize);
-
-// What is copied at once.
-constexpr int kPieceSize = 64 * 1024;
 
 // Names and comments are counted by 16 bits.
 constexpr int kMaxTextSize = std::numeric_limits<zip_uint16_t>::max();
@@ -100,7 +97,6 @@ public:
 
     void write();
     void writeEntries();
-    void writeToFile(const char *data, qint64 size);
 
     QString path;
     QByteArray password;
@@ -109,7 +105,7 @@ public:
     int entryCount = 0;
     SourceHandle output;
     ArchiveHandle archive;
-    std::unique_ptr<QSaveFile> file;
+    std::unique_ptr<AtomicFile> file;
 };
 
 ZipWriter::ZipWriter(const QString &path, const QByteArray &password)
@@ -132,11 +128,12 @@ void ZipWriter::open()
     if (existing.exists() && !existing.isFile())
         d->fail(QStringLiteral("not a regular file"));
 
-    // The file behind a link is what is replaced, however many links lead to it.
-    auto file =
-        std::make_unique<QSaveFile>(existing.exists() ? existing.canonicalFilePath() : d->path);
-    if (!file->open(QIODevice::WriteOnly))
-        d->fail(file->errorString());
+    auto file = std::make_unique<AtomicFile>(d->path);
+    try {
+        file->open();
+    } catch (const FileException &e) {
+        d->fail(e.reason());
+    }
 
     zip_error_t error;
     zip_error_init(&error);
@@ -204,6 +201,9 @@ void ZipWriter::close()
         d->fail(QStringLiteral("not open"));
     try {
         d->write();
+    } catch (const FileException &e) {
+        d->reset();
+        d->fail(e.reason());
     } catch (...) {
         d->reset();
         throw;
@@ -215,12 +215,10 @@ void ZipWriter::close()
 void ZipWriter::Private::write()
 {
     if (entryCount == 0)
-        writeToFile(kEmptyArchive, kEmptyArchiveSize);
+        file->write(kEmptyArchive, kEmptyArchiveSize);
     else
         writeEntries();
-    // QSaveFile looks at failed writes, but not at that of its buffer.
-    if (!file->flush() || !file->commit())
-        fail(file->errorString());
+    file->commit();
 }
 
 /** Has libzip make the archive in memory, and copies it into the file. */
@@ -233,27 +231,16 @@ void ZipWriter::Private::writeEntries()
     zip_source_t *source = output.get();
     if (zip_source_open(source) != 0)
         fail(errorText(zip_source_error(source)));
-    char piece[kPieceSize];
+    char piece[internal::kChunkSize];
     for (;;) {
         const zip_int64_t count = zip_source_read(source, piece, sizeof piece);
         if (count < 0)
             fail(errorText(zip_source_error(source)));
         if (count == 0)
             break;
-        writeToFile(piece, count);
+        file->write(piece, count);
     }
     (void)zip_source_close(source); // only read from
-}
-
-void ZipWriter::Private::writeToFile(const char *data, qint64 size)
-{
-    // On a disk that fills up a write is short first; the next one tells why.
-    for (qint64 done = 0; done < size;) {
-        const qint64 count = file->write(data + done, size - done);
-        if (count <= 0)
-            fail(file->errorString());
-        done += count;
-    }
 }
 
 } // namespace vn

@@ -17,10 +17,11 @@ class QIODevice;
 namespace vn {
 
 /**
- * Writes a zip archive, deflated and, with a password, encrypted with AES-256.
+ * Writes a zip archive. Entries are deflated, or stored where that makes them no smaller, and with
+ * a password encrypted with AES-256.
  *
  * The archive appears at its path on close(), whole or not at all; an archive that stood there
- * before is replaced then, keeping its permissions. A writer that goes without close() leaves
+ * before is replaced then, as AtomicFile does. A writer that goes without close() leaves
  * nothing. Until close() all contents are held in memory.
  * @code
  * ZipWriter zip(QStringLiteral("cams.zip"), "secret");

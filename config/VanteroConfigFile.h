@@ -235,6 +235,14 @@ public:
     void store(const QString &path);
 
     /**
+     * The same as AtomicFile::replace() does it: at any moment the file is the old or the new one,
+     * and a full disk leaves the old one.
+     * @throws FileException when the file cannot be written
+     * @since 1.0.0
+     */
+    void storeAtomic(const QString &path) const;
+
+    /**
      * Adds the text (not the map) to @p archive as the entry @p entryName.
      *
      * Kept on purpose: the entry is Latin-1; characters outside of it become "?".

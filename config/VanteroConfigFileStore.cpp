@@ -3,6 +3,7 @@
 
 #include "config/VanteroConfigFile.h"
 
+#include "base/AtomicFile.h"
 #include "base/ExceptionBoundary_p.h"
 #include "base/Exceptions.h"
 #include "base/FileUtils.h"
@@ -25,6 +26,11 @@ void VanteroConfigFile::store(const QString &path)
         if (file.error() != QFileDevice::NoError) // that of closing
             throw FileException(file);
     });
+}
+
+void VanteroConfigFile::storeAtomic(const QString &path) const
+{
+    onlyThrows<IOException>([&] { AtomicFile::replace(path, m_sourceText.toUtf8()); });
 }
 
 void VanteroConfigFile::store(vnm::smart<ZipWriter> archive, const QString &entryName)

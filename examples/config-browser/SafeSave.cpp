@@ -3,37 +3,25 @@
 
 #include "SafeSave.h"
 
-#include "base/FileUtils.h"
+#include "base/AtomicFile.h"
+#include "base/EncodedText.h"
+#include "base/Exceptions.h"
 
-#include <QtCore/QByteArray>
 #include <QtCore/QCoreApplication>
-#include <QtCore/QFile>
-#include <QtCore/QSaveFile>
 
 namespace browser {
 
 namespace {
 
-const QByteArray kByteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
-
-/** @p text in the encoding of @p bytes, which hold @p before. */
-QByteArray encodeLike(const QByteArray &bytes, const QString &before, const QString &text)
+/** Runs @p write; returns why it failed, or a null string. */
+template <typename Write>
+QString reasonOf(Write &&write)
 {
-    const QByteArray utf8 = before.toUtf8();
-    if (bytes == utf8)
-        return text.toUtf8();
-    if (bytes == kByteOrderMark + utf8)
-        return kByteOrderMark + text.toUtf8();
-    return text.toLatin1();
-}
-
-QString writeBytes(const QString &path, const QByteArray &bytes)
-{
-    QSaveFile file(path);
-    // commit() does not tell of what fails as it writes the last of its buffer: flush() does.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() ||
-        !file.commit())
-        return file.errorString();
+    try {
+        write();
+    } catch (const vn::FileException &e) {
+        return e.reason();
+    }
     return {};
 }
 
@@ -44,28 +32,23 @@ QString replaceText(const QString &path, const QString &before, const QString &t
     const auto tr = [](const char *words) {
         return QCoreApplication::translate("browser::SafeSave", words);
     };
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return file.errorString();
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return file.errorString();
-    file.close();
-    if (vn::FileUtils::decodeText(bytes) != before)
+    vn::EncodedText file;
+    const QString failure = reasonOf([&] { file = vn::EncodedText::read(path); });
+    if (!failure.isNull())
+        return failure;
+    if (file.text() != before)
         return tr("The file has changed on the disk since it was read. Reload it, or save a copy "
                   "of what you have.");
-
-    const QByteArray edited = encodeLike(bytes, before, text);
-    // Latin-1 has few characters, and some of its texts would pass for UTF-8.
-    if (vn::FileUtils::decodeText(edited) != text)
+    const vn::EncodedText::Result edited = file.encode(text);
+    if (!edited)
         return tr("The file is Latin-1, which cannot hold all of the text. Save a copy, which will "
                   "be UTF-8.");
-    return writeBytes(path, edited);
+    return reasonOf([&] { vn::AtomicFile::replace(path, edited.bytes); });
 }
 
 QString writeText(const QString &path, const QString &text)
 {
-    return writeBytes(path, text.toUtf8());
+    return reasonOf([&] { vn::AtomicFile::replace(path, text.toUtf8()); });
 }
 
 } // namespace browser

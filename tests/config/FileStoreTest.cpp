@@ -114,6 +114,43 @@ TEST(StoreFile, unopenablePathIsNamed)
                                 });
 }
 
+TEST(StoreAtomic, writesWhatStoreWrites)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath("cam.cfg"_q);
+    VanteroConfigFile config;
+    config.storeAtomic(path);
+    EXPECT_EQ(contentOf(path), QByteArray());
+    config.parse(text, QDateTime());
+    config.setValue("a"_q, "name"_q, "Tor"_q);
+    config.storeAtomic(path);
+    EXPECT_EQ(contentOf(path), text.toUtf8());
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList{"cam.cfg"_q});
+}
+
+TEST(StoreAtomic, replacesTheFileAndDoesNotWriteIntoIt)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath("cam.cfg"_q);
+    VanteroConfigFile config;
+    config.store(path);
+    QFile old(path);
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    config.parse(text, QDateTime());
+    config.storeAtomic(path);
+    EXPECT_EQ(old.readAll(), QByteArray()) << "who has it open keeps the old one";
+    EXPECT_EQ(contentOf(path), text.toUtf8());
+}
+
+TEST(StoreAtomic, unopenablePathIsNamed)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath("none/cam.cfg"_q);
+    expectThrows<FileException>([&] { VanteroConfigFile().storeAtomic(path); },
+                                path + ": No such file or directory"_q);
+}
+
 TEST(StoreFile, folderInPlaceOfAFileIsRefused)
 {
     const QTemporaryDir dir;
