@@ -3,12 +3,14 @@
 
 #include "tool/cli/Command.h"
 #include "tool/files/ConfigInput.h"
-#include "tool/files/ConfigMaps.h"
+#include "tool/files/ConfigWriting.h"
 #include "tool/files/OutputFile.h"
 
+#include "config/PreserveReport.h"
+
+#include <algorithm>
 #include <memory>
 #include <optional>
-#include <set>
 #include <vector>
 
 namespace vn::tool {
@@ -16,82 +18,30 @@ namespace vn::tool {
 namespace {
 
 /** One of the library's presets: which entries of the previous configuration are kept. */
-struct Preset
+struct WantedPreset
 {
-    const char *option;
-    const char *what;
-    void (VanteroConfigFile::*preserve)(const VanteroConfigFile &, VanteroConfigMap &) const;
+    PreservePreset preset;
+    bool isWanted = false;
 };
 
-const Preset kPresets[] = {
-    {"--network", "keep the network address and host name",
-     &VanteroConfigFile::preserveIpAddresses},
-    {"--motion", "keep the definitions of motion detection",
-     &VanteroConfigFile::preserveVideoMotion},
-    {"--time-tables", "keep the references to time tables",
-     &VanteroConfigFile::preserveTimeTableReferences},
-};
-
-/** What became of an entry that a preset names, or of a whole section. */
-struct Preserved
+QString quoted(const QString &text)
 {
-    enum class Outcome { CarriedOver, BecameNull, SectionTakenOver };
-
-    QString section;
-    QString key; // null for a section
-    Outcome outcome;
-    QString value;   // in the merged configuration
-    QString instead; // in the new one; null where it had none
-};
-
-/** The sections and keys that a preset works on, as far as @p config has the sections. The library
- * tells: of a previous configuration without anything, each of the keys becomes null. */
-VanteroConfigMap keysOf(const Preset &preset, const VanteroConfigFile &config)
-{
-    VanteroConfigFile bare;
-    const QStringList names = config.allSectionKeys();
-    for (const QString &name : names)
-        bare.setSection(name, {});
-    VanteroConfigMap result;
-    (bare.*preset.preserve)(VanteroConfigFile(), result);
-    return result;
-}
-
-/** What the presets did, told from their results. */
-std::vector<Preserved> explain(const std::vector<const Preset *> &presets,
-                               const VanteroConfigFile &config, const VanteroConfigFile &previous)
-{
-    std::vector<Preserved> result;
-    std::set<QString> takenOver; // two presets may take over the same section
-    for (const Preset *preset : presets) {
-        const VanteroConfigMap keys = keysOf(*preset, config);
-        for (const QString &section : keys.allSectionKeys()) {
-            const QMultiMap<QString, QString> before = previous.section(section);
-            for (const QString &key : keys.section(section).uniqueKeys())
-                result.push_back({section, key,
-                                  before.contains(key) ? Preserved::Outcome::CarriedOver
-                                                       : Preserved::Outcome::BecameNull,
-                                  previous.value(section, key), config.value(section, key)});
-        }
-        VanteroConfigMap merged;
-        (config.*preset->preserve)(previous, merged);
-        for (const QString &section : merged.allSectionKeys())
-            if (!config.containsSection(section))
-                takenOver.insert(section);
-    }
-    for (const QString &section : takenOver)
-        result.push_back(
-            {section, QString(), Preserved::Outcome::SectionTakenOver, QString(), QString()});
-    return result;
+    return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
 class ConfigMerge : public Command
 {
 public:
+    ConfigMerge()
+    {
+        for (const PreservePreset &preset : preservePresets())
+            m_presets.push_back({preset});
+    }
+
     void declare(Arguments &arguments) override
     {
         arguments.describe(
-            "Prints NEW with entries of PREVIOUS kept: those of the options given, of all three "
+            "Prints NEW with entries of PREVIOUS kept: those of the options given, of all of them "
             "when none is. A key that PREVIOUS lacks becomes empty; a section that NEW lacks is "
             "taken over whole.");
         arguments.describe(
@@ -100,13 +50,18 @@ public:
             "in UTF-8. Reading it back gives the merged configuration.");
         arguments.file("NEW", "the configuration to be used, \"-\" for standard input", m_new);
         arguments.file("PREVIOUS", "the configuration that it replaces", m_previous);
-        for (std::size_t i = 0; i < std::size(kPresets); ++i)
-            arguments.flag(kPresets[i].option, kPresets[i].what, m_wanted[i]);
+        for (WantedPreset &each : m_presets)
+            arguments.flag(("--" + each.preset.name.toUtf8()).constData(),
+                           QStringLiteral("keep %1 of the section \"%2\"")
+                               .arg(each.preset.keys.join(QLatin1String(", ")), each.preset.section)
+                               .toUtf8()
+                               .constData(),
+                           each.isWanted);
         arguments.fileOption("--output", "FILE", "write the text to this file instead",
                              m_outputName);
         arguments.flag("--explain",
-                       "list what became of each kept entry; the text is then only written to "
-                       "--output",
+                       "list what became of each kept entry, and which values of PREVIOUS are lost "
+                       "beside them; the text is then only written to --output",
                        m_explain);
         arguments.json();
         arguments.example("vantero-formats config merge gate-factory.cfg gate.cfg --explain",
@@ -120,43 +75,43 @@ public:
                             QStringLiteral("only one of the files can be standard input"));
         const VanteroConfigFile config = readConfig(m_new).config;
         const VanteroConfigFile previous = readConfig(m_previous).config;
-        const std::vector<const Preset *> presets = wantedPresets();
+        const QList<PreservePreset> presets = wantedPresets();
 
         const QString text = merge(presets, config, previous);
-        const std::vector<Preserved> preserved = explain(presets, config, previous);
+        const PreserveReport report = preserveReport(config.map(), previous.map(), presets);
         warnOfLostHeaderValues(config, out);
 
         const bool toFile = m_outputName && *m_outputName != QLatin1String("-");
         if (toFile)
             writeFileAtomically(*m_outputName, text.toUtf8());
         if (out.json())
-            out.setResult(toJson(text, preserved));
+            out.setResult(toJson(text, report));
         else if (m_explain)
-            print(preserved, out);
+            print(report, out);
         else if (!toFile)
             out.print(text.toUtf8());
         return ExitCode::Done;
     }
 
 private:
-    std::vector<const Preset *> wantedPresets() const
+    QList<PreservePreset> wantedPresets() const
     {
-        std::vector<const Preset *> wanted;
-        std::vector<const Preset *> all;
-        for (std::size_t i = 0; i < std::size(kPresets); ++i) {
-            all.push_back(&kPresets[i]);
-            if (m_wanted[i])
-                wanted.push_back(&kPresets[i]);
+        QList<PreservePreset> wanted;
+        QList<PreservePreset> all;
+        for (const WantedPreset &each : m_presets) {
+            all += each.preset;
+            if (each.isWanted)
+                wanted += each.preset;
         }
-        return wanted.empty() ? all : wanted;
+        return wanted.isEmpty() ? all : wanted;
     }
 
-    QString merge(const std::vector<const Preset *> &presets, const VanteroConfigFile &config,
+    QString merge(const QList<PreservePreset> &presets, const VanteroConfigFile &config,
                   const VanteroConfigFile &previous) const
     {
         VanteroConfigMap merged;
-        for (const Preset *preset : presets)
-            (config.*preset->preserve)(previous, merged);
+        for (const PreservePreset &preset : presets)
+            (void)config.preserveEntries(previous, preset.section, preset.keys, merged);
         for (const QString &name : config.allSectionKeys())
             if (!merged.containsSection(name))
                 merged.replaceSection(name, config.section(name));
@@ -165,44 +120,19 @@ private:
         const bool hasAddress = config.section(head).contains(VanteroConfigFile::FACTORY_IP);
         const QString address = (hasAddress ? config : previous).getFactoryIP();
         merged.removeSection(head);
-        QString text = header(config, address) + printed(merged);
+        const QString sections = oldestFirst(merged).toString();
 
         merged.setValue(head, VanteroConfigFile::FILE_VERSION, config.getFileVersion());
         merged.setValue(head, VanteroConfigFile::SOFTWARE_VERSION, config.getSoftwareVersion());
         if (!address.isNull())
             merged.setValue(head, VanteroConfigFile::FACTORY_IP, address);
-        if (!isSameMap(mapOf(parseConfig(text, m_new)), merged))
+        const QString text = headerText(config, address) + sections;
+        if (!saysTheSame(parseConfig(text, m_new).map(), merged))
             throw ToolError(ExitCode::BadInput,
                             QStringLiteral("the merged configuration cannot be written as a text: "
                                            "it would be read back differently"))
                 .at(m_new);
         return text;
-    }
-
-    /** The header block with the line of the address below its title. */
-    static QString header(const VanteroConfigFile &config, const QString &address)
-    {
-        QString text = config.makeHeader();
-        if (address.isNull())
-            return text;
-        int titleEnd = 0;
-        for (int line = 0; line < 3; ++line)
-            titleEnd = text.indexOf(QLatin1Char('\n'), titleEnd) + 1;
-        return text.insert(titleEnd, QLatin1String("# Camera IP: ") + address + QLatin1Char('\n'));
-    }
-
-    /** The map as a text that is read back as it is: the values of a key oldest first, as the last
-     * line read becomes the newest value. */
-    static QString printed(const VanteroConfigMap &map)
-    {
-        VanteroConfigMap reversed;
-        for (const QString &name : map.allSectionKeys()) {
-            const QMultiMap<QString, QString> &section = map.section(name);
-            // Added in this order, newest first, the oldest value comes to stand first.
-            for (auto it = section.begin(); it != section.end(); ++it)
-                reversed.addValue(name, it.key(), it.value());
-        }
-        return reversed.toString();
     }
 
     /** The header block has a place for three values only. */
@@ -217,50 +147,84 @@ private:
                                     .arg(key));
     }
 
-    static void print(const std::vector<Preserved> &preserved, Output &out)
+    /** Whether a preset names the key, so that the previous configuration has a say in it. */
+    bool isListed(const QString &section, const QString &key) const
     {
-        const auto quoted = [](const QString &text) {
-            return QLatin1Char('"') + text + QLatin1Char('"');
-        };
-        for (const Preserved &entry : preserved) {
-            QString line = entry.section;
-            if (!entry.key.isNull())
-                line += QLatin1Char('/') + entry.key;
-            const QString instead = entry.instead.isNull()
-                                        ? QString()
-                                        : QLatin1String(", instead of ") + quoted(entry.instead);
-            switch (entry.outcome) {
-            case Preserved::Outcome::CarriedOver:
-                line += QLatin1String(": carried over: ") + quoted(entry.value) + instead;
-                break;
-            case Preserved::Outcome::BecameNull:
-                line += QLatin1String(": became null, as the previous one lacks it") + instead;
-                break;
-            case Preserved::Outcome::SectionTakenOver:
-                line += QLatin1String(": section taken over whole, as the new one lacks it");
-                break;
+        const QList<PreservePreset> presets = wantedPresets();
+        return std::any_of(presets.begin(), presets.end(), [&](const PreservePreset &preset) {
+            return preset.section == section && preset.keys.contains(key);
+        });
+    }
+
+    void print(const PreserveReport &report, Output &out) const
+    {
+        for (const PreservedSection &section : report) {
+            if (section.takenOver)
+                out.printForeign(
+                    section.section +
+                    QLatin1String(": section taken over whole, as the new one lacks it\n"));
+            for (const PreservedKey &row : section.keys) {
+                const QString head = section.section + QLatin1Char('/') + row.key;
+                if (!section.takenOver && isListed(section.section, row.key))
+                    out.printForeign(head + QLatin1String(": ") + inWords(row) + QLatin1Char('\n'));
+                QStringList lost;
+                for (const QString &value : row.lost)
+                    lost += quoted(value);
+                if (!lost.isEmpty())
+                    out.printForeign(head + QLatin1String(": lost: ") +
+                                     lost.join(QLatin1String(", ")) + QLatin1Char('\n'));
             }
-            out.printLine(line);
         }
     }
 
-    Json toJson(const QString &text, const std::vector<Preserved> &preserved) const
+    /** What became of the newest value of a key that a preset names. */
+    static QString inWords(const PreservedKey &row)
     {
-        static const char *const names[] = {"carriedOver", "becameNull", "sectionTakenOver"};
-        Json entries = Json::array();
-        for (const Preserved &entry : preserved)
-            entries.append(Json::object({{"section", entry.section},
-                                         {"key", entry.key},
-                                         {"outcome", names[int(entry.outcome)]},
-                                         {"value", entry.value},
-                                         {"instead", entry.instead}}));
-        return Json::object(
-            {{"new", m_new}, {"previous", m_previous}, {"text", text}, {"preserved", entries}});
+        if (row.outcome == PreservedKey::Outcome::Unchanged)
+            return QLatin1String("unchanged: ") + quoted(row.after.first());
+        const QString instead = row.before.isEmpty()
+                                    ? QString()
+                                    : QLatin1String(", instead of ") + quoted(row.before.first());
+        return row.outcome == PreservedKey::Outcome::CarriedOver
+                   ? QLatin1String("carried over: ") + quoted(row.after.first()) + instead
+                   : QLatin1String("became null, as the previous one lacks it") + instead;
+    }
+
+    Json toJson(const QString &text, const PreserveReport &report) const
+    {
+        static const char *const names[] = {"carriedOver", "unchanged", "becameNull"};
+        Json preserved = Json::array();
+        Json lost = Json::array();
+        for (const PreservedSection &section : report) {
+            if (section.takenOver)
+                preserved.append(Json::object({{"section", section.section},
+                                               {"key", Json()},
+                                               {"outcome", "sectionTakenOver"},
+                                               {"value", Json()},
+                                               {"instead", Json()}}));
+            for (const PreservedKey &row : section.keys) {
+                if (!section.takenOver && isListed(section.section, row.key))
+                    preserved.append(Json::object({{"section", section.section},
+                                                   {"key", row.key},
+                                                   {"outcome", names[int(row.outcome)]},
+                                                   {"value", row.after.first()},
+                                                   {"instead", row.before.value(0)}}));
+                if (!row.lost.isEmpty())
+                    lost.append(Json::object({{"section", section.section},
+                                              {"key", row.key},
+                                              {"values", Json::array(row.lost)}}));
+            }
+        }
+        return Json::object({{"new", m_new},
+                             {"previous", m_previous},
+                             {"text", text},
+                             {"preserved", preserved},
+                             {"lost", lost}});
     }
 
     QString m_new;
     QString m_previous;
-    bool m_wanted[std::size(kPresets)] = {};
+    std::vector<WantedPreset> m_presets;
     std::optional<QString> m_outputName;
     bool m_explain = false;
 };

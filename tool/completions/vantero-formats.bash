@@ -40,7 +40,7 @@ _vantero_formats() {
     local command=${words[0]} seconds=''
     words=("${words[@]:1}")
     case $command in
-        config) seconds='show set add unset remove splice merge diff collect' ;;
+        config) seconds='show set add unset remove splice merge diff write collect' ;;
         version) seconds='show compare check' ;;
         alarms) seconds='list update' ;;
         erdinfo) seconds='write show layout' ;;
@@ -96,6 +96,11 @@ _vantero_formats() {
         options='--json --help'
         files='' folders='' others=''
         choices='' again='' arguments='file file'
+        ;;
+    'config write')
+        options='--output --help'
+        files='--output' folders='' others=''
+        choices='' again='' arguments='file'
         ;;
     'config collect')
         options='--recursive --password-file --output-archive --output-folder --json --help'

@@ -19,7 +19,7 @@ function __vantero_formats_in
 end
 
 complete -c vantero-formats -f
-complete -c vantero-formats -n '__vantero_formats_at' -a config -d 'commands: show, set, add, unset, remove, splice, merge, diff, collect'
+complete -c vantero-formats -n '__vantero_formats_at' -a config -d 'commands: show, set, add, unset, remove, splice, merge, diff, write, collect'
 complete -c vantero-formats -n '__vantero_formats_at' -a version -d 'commands: show, compare, check'
 complete -c vantero-formats -n '__vantero_formats_at' -a firmware -d 'show the versions of firmware packages'
 complete -c vantero-formats -n '__vantero_formats_at' -a app-version -d 'show the version of an application as people read it'
@@ -35,6 +35,7 @@ complete -c vantero-formats -n '__vantero_formats_at config' -a remove -d 'remov
 complete -c vantero-formats -n '__vantero_formats_at config' -a splice -d 'take a section over from another configuration'
 complete -c vantero-formats -n '__vantero_formats_at config' -a merge -d 'keep entries of the configuration that is replaced'
 complete -c vantero-formats -n '__vantero_formats_at config' -a diff -d 'compare two configurations by section and key'
+complete -c vantero-formats -n '__vantero_formats_at config' -a write -d 'make a configuration of its JSON'
 complete -c vantero-formats -n '__vantero_formats_at config' -a collect -d 'gather the configurations of folders and archives'
 complete -c vantero-formats -n '__vantero_formats_at version' -a show -d 'show the components of a version'
 complete -c vantero-formats -n '__vantero_formats_at version' -a compare -d 'compare two versions or patterns'
@@ -73,14 +74,16 @@ complete -c vantero-formats -n '__vantero_formats_in config splice' -l output -d
 complete -c vantero-formats -n '__vantero_formats_in config splice' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
 complete -c vantero-formats -n '__vantero_formats_in config splice' -l dry-run -d 'print what would change as a unified diff; write nothing'
 complete -c vantero-formats -n '__vantero_formats_in config merge' -F
-complete -c vantero-formats -n '__vantero_formats_in config merge' -l network -d 'keep the network address and host name'
-complete -c vantero-formats -n '__vantero_formats_in config merge' -l motion -d 'keep the definitions of motion detection'
-complete -c vantero-formats -n '__vantero_formats_in config merge' -l time-tables -d 'keep the references to time tables'
+complete -c vantero-formats -n '__vantero_formats_in config merge' -l network -d 'keep IPADDR, HOSTNAME of the section "ethernet"'
+complete -c vantero-formats -n '__vantero_formats_in config merge' -l motion -d 'keep motiondef, motioncheck, motion2_def, motion2_check of the section "eventdlite"'
+complete -c vantero-formats -n '__vantero_formats_in config merge' -l time-tables -d 'keep edacttimetable, armcond_ac1_timetable, armcond_ac2_timetable, actions_timetable, messaging_timetable, messaging2_timetable, recording_timetable, coverimage_timetable of the section "eventdlite"'
 complete -c vantero-formats -n '__vantero_formats_in config merge' -l output -d 'write the text to this file instead' -r -F
-complete -c vantero-formats -n '__vantero_formats_in config merge' -l explain -d 'list what became of each kept entry; the text is then only written to --output'
+complete -c vantero-formats -n '__vantero_formats_in config merge' -l explain -d 'list what became of each kept entry, and which values of PREVIOUS are lost beside them; the text is then only written to --output'
 complete -c vantero-formats -n '__vantero_formats_in config merge' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in config diff' -F
 complete -c vantero-formats -n '__vantero_formats_in config diff' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in config write' -F
+complete -c vantero-formats -n '__vantero_formats_in config write' -l output -d 'write the text to this file instead' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F

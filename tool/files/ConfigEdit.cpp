@@ -3,7 +3,7 @@
 
 #include "tool/files/ConfigEdit.h"
 
-#include "tool/files/ConfigMaps.h"
+#include "tool/files/ConfigWriting.h"
 
 #include "base/Exceptions.h"
 
@@ -26,7 +26,7 @@ bool holdsLineBreak(const QString &text)
 
 ConfigEdit::ConfigEdit(const ConfigTextFile &file)
     : m_file(file)
-    , m_map(mapOf(parseConfig(file.text(), file.name())))
+    , m_map(parseConfig(file.text(), file.name()).map())
     , m_lines(file.text())
 {
 }
@@ -194,7 +194,7 @@ QString ConfigEdit::firstThatReads(const QStringList &proposals,
         } catch (const ExceptionQt &) {
             continue;
         }
-        if (isSameMap(mapOf(read), wanted))
+        if (saysTheSame(read.map(), wanted))
             return proposal;
     }
     throw refusal(QStringLiteral("the format cannot hold that: it would be read back differently"));
