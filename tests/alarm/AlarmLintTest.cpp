@@ -278,6 +278,7 @@ INSTANTIATE_TEST_SUITE_P(Table, AlarmUpdateLint, testing::Values(
         "error 1:6-1:7 @5+1 key-expected: \"=\" where a key was expected\n"
         "error 1:12-1:13 @11+1 semicolon-expected: \",\" where a semicolon or the end was expected\n"
         "error 1:20-1:21 @19+1 semicolon-expected: \"=\" where a semicolon, a comma or the end was expected"},
+    Row{"listOfOtherThanTexts", "x=a,1;y=2", "error 1:5-1:6 @4+1 text-expected: \"1\" where a text (lists hold nothing else) was expected (syntax error, unexpected TINTEGER, expecting TSTRING)"},
     Row{"semicolonAtTheEnd", "x=1;", "error 1:4-1:5 @3+1 key-expected: the text ends where a key was expected (syntax error, unexpected $end, expecting TSTRING)"},
     Row{"characterThatBeginsNothing", "x=1;y=(;z=", 
         "error 1:7-1:8 @6+1 unexpected-character: \"(\" where a value was expected: this character can stand in quotes only (syntax error, unexpected $end)\n"
