@@ -38,6 +38,7 @@ void AlarmListParser::ScannerDeleter::operator()(void *scanner) const
 
 AlarmListParser::AlarmListParser(QObject *parent)
     : QObject(parent)
+    , m_standardInput(std::make_unique<internal::StandardInputRest>())
     , m_strings(std::make_unique<internal::SharedStrings>())
 {
     yyscan_t scanner = nullptr;
@@ -46,7 +47,10 @@ AlarmListParser::AlarmListParser(QObject *parent)
     m_scanner.reset(scanner);
 }
 
-AlarmListParser::~AlarmListParser() = default;
+AlarmListParser::~AlarmListParser()
+{
+    ScannerInput::release(*m_standardInput, m_scanner.get());
+}
 
 QVariant AlarmListParser::parse(const char *data, unsigned int length)
 {
@@ -56,7 +60,7 @@ QVariant AlarmListParser::parse(const char *data, unsigned int length)
             throw ParseException(internal::textTooLong(), 0, 0, 0, 0);
 
         const int error = [&] {
-            const ScannerInput input(data, length, m_scanner.get());
+            const ScannerInput input(data, length, m_scanner.get(), *m_standardInput, m_space);
             const auto drop = qScopeGuard([&] { AlarmListActions::dropValues(this); });
             return alarmlist_parse(this);
         }();

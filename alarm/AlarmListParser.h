@@ -21,7 +21,8 @@ namespace vn {
 
 namespace internal {
 class SharedStrings;
-}
+struct StandardInputRest;
+} // namespace internal
 
 /** Where the token stands at which an alarm list parser is: byte offsets from 0 into the text. */
 struct PLLocation
@@ -85,7 +86,8 @@ public:
      * they are as before when the call returns.
      *
      * Kept on purpose: a buffer that does not end with two zero bytes is not looked at. The text is
-     * then read from the standard input of the process.
+     * then read from the standard input of the process, each further one from where the last one
+     * stopped. What an object has read ahead there waits for it and is lost to all others.
      * @throws ParseException when the text is no alarm list, or 2 GiB long or longer
      */
     QVariant parse(const char *data, unsigned int length);
@@ -139,6 +141,7 @@ private:
     std::vector<QVariant> m_values; // keys and values that are in no object or array yet
     int m_space = 0;                // white space behind the last token, in bytes
     QVariant m_token;               // the value of the token that is being read
+    std::unique_ptr<internal::StandardInputRest> m_standardInput;
     std::unique_ptr<internal::SharedStrings> m_strings;
     QVariant m_result; // of the running parse; outlives the parser run that stores it
 };

@@ -40,6 +40,7 @@ void AlarmUpdateParser::ScannerDeleter::operator()(void *scanner) const
 AlarmUpdateParser::AlarmUpdateParser(QScriptEngine *engine, QObject *parent)
     : QObject(parent)
     , m_engine(engine)
+    , m_standardInput(std::make_unique<internal::StandardInputRest>())
     , m_strings(std::make_unique<internal::SharedStrings>())
 {
     yyscan_t scanner = nullptr;
@@ -49,7 +50,10 @@ AlarmUpdateParser::AlarmUpdateParser(QScriptEngine *engine, QObject *parent)
     alarmupdateset_lval(&m_result, scanner);
 }
 
-AlarmUpdateParser::~AlarmUpdateParser() = default;
+AlarmUpdateParser::~AlarmUpdateParser()
+{
+    ScannerInput::release(*m_standardInput, m_scanner.get());
+}
 
 QScriptValue AlarmUpdateParser::parse(const char *data, unsigned int length)
 {
@@ -59,7 +63,8 @@ QScriptValue AlarmUpdateParser::parse(const char *data, unsigned int length)
             throw ParseException(internal::textTooLong(), 0, 0, 0, 0);
 
         const int error = [&] {
-            const ScannerInput input(data, length, m_scanner.get());
+            int space = 0; // this scanner matches white space by itself
+            const ScannerInput input(data, length, m_scanner.get(), *m_standardInput, space);
             const auto drop = qScopeGuard([&] { AlarmUpdateActions::dropValues(this); });
             return alarmupdate_parse(this);
         }();
@@ -151,7 +156,7 @@ QScriptValue AlarmUpdateParser::dateValue(void *scanner, const char *text)
 {
     AlarmUpdateParser *const parser = alarmupdateget_extra(scanner);
     return parser->date(parser->m_date, text, [](QDateTime &dateTime, const QString &date) {
-        dateTime.setDate(QDate::fromString(date, Qt::ISODate));
+        dateTime = QDate::fromString(date, Qt::ISODate).startOfDay();
     });
 }
 

@@ -23,7 +23,8 @@ namespace vn {
 
 namespace internal {
 class SharedStrings;
-}
+struct StandardInputRest;
+} // namespace internal
 
 /** Where the token stands at which an alarm update parser is: byte offsets from 0 into the text. */
 struct PULocation
@@ -41,7 +42,7 @@ struct PULocation
  * |----------------------------------|------------------------------------------------------|
  * | `state=1`, `level=-0.5`          | a number                                             |
  * | `armed=true`                     | a boolean                                            |
- * | `since=2010-05-01`               | a date, local midnight                               |
+ * | `since=2010-05-01`               | a date, the beginning of the day in local time       |
  * | `at=12:30:00`                    | an invalid date, because it has no day               |
  * | `zone=West gate`, `zone="a;b"`   | a string, quotes included                            |
  * | `cams=front,back`                | an array of the strings, *the last one first*        |
@@ -90,7 +91,8 @@ public:
      * they are as before when the call returns.
      *
      * Kept on purpose: a buffer that does not end with two zero bytes is not looked at. The text is
-     * then read from the standard input of the process.
+     * then read from the standard input of the process, each further one from where the last one
+     * stopped. What an object has read ahead there waits for it and is lost to all others.
      * @throws ParseException when the text is no alarm update, or 2 GiB long or longer
      */
     QScriptValue parse(const char *data, unsigned int length);
@@ -149,8 +151,10 @@ public:
      */
     QScriptValue appendValue(QScriptValue &list, const QScriptValue &value);
 
-    /** The local midnight of the ISO date @p text ("2010-05-01") as a date of the engine of
-     * @p scanner's parser; an invalid date when there is no such day. */
+    /** The beginning of the ISO date @p text ("2010-05-01") in local time as a date of the engine
+     * of
+     * @p scanner's parser: midnight, or the first moment of a day that a change of the clocks robs
+     * of its midnight. An invalid date when the calendar or the time zone has no such day. */
     static QScriptValue dateValue(void *scanner, const char *text);
 
     /** What the engine of @p scanner's parser makes of the ISO time @p text ("12:30:00") without a
@@ -183,6 +187,7 @@ private:
     std::vector<QScriptValue> m_values; // keys and values that are in no object or list yet
     RememberedDate m_date;
     RememberedDate m_time;
+    std::unique_ptr<internal::StandardInputRest> m_standardInput;
     std::unique_ptr<internal::SharedStrings> m_strings;
 };
 

@@ -10,9 +10,17 @@
 
 namespace vn::internal {
 
+/** What a scanner has read of standard input and not used yet; it waits for the next refused
+ * buffer, whatever is parsed in between. */
+struct StandardInputRest
+{
+    void *buffer = nullptr; // of the scanner; none before the first refused buffer
+    int space = 0;          // bytes of white space behind the last token, which are no token yet
+};
+
 /**
  * What a scanner reads during one parse; for both scanners, which are named by their functions. It
- * is handed a buffer; if it refuses that, it reads standard input.
+ * is handed a buffer; if it refuses that, it goes on in standard input.
  */
 template <auto scanBuffer, auto createBuffer, auto switchToBuffer, auto deleteBuffer,
           auto restoreText>
@@ -20,31 +28,49 @@ class ScannerInput
 {
     Q_DISABLE_COPY(ScannerInput)
 
+    using Buffer = decltype(scanBuffer(nullptr, 0, nullptr));
+
 public:
     /** Makes the @p length bytes at @p data the input of @p scanner, which writes to them until
-     * this object goes. */
-    ScannerInput(const char *data, unsigned int length, void *scanner)
+     * this object goes; or standard input from its @p rest on, with @p space behind a token. */
+    ScannerInput(const char *data, unsigned int length, void *scanner, StandardInputRest &rest,
+                 int &space)
         : m_scanner(scanner)
-        , m_buffer(scanBuffer(const_cast<char *>(data), length, scanner))
+        , m_rest(rest)
+        , m_space(space)
+        , m_accepted(scanBuffer(const_cast<char *>(data), length, scanner))
     {
-        if (m_buffer)
+        if (m_accepted)
             return;
         std::clearerr(stdin); // a terminal that was at its end may have more by now
-        m_buffer = createBuffer(stdin, kReadSize, scanner);
-        switchToBuffer(m_buffer, scanner);
+        if (!m_rest.buffer)
+            m_rest.buffer = createBuffer(stdin, kReadSize, scanner);
+        switchToBuffer(static_cast<Buffer>(m_rest.buffer), scanner);
+        m_space = m_rest.space;
     }
 
     ~ScannerInput()
     {
         restoreText(m_scanner);
-        deleteBuffer(m_buffer, m_scanner);
+        if (m_accepted)
+            deleteBuffer(m_accepted, m_scanner);
+        else
+            m_rest.space = m_space;
+    }
+
+    /** Gives back the memory of @p rest, before @p scanner goes. */
+    static void release(const StandardInputRest &rest, void *scanner)
+    {
+        deleteBuffer(static_cast<Buffer>(rest.buffer), scanner);
     }
 
 private:
     static constexpr int kReadSize = 16384;
 
     void *m_scanner;
-    decltype(scanBuffer(nullptr, 0, nullptr)) m_buffer;
+    StandardInputRest &m_rest;
+    int &m_space;
+    Buffer m_accepted; // none while standard input is read
 };
 
 } // namespace vn::internal

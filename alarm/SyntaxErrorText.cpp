@@ -27,13 +27,6 @@ void forEachPiece(const char *unexpected, const char *const *expected, int expec
 
 } // namespace
 
-const QString &initialisationError()
-{
-    // On the heap, so that copies outlive the library.
-    static const QString text = QString::fromLatin1("Initialisation Error");
-    return text;
-}
-
 SyntaxErrorText::SyntaxErrorText(const char *unexpected, const char *const *expected,
                                  int expectedCount)
 {

@@ -14,8 +14,12 @@
 
 namespace vn::internal {
 
-/** "Initialisation Error": the message as long as there is no other. */
-const QString &initialisationError();
+/** "Initialisation Error": the message as long as there is no other. Made anew each time: a static
+ * would be gone before the last functions of the process that parse. */
+inline QString initialisationError()
+{
+    return QString::fromLatin1("Initialisation Error"); // on the heap: outlives the library
+}
 
 /** With more expected tokens than this, a message names none of them. */
 constexpr int kMaxExpectedTokens = 4;

@@ -7,11 +7,16 @@
 
 #include <QtCore/QThreadStorage>
 
-#include <thread>
+#include <atomic>
+
+#include <pthread.h>
 
 namespace vn {
 
 namespace {
+
+/** Not its id: a thread that begins later may get the same one. */
+thread_local bool t_isLoadingThread = false;
 
 /** The parsers of all threads. */
 class Store
@@ -19,20 +24,27 @@ class Store
     Q_DISABLE_COPY(Store)
 
 public:
-    Store() = default;
+    Store()
+    {
+        t_isLoadingThread = true;
+        m_hasEnd = pthread_key_create(&m_end, [](void *store) {
+                       static_cast<Store *>(store)->removeOfLoadingThread();
+                   }) == 0;
+    }
 
-    /** The library is unloaded, so the parser of the loading thread must go now, not when the
-     * thread ends. The other threads have ended, see ThreadGuard. */
+    /** The library is unloaded. All other threads that have used it have ended, see ThreadGuard;
+     * the one that loaded it need not be this one. */
     ~Store()
     {
-        if (m_isUsedByLoadingThread && isLoadingThread())
-            remove();
+        if (m_hasEnd)
+            pthread_key_delete(m_end);
+        removeOfLoadingThread();
     }
 
     AlarmListParser *get()
     {
-        if (isLoadingThread())
-            m_isUsedByLoadingThread = true;
+        if (t_isLoadingThread)
+            return ofLoadingThread();
         if (!m_parsers.hasLocalData())
             m_parsers.setLocalData(new AlarmListParser);
         return m_parsers.localData();
@@ -40,16 +52,30 @@ public:
 
     void remove()
     {
-        if (m_parsers.hasLocalData())
+        if (t_isLoadingThread)
+            removeOfLoadingThread();
+        else if (m_parsers.hasLocalData())
             m_parsers.setLocalData(nullptr);
     }
 
-    bool isLoadingThread() const { return std::this_thread::get_id() == m_loadingThread; }
-
 private:
-    QThreadStorage<AlarmListParser *> m_parsers;
-    const std::thread::id m_loadingThread = std::this_thread::get_id();
-    bool m_isUsedByLoadingThread = false; // only that thread uses it
+    AlarmListParser *ofLoadingThread()
+    {
+        if (AlarmListParser *const parser = m_ofLoadingThread)
+            return parser;
+        // Qt's storage would keep what no other thread can remove when the library is unloaded.
+        if (m_hasEnd)
+            (void)pthread_setspecific(m_end, this);
+        return m_ofLoadingThread = new AlarmListParser;
+    }
+
+    void removeOfLoadingThread() { delete m_ofLoadingThread.exchange(nullptr); }
+
+    QThreadStorage<AlarmListParser *>
+        m_parsers; // of all threads but the one that loads the library
+    std::atomic<AlarmListParser *> m_ofLoadingThread{nullptr};
+    pthread_key_t m_end = 0; // tells the end of the loading thread
+    bool m_hasEnd = false;
 };
 
 Store s_store;
@@ -76,7 +102,7 @@ thread_local ThreadGuard t_guard;
 
 AlarmListParser *ThreadLocalAlarmListParser::instance()
 {
-    if (!s_store.isLoadingThread())
+    if (!t_isLoadingThread)
         t_guard.hold();
     return s_store.get();
 }

@@ -17,7 +17,8 @@ class AlarmListParser;
  * @endcode
  * A parser lives until its thread ends, deleteInstance() is called there, or the library is
  * unloaded. While a thread other than the one that loaded the library has used it, the library
- * stays in memory until that thread has ended.
+ * stays in memory until that thread has ended. The thread that loaded it does not keep it: what it
+ * has goes with the library, on whatever thread that is closed.
  *
  * Threads: thread-safe; but mind what AlarmListParser says of quoted strings.
  */

@@ -6,6 +6,7 @@
 #include "alarm/AlarmUpdateParser.h"
 #include "alarm/ScriptTest.h"
 #include "alarm/Shown.h"
+#include "alarm/TimeZone.h"
 #include "alarm/ZeroMemory.h"
 #include "base/Exceptions.h"
 #include "support/Devices.h"
@@ -20,7 +21,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <ctime>
 
 using namespace vn;
 
@@ -187,20 +187,46 @@ TEST_F(AlarmUpdateParserTest, equalDatesThatDoNotExistAreInvalid)
 
 TEST_F(AlarmUpdateParserTest, datesFollowTheTimeZoneOfTheirParse)
 {
-    const QByteArray before = qgetenv("TZ");
-    const auto milliseconds = [&](const char *zone) {
-        qputenv("TZ", zone);
-        tzset();
+    const auto milliseconds = [&](const char *name) {
+        const TimeZone zone(name);
         return parsed("d=2010-01-01").property("d"_q).toNumber();
     };
     const double utc = milliseconds("UTC");
     const double east = milliseconds("EAST-2");
     const double again = milliseconds("UTC");
-    before.isNull() ? qunsetenv("TZ") : qputenv("TZ", before);
-    tzset();
     EXPECT_EQ(utc, 1262304000000.0);
     EXPECT_EQ(east, utc - 2 * 3600 * 1000.0);
     EXPECT_EQ(again, utc);
+}
+
+TEST_F(AlarmUpdateParserTest, dayWithoutALocalMidnightBeginsWithItsFirstMoment)
+{
+    const struct
+    {
+        const char *zone;
+        const char *update;
+        double milliseconds; // since 1970-01-01T00:00:00Z
+    } rows[] = {
+        {"America/Sao_Paulo", "d=2010-10-17", 1287284400000.0}, // 03:00 UTC, 01:00 there
+        {"Asia/Beirut", "d=2010-03-28", 1269727200000.0},       // 22:00 UTC, 01:00 there
+        {"America/Havana", "d=2010-03-14", 1268542800000.0},    // 05:00 UTC, 01:00 there
+        {"America/Sao_Paulo", "d=2010-02-21", 1266721200000.0}, // 23:00 came twice before it
+        {"Asia/Beirut", "d=2010-03-29", 1269810000000.0},
+    };
+    for (const auto &row : rows) {
+        const TimeZone zone(row.zone);
+        EXPECT_EQ(parsed(row.update).property("d"_q).toNumber(), row.milliseconds)
+            << row.zone << " " << row.update;
+    }
+}
+
+TEST_F(AlarmUpdateParserTest, dayThatTheZoneOrTheCalendarHasNotIsInvalid)
+{
+    const TimeZone zone("Pacific/Apia");
+    for (const char *update : {"d=2011-12-30", "d=2011-02-29", "d=0000-01-01", "d=2011-13-01"})
+        EXPECT_TRUE(std::isnan(parsed(update).property("d"_q).toNumber())) << update;
+    EXPECT_EQ(parsed("d=2011-12-29").property("d"_q).toNumber(), 1325152800000.0); // UTC-10
+    EXPECT_EQ(parsed("d=2011-12-31").property("d"_q).toNumber(), 1325239200000.0); // UTC+14
 }
 
 TEST_F(AlarmUpdateParserTest, twoParsersShareAnEngine)

@@ -108,6 +108,60 @@ TEST_F(RefusedBuffer, eachParseBeginsWithABufferOfItsOwn)
     }
 }
 
+TEST_F(RefusedBuffer, eachGoesOnInStandardInputWhereTheLastStopped)
+{
+    {
+        const StandardInput input("{} # [7] # [8,9]"_b);
+        for (const char *list : {"{}", "[7]", "[9, 8]"})
+            EXPECT_EQ(shown(parseBuffer(m_lists, "x")), QString::fromLatin1(list));
+        EXPECT_THROW(parseBuffer(m_lists, "x"), ParseException);
+    }
+    {
+        const StandardInput input("x=1!#gone:2.5;y=3"_b);
+        EXPECT_EQ(shown(parseBuffer(m_updates, "x")), "{x: 1}"_q);
+        EXPECT_EQ(shown(parseBuffer(m_updates, "x")), "{gone: 2.5}"_q);
+        expectParseError([&] { parseBuffer(m_updates, "x"); },
+                         "syntax error, unexpected ';', expecting TSTRING or '#' or 'a'"_q, 0, 0,
+                         1);
+        EXPECT_EQ(shown(parseBuffer(m_updates, "x")), "{y: 3}"_q);
+    }
+}
+
+TEST_F(RefusedBuffer, eachGoesOnWhereTheLastStopped_alsoBehindAnError)
+{
+    const StandardInput input("[1 }  [2] {  3} {a}"_b);
+    expectParseError([&] { parseBuffer(m_lists, "x"); },
+                     "syntax error, unexpected '}', expecting ']'"_q, 0, 3, 4);
+    // The space behind the offending token counts.
+    expectParseError([&] { parseBuffer(m_lists, "x"); },
+                     "syntax error, unexpected '{', expecting $end"_q, 0, 6, 7);
+    expectParseError([&] { parseBuffer(m_lists, "x"); },
+                     "syntax error, unexpected TNUMBER, expecting '{' or '['"_q, 0, 2, 3);
+}
+
+TEST_F(RefusedBuffer, eachGoesOnWhereTheLastStopped_withOtherTextsBetween)
+{
+    const StandardInput input("[1] #[2}  ['3' # [4]"_b);
+    EXPECT_EQ(shown(parseBuffer(m_lists, "x")), "[1]"_q);
+    EXPECT_EQ(shown(parsed(m_lists, "[0] # [9]")), "[0]"_q);
+    EXPECT_THROW(parseBuffer(m_lists, "x"), ParseException);
+    expectParseError([&] { parsed(m_lists, " 0"); },
+                     "syntax error, unexpected TNUMBER, expecting '{' or '['"_q, 0, 1, 2);
+    expectParseError([&] { parseBuffer(m_lists, "x"); },
+                     "syntax error, unexpected $end, expecting ']'"_q, 0, 7, 8);
+    EXPECT_EQ(shown(parseBuffer(m_lists, "x")), "[4]"_q);
+}
+
+TEST_F(RefusedBuffer, whatOneParserHasReadAheadIsNotForAnother)
+{
+    const StandardInput input("[1] # [2]"_b);
+    EXPECT_EQ(shown(parseBuffer(m_lists, "x")), "[1]"_q);
+    AlarmListParser other;
+    expectParseError([&] { parseBuffer(other, "x"); },
+                     "syntax error, unexpected $end, expecting '{' or '['"_q, 0, 0, 0);
+    EXPECT_EQ(shown(parseBuffer(m_lists, "x")), "[2]"_q);
+}
+
 TEST_F(RefusedBuffer, offsetsCountFromWhereStandardInputIs)
 {
     const StandardInput input("[1 2]"_b);

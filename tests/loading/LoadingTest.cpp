@@ -15,6 +15,7 @@
 #include <dlfcn.h>
 #include <malloc.h>
 
+#include <memory>
 #include <thread>
 
 #ifdef __SANITIZE_THREAD__
@@ -246,4 +247,67 @@ TEST(Loading, closedWhileAnotherThreadHasAParser_leavesWhenThatThreadHasEnded)
     openAndClose(); // whatever is not needed any more leaves with the next close
     EXPECT_EQ(mappedLibraries(), QStringList());
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(Loading, closedUnderAThreadThatHasTheIdOfTheOneThatOpenedIt_leavesWhenItHasEnded)
+{
+    testing::internal::CaptureStderr();
+    std::unique_ptr<Opened> plugin;
+    std::thread opener([&] { plugin = std::make_unique<Opened>(VANTERO_PLUGIN); });
+    const std::thread::id id = opener.get_id();
+    opener.join();
+    QSemaphore used;
+    QSemaphore closed;
+    std::thread user([&, use = plugin->useFunction()] {
+        Kept kept;
+        use(kept);
+        used.release();
+        closed.acquire();
+    });
+    const bool hasTheId = user.get_id() == id;
+    used.acquire();
+    plugin.reset();
+    EXPECT_NE(mappedLibraries(), QStringList());
+    closed.release();
+    user.join();
+    openAndClose();
+    EXPECT_EQ(mappedLibraries(), QStringList());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    if (!hasTheId)
+        GTEST_SKIP() << "the system gave the second thread an id of its own";
+}
+
+TEST(Loading, closedOnAnotherThreadThanTheOneThatOpenedIt_leavesNothingBehind)
+{
+    expectNothingStays([] {
+        QSemaphore used;
+        QSemaphore closed;
+        std::unique_ptr<Opened> plugin;
+        std::thread opener([&] {
+            plugin = std::make_unique<Opened>(VANTERO_PLUGIN);
+            Kept kept;
+            plugin->useFunction()(kept);
+            used.release();
+            closed.acquire();
+        });
+        used.acquire();
+        plugin.reset();
+        ASSERT_FALSE(isLoaded());
+        closed.release();
+        opener.join();
+    });
+}
+
+TEST(Loading, openedOnAThreadThatEnds_leavesNothingBehind)
+{
+    expectNothingStays([] {
+        std::unique_ptr<Opened> plugin;
+        std::thread([&] {
+            plugin = std::make_unique<Opened>(VANTERO_PLUGIN);
+            Kept kept;
+            plugin->useFunction()(kept);
+        }).join();
+        plugin.reset();
+        ASSERT_FALSE(isLoaded());
+    });
 }
