@@ -3,26 +3,28 @@
 
 #include "version/SafeUpdateRules_p.h"
 
+#include "version/VersionText_p.h"
+
 namespace vn {
 
 namespace {
 
-constexpr int kPlatform = 0;
-constexpr int kMajor = 1;
+using internal::kMajorComponent;
+using internal::kPlatformComponent;
 
 constexpr VersionCondition anything()
 {
-    return {VersionCondition::Anything, ""};
+    return {VersionCondition::Anything};
 }
 
 constexpr VersionCondition samePlatform()
 {
-    return {VersionCondition::SamePlatform, ""};
+    return {VersionCondition::SamePlatform};
 }
 
-constexpr VersionCondition majorAtLeast(const char *limit)
+constexpr VersionCondition majorAtLeast(int major)
 {
-    return {VersionCondition::MajorAtLeast, limit};
+    return {VersionCondition::MajorAtLeast, "", major};
 }
 
 constexpr VersionCondition atMost(const char *limit)
@@ -66,10 +68,10 @@ constexpr auto kDecides = SafeUpdateRule::Decides;
  * a version is compared with is local to each evaluation.
  */
 // clang-format off
-constexpr std::array<SafeUpdateRule, 11> kRules{{
+constexpr std::array<SafeUpdateRule, kSafeUpdateRules> kRules{{
     // identifier            platform models   current version         effect    target
     {"platform",             kAll, kAny,       anything(),             kRefuses, kMustStay,     samePlatform()},
-    {"major",                kAll, kAny,       majorAtLeast("*-4"),    kRefuses, kMustStay,     majorAtLeast("*-4")},
+    {"major",                kAll, kAny,       majorAtLeast(4),        kRefuses, kMustStay,     majorAtLeast(4)},
     {"r16-step",             kR16, kAny,       atMost("R16-2.1.*"),    kDecides, kMustBecome,   exactly("R16-2.2.1.10")},
     {"r16-return",           kR16, kAny,       atLeast("R16-2.2.1.*"), kDecides, kMustStay,     atLeast("R16-2.2.1.*")},
     {"k40-step",             kVn,  kK40,       exactly("VN-3.0.3.*"),  kDecides, kMustBecome,   atLeast("VN-3.0.6.29")},
@@ -79,7 +81,7 @@ constexpr std::array<SafeUpdateRule, 11> kRules{{
     // least VN-3.0.8.* without being at least VN-3.0.6.24.
     {"k30-h30-k40-pattern",  kVn,  kK30H30K40, atLeast("VN-3.0.8.*"),  kDecides, kMustStay,     atLeast("VN-3.0.6.*")},
     {"w40-minimum",          kVn,  kW40,       anything(),             kDecides, kMayBecome,    atLeast("VN-3.4.5.4")},
-    {"50-minimum",           kVn,  k50,        anything(),             kDecides, kMayBecome,    majorAtLeast("*-4")},
+    {"50-minimum",           kVn,  k50,        anything(),             kDecides, kMayBecome,    majorAtLeast(4)},
     {"none",                 kAll, kAny,       anything(),             kDecides, kFreeToBecome, anything()},
 }};
 // clang-format on
@@ -114,13 +116,6 @@ bool beginsWithOneOf(QStringView model, const Models &models)
     return models.front().isNone();
 }
 
-/** Whether @p rule is about cameras of this model and version. */
-bool concerns(const SafeUpdateRule &rule, QStringView model, const VanteroSoftwareVersion &version)
-{
-    return (isAny(rule.platform) || rule.platform.code == version[kPlatform]) &&
-           beginsWithOneOf(model, rule.models) && rule.current.holds(version, version);
-}
-
 /** "K30, H30 and K40 cameras", or "Cameras" for any model. */
 QString camerasText(const Models &models)
 {
@@ -134,27 +129,6 @@ QString camerasText(const Models &models)
     return text + QLatin1String(" cameras");
 }
 
-/** The outcome of an evaluation, and the rule that decided. */
-struct Decision
-{
-    bool safe;
-    const SafeUpdateRule &rule;
-};
-
-/** Asks the rules in their order. Reports nothing: the last rule decides in any case. */
-Decision decide(const QString &model, const VanteroSoftwareVersion &current,
-                const VanteroSoftwareVersion &target)
-{
-    for (const SafeUpdateRule &rule : kRules) {
-        if (!concerns(rule, model, current))
-            continue;
-        const bool safe = rule.target.holds(target, current);
-        if (!safe || rule.effect == SafeUpdateRule::Decides)
-            return {safe, rule};
-    }
-    return {true, kRules.back()};
-}
-
 } // namespace
 
 bool VersionCondition::holds(const VanteroSoftwareVersion &version,
@@ -164,9 +138,10 @@ bool VersionCondition::holds(const VanteroSoftwareVersion &version,
     case Anything:
         return true;
     case SamePlatform:
-        return version[kPlatform] == 0 || version[kPlatform] == current[kPlatform];
+        return version[kPlatformComponent] == 0 ||
+               version[kPlatformComponent] == current[kPlatformComponent];
     case MajorAtLeast:
-        return version[kMajor] >= VanteroSoftwareVersion(limit)[kMajor];
+        return version[kMajorComponent] >= major;
     case AtMost:
         return version <= limit;
     case Exactly:
@@ -181,12 +156,11 @@ QString VersionCondition::text() const
 {
     switch (kind) {
     case Anything:
-        return QStringLiteral("any version");
+        return QString::fromLatin1("any version");
     case SamePlatform:
-        return QStringLiteral("their platform");
+        return QString::fromLatin1("their platform");
     case MajorAtLeast:
-        return QStringLiteral("major version %1 or later")
-            .arg(VanteroSoftwareVersion(limit)[kMajor]);
+        return QStringLiteral("major version %1 or later").arg(major);
     case AtMost:
         return QLatin1String(limit) + QLatin1String(" or earlier");
     case Exactly:
@@ -195,6 +169,17 @@ QString VersionCondition::text() const
         return QLatin1String(limit) + QLatin1String(" or later");
     }
     return {};
+}
+
+bool SafeUpdateRule::concerns(QStringView model, const VanteroSoftwareVersion &version) const
+{
+    return (isAny(platform) || platform.code == version[kPlatformComponent]) && concerns(model) &&
+           current.holds(version, version);
+}
+
+bool SafeUpdateRule::concerns(QStringView model) const
+{
+    return beginsWithOneOf(model, models);
 }
 
 QString SafeUpdateRule::sentence() const
@@ -207,17 +192,45 @@ QString SafeUpdateRule::sentence() const
     return text + QLatin1Char(' ') + QLatin1String(demand) + QLatin1Char(' ') + target.text();
 }
 
+const std::array<SafeUpdateRule, kSafeUpdateRules> &safeUpdateRules()
+{
+    return kRules;
+}
+
+UpdateDemands::UpdateDemands(QStringView model, const VanteroSoftwareVersion &current)
+    : m_current(current)
+{
+    for (const SafeUpdateRule &rule : kRules) {
+        if (!rule.concerns(model, current))
+            continue;
+        m_rules[m_count++] = &rule;
+        if (rule.effect == SafeUpdateRule::Decides)
+            break;
+    }
+}
+
+const SafeUpdateRule *UpdateDemands::refusal(const VanteroSoftwareVersion &target) const
+{
+    for (const SafeUpdateRule *rule : *this) {
+        if (!rule->target.holds(target, m_current))
+            return rule;
+    }
+    return nullptr;
+}
+
 bool VanteroSoftwareVersion::isSafe(const QString &model,
                                     const VanteroSoftwareVersion &target) const
 {
-    return decide(model, *this, target).safe;
+    return !UpdateDemands(model, *this).refusal(target);
 }
 
 SafeUpdateVerdict VanteroSoftwareVersion::checkUpdate(const QString &model,
                                                       const VanteroSoftwareVersion &target) const
 {
-    const Decision decision = decide(model, *this, target);
-    return {decision.safe, QLatin1String(decision.rule.identifier), decision.rule.sentence()};
+    const UpdateDemands demands(model, *this);
+    const SafeUpdateRule *refusal = demands.refusal(target);
+    const SafeUpdateRule &decisive = refusal ? *refusal : demands.last();
+    return {!refusal, QLatin1String(decisive.identifier), decisive.sentence()};
 }
 
 } // namespace vn

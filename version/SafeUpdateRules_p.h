@@ -10,8 +10,10 @@
 #include "version/VanteroSoftwareVersion.h"
 
 #include <QtCore/QString>
+#include <QtCore/QStringView>
 
 #include <array>
+#include <cstddef>
 
 namespace vn {
 
@@ -28,7 +30,8 @@ struct VersionCondition
     };
 
     Kind kind;
-    const char *limit; ///< a version or pattern; empty where the kind asks for none
+    const char *limit = ""; ///< a version or pattern; empty where the kind asks for none
+    int major = 0;          ///< the limit of MajorAtLeast
 
     bool holds(const VanteroSoftwareVersion &version, const VanteroSoftwareVersion &current) const;
 
@@ -72,8 +75,43 @@ struct SafeUpdateRule
     const char *demand; ///< what connects cameras and targets in the sentence
     VersionCondition target;
 
+    /** Whether it is about cameras of this model. */
+    bool concerns(QStringView model) const;
+
+    /** Whether it is about cameras of this model and version. */
+    bool concerns(QStringView model, const VanteroSoftwareVersion &current) const;
+
     /** The rule in plain English, built from its own limits. */
     QString sentence() const;
+};
+
+/** How many rules there are; the last one concerns every camera and allows every version. */
+constexpr std::size_t kSafeUpdateRules = 11;
+
+/** The rules in their order. */
+const std::array<SafeUpdateRule, kSafeUpdateRules> &safeUpdateRules();
+
+/** What the rules ask of the next version of one camera: those that concern it, up to the first
+ * that decides. */
+class UpdateDemands
+{
+public:
+    /** Does not own @p current, which must outlive this. */
+    UpdateDemands(QStringView model, const VanteroSoftwareVersion &current);
+
+    const SafeUpdateRule *const *begin() const { return m_rules.data(); }
+    const SafeUpdateRule *const *end() const { return m_rules.data() + m_count; }
+
+    /** The first rule that refuses @p target; null where none does. */
+    const SafeUpdateRule *refusal(const VanteroSoftwareVersion &target) const;
+
+    /** The rule that decides where none refuses before it. */
+    const SafeUpdateRule &last() const { return *m_rules[m_count - 1]; }
+
+private:
+    const VanteroSoftwareVersion &m_current;
+    std::array<const SafeUpdateRule *, kSafeUpdateRules> m_rules;
+    std::size_t m_count = 0;
 };
 
 } // namespace vn

@@ -4,6 +4,7 @@
 #include "version/VanteroSoftwareVersion.h"
 
 #include "version/Platforms_p.h"
+#include "version/VersionText_p.h"
 
 #include <array>
 #include <cstddef>
@@ -13,29 +14,9 @@ namespace vn {
 
 namespace {
 
-constexpr std::size_t kPlatform = 0;
-constexpr std::size_t kMajor = 1;
-constexpr std::size_t kPreRelease = 5;
-
-/** For each ASCII character whether it separates parts. */
-constexpr auto kAsciiSeparators = [] {
-    std::array<bool, 0x80> separates{};
-    for (std::size_t code = 0; code < separates.size(); ++code) {
-        const std::size_t letter = code | 0x20;
-        separates[code] = !((code >= '0' && code <= '9') || (letter >= 'a' && letter <= 'z'));
-    }
-    separates['*'] = false; // a wildcard is a part
-    return separates;
-}();
-
-/** Whether a code unit separates parts: one that splitVersion matches, "*" excepted. */
-bool isSeparator(QChar unit)
-{
-    const std::size_t code = unit.unicode();
-    if (code < kAsciiSeparators.size())
-        return kAsciiSeparators[code];
-    return !unit.isLetterOrNumber() && !unit.isMark();
-}
+constexpr std::size_t kPlatform = internal::kPlatformComponent;
+constexpr std::size_t kMajor = internal::kMajorComponent;
+constexpr std::size_t kPreRelease = internal::kPreReleaseComponent;
 
 /** Whether a part is exactly the word @p word. */
 bool is(QStringView part, const char *word)
@@ -90,12 +71,12 @@ public:
         m_number = static_cast<int>(value);
         if (m_at - m_begin > kSafeDigits)
             m_number = QStringView(m_begin, m_at).toInt();
-        if (m_at == m_end || isSeparator(*m_at))
+        if (m_at == m_end || internal::isSeparator(*m_at))
             return;
         m_number = 0;
         do
             ++m_at;
-        while (m_at != m_end && !isSeparator(*m_at));
+        while (m_at != m_end && !internal::isSeparator(*m_at));
     }
 
     /** Moves to the next part, if there is one: a separator at the very end is followed by one. */
@@ -105,7 +86,7 @@ public:
             return false;
         do // the last part ended at a separator
             ++m_at;
-        while (m_at != m_end && isSeparator(*m_at));
+        while (m_at != m_end && internal::isSeparator(*m_at));
         return true;
     }
 
