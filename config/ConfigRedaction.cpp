@@ -140,7 +140,7 @@ private:
     /** The words of the header before the camera's address. */
     Kept addressPhrase(QStringView line) const
     {
-        constexpr QLatin1String phrase("Configuration of");
+        const QLatin1String phrase("Configuration of");
         const qsizetype at = m_inHeader ? line.indexOf(phrase) : -1;
         return at < 0 ? Kept{0, 0} : Kept{at, std::min(at + phrase.size() + 1, line.size())};
     }
