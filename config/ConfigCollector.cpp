@@ -24,13 +24,15 @@ namespace {
 void readHeaderOf(ConfigCollector::Found &found)
 {
     MemoryLines lines(found.text);
-    found.hasVersions = readHeader(lines, [&found](const QString &key, QStringView value) {
-        // Of several addresses the last one counts.
-        QString &target = key == VanteroConfigFile::FACTORY_IP     ? found.factoryIp
-                          : key == VanteroConfigFile::FILE_VERSION ? found.fileVersion
-                                                                   : found.softwareVersion;
-        target = toText(value);
-    });
+    using internal::HeaderField;
+    found.hasVersions =
+        internal::readHeaderValues(lines, [&](HeaderField field, QStringView value) {
+            // Of several addresses the last one counts.
+            QString &target = field == HeaderField::FactoryIp     ? found.factoryIp
+                              : field == HeaderField::FileVersion ? found.fileVersion
+                                                                  : found.softwareVersion;
+            target = toText(value);
+        });
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 
 #include "base/Exceptions.h"
 #include "config/ConfigRedactionShapes_p.h"
-#include "config/TextLines_p.h"
+#include "config/ConfigSyntax_p.h"
 
 #include <algorithm>
 
@@ -53,18 +53,19 @@ public:
 private:
     void redactLine(QStringView line)
     {
-        if (m_line > 2 && line.isEmpty())
+        if (m_line > internal::kVersionLines && line.isEmpty())
             m_inHeader = false;
-        const bool isStart = beginsWith(line, u"SECTION");
-        const bool isEnd = beginsWith(line, u"ENDSECTION");
+        const internal::LineKind kind = internal::kindOf(line);
+        const bool isStart = kind == internal::LineKind::SectionStart;
+        const bool isEnd = kind == internal::LineKind::SectionEnd;
         if (isStart || isEnd) {
-            m_section = isStart ? toText(textFrom(line, 8)) : QString();
+            m_section = isStart ? toText(internal::nameOfStart(line)) : QString();
             m_isSecretSection = isStart && m_names.contain(m_section);
             m_inPem = false;
         }
-        const bool isComment = line.startsWith(QLatin1Char('#'));
+        const bool isComment = kind == internal::LineKind::Comment;
         const bool isEntry = !isStart && !isEnd && !isComment;
-        const qsizetype equals = isEntry ? line.indexOf(QLatin1Char('=')) : -1;
+        const qsizetype equals = isEntry ? line.indexOf(internal::kValueMark) : -1;
         m_key = isEntry ? line.left(equals < 0 ? line.size() : equals).toString() : QString();
 
         // Lines of a PEM block have "=" at their end only.
@@ -131,16 +132,18 @@ private:
     /** How much of a comment must stay: the sign, and what the header is known by. */
     qsizetype commentStart(QStringView line) const
     {
-        if (m_line <= 2 && beginsWith(line, u"#:"))
-            return 2;
-        constexpr char16_t address[] = u"# Camera IP: ";
-        return m_inHeader && beginsWith(line, address) ? qsizetype(std::size(address)) - 1 : 1;
+        using internal::kAddressMark;
+        using internal::kVersionMark;
+        if (m_line <= internal::kVersionLines && beginsWith(line, kVersionMark))
+            return qsizetype(std::size(kVersionMark)) - 1;
+        return m_inHeader && beginsWith(line, kAddressMark) ? qsizetype(std::size(kAddressMark)) - 1
+                                                            : 1;
     }
 
     /** The words of the header before the camera's address. */
     Kept addressPhrase(QStringView line) const
     {
-        const QLatin1String phrase("Configuration of");
+        const QLatin1String phrase(internal::kTitleMark);
         const qsizetype at = m_inHeader ? line.indexOf(phrase) : -1;
         return at < 0 ? Kept{0, 0} : Kept{at, std::min(at + phrase.size() + 1, line.size())};
     }

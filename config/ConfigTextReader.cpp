@@ -5,47 +5,35 @@
 
 #include "base/Exceptions.h"
 
-namespace vn {
-namespace configError {
+#include <QtCore/QStringBuilder>
 
-namespace {
+namespace vn::internal {
 
-[[noreturn]] void parseError(const QString &message)
+QString textOf(ConfigFault fault, QStringView where)
 {
-    throw ParseException(message, -1, -1, -1, -1); // the text carries no position
+    switch (fault) {
+    case ConfigFault::SectionInsideSection:
+        return QLatin1String("Unexpected ") % where;
+    case ConfigFault::EndWithoutSection:
+        return QLatin1String("SECTION expected before ") % where;
+    case ConfigFault::EndOfAnotherSection:
+        return where % QLatin1String(" does not match SECTION");
+    case ConfigFault::EntryOutsideSection:
+        return QLatin1String("Unexpected input: ") % where;
+    case ConfigFault::EndMissing:
+        break;
+    }
+    return QLatin1String(kEndOfLine) % where % QLatin1String(" expected");
 }
 
-} // namespace
+void raise(ConfigFault fault, QStringView where)
+{
+    throw ParseException(textOf(fault, where), -1, -1, -1, -1); // the text carries no position
+}
 
-void readPastEnd()
+void raiseReadPastEnd()
 {
     throw IOException(QStringLiteral("Read past EOF"));
 }
 
-void sectionInsideSection(QStringView line)
-{
-    parseError(QStringLiteral("Unexpected ") + line.toString());
-}
-
-void endWithoutSection(QStringView line)
-{
-    parseError(QStringLiteral("SECTION expected before ") + line.toString());
-}
-
-void endOfAnotherSection(QStringView line)
-{
-    parseError(line.toString() + QLatin1String(" does not match SECTION"));
-}
-
-void entryOutsideSection(QStringView line)
-{
-    parseError(QStringLiteral("Unexpected input: ") + line.toString());
-}
-
-void endMissing(const QString &section)
-{
-    parseError(QStringLiteral("ENDSECTION ") + section + QLatin1String(" expected"));
-}
-
-} // namespace configError
-} // namespace vn
+} // namespace vn::internal

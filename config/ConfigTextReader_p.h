@@ -5,87 +5,106 @@
 #define VN_CONFIG_CONFIGTEXTREADER_P_H
 
 /**
- * @file The reader of configuration texts: header block, section blocks, `key=value` lines.
+ * @file The reader of configuration texts: header block and section blocks.
  *
- * It is written once over any source of lines (TextLines_p.h); what it finds goes to a sink:
- * - headers: `sink(key, value)` with the published header key and the value as a view;
- * - sections: `sink.beginSection(name)` at each opening line, `sink.addEntry(name, key, value)`.
+ * It is written once over any source of lines (TextLines_p.h). What it finds goes to a sink, which
+ * has the functions of ConfigSink and hides those that it is interested in. Over lines in memory
+ * all views that a sink gets lie in the text, so they tell the places, too.
  */
 
-#include "config/TextLines_p.h"
-#include "config/VanteroConfigFile.h"
+#include "config/ConfigSyntax_p.h"
 
-namespace vn {
+namespace vn::internal {
 
-/** What the reader says of malformed texts; all exceptions it raises come from here. */
-namespace configError {
+/** The key under which a configuration has the value, in the section of the header. */
+const QString &keyOf(HeaderField field);
 
-[[noreturn]] void readPastEnd();
-[[noreturn]] void sectionInsideSection(QStringView line);
-[[noreturn]] void endWithoutSection(QStringView line);
-[[noreturn]] void endOfAnotherSection(QStringView line);
-[[noreturn]] void entryOutsideSection(QStringView line);
-[[noreturn]] void endMissing(const QString &section);
+/** What is wrong with a text that the reader refuses. */
+enum class ConfigFault {
+    SectionInsideSection,
+    EndWithoutSection,
+    EndOfAnotherSection,
+    EntryOutsideSection,
+    EndMissing,
+};
 
-} // namespace configError
+/** The fault in words; @p where is the line, for EndMissing the name of the section. */
+QString textOf(ConfigFault fault, QStringView where);
 
-/** The two parts of an entry line: up to the first "=", and after it (null where there is none). */
-struct EntryLine
+/** @throws ParseException with textOf() and without a position */
+[[noreturn]] void raise(ConfigFault fault, QStringView where);
+
+/** @throws IOException */
+[[noreturn]] void raiseReadPastEnd();
+
+/** What the reader tells; nobody listens here, and faults are raised. */
+struct ConfigSink
 {
-    explicit EntryLine(QStringView line)
-    {
-        const qsizetype equals = line.indexOf(QLatin1Char('='));
-        key = equals < 0 ? line : line.left(equals);
-        if (equals >= 0)
-            value = line.mid(equals + 1);
-    }
+    /** Each line of the header, its last and empty one included. */
+    void headerLine(QStringView) {}
+    /** A value in the header line told before. */
+    void headerValue(HeaderField, QStringView /*value*/) {}
 
-    QStringView key;
-    QStringView value;
+    void comment(QStringView) {}
+    /** An entry outside of sections, which is passed over. */
+    void strayLine(QStringView) {}
+    /** The first line of a section; without a name it opens none. */
+    void beginSection(QStringView /*name*/, QStringView /*line*/) {}
+    void addEntry(const QString & /*section*/, QStringView /*key*/, QStringView /*value*/) {}
+    /** The last line of the section. */
+    void endSection(QStringView /*line*/) {}
+
+    /**
+     * A fault. Where a sink returns, the reader goes on: an open section ends where another one
+     * begins and with any last line, and a last line without a section is passed over.
+     */
+    void fault(ConfigFault fault, QStringView where) { raise(fault, where); }
 };
 
 /** Reads the header block; returns whether both version lines were found. */
 template <typename Lines, typename Sink>
-bool readHeader(Lines &lines, Sink &&sink)
+bool readHeader(Lines &lines, Sink &sink)
 {
-    constexpr char16_t versionMark[] = u"#:";
-    constexpr char16_t addressMark[] = u"# Camera IP: ";
-    const QLatin1String titleMark("Configuration of");
-
     bool complete = true;
     QStringView line;
     if (!lines.atEnd()) {
         (void)lines.readLine(line); // a line that cannot be read counts as an empty one
-        complete = beginsWith(line, versionMark);
-        if (complete) {
-            const qsizetype equals = line.indexOf(QLatin1Char('='));
-            sink(VanteroConfigFile::FILE_VERSION,
-                 equals < 0 ? line.mid(2) : line.mid(2, equals - 2));
-        }
+        sink.headerLine(line);
+        complete = beginsWith(line, kVersionMark);
+        if (complete)
+            sink.headerValue(HeaderField::FileVersion, fileVersionOf(line));
     }
     if (!lines.atEnd()) {
         (void)lines.readLine(line);
-        if (beginsWith(line, versionMark))
-            sink(VanteroConfigFile::SOFTWARE_VERSION, line.mid(2));
+        sink.headerLine(line);
+        if (beginsWith(line, kVersionMark))
+            sink.headerValue(HeaderField::SoftwareVersion, softwareVersionOf(line));
         else
             complete = false;
     }
     while (!lines.atEnd()) {
         (void)lines.readLine(line);
+        sink.headerLine(line);
         if (line.isEmpty())
             break;
-        if (beginsWith(line, addressMark)) {
-            // Kept on purpose: this address is not trimmed, that of the title line is.
-            sink(VanteroConfigFile::FACTORY_IP, line.mid(13));
-            continue;
-        }
-        // Kept on purpose: a title at the very start of the line is none.
-        const qsizetype title = line.indexOf(titleMark);
-        if (title > 0)
-            sink(VanteroConfigFile::FACTORY_IP,
-                 textFrom(line, title + titleMark.size() + 1).trimmed());
+        QStringView address;
+        if (readAddress(line, address))
+            sink.headerValue(HeaderField::FactoryIp, address);
     }
     return complete;
+}
+
+/** The same for who wants the values alone: @p use gets each field and its value. */
+template <typename Lines, typename Use>
+bool readHeaderValues(Lines &lines, Use use)
+{
+    struct Sink : ConfigSink
+    {
+        void headerValue(HeaderField field, QStringView value) { m_use(field, value); }
+        Use &m_use;
+    };
+    Sink sink{{}, use};
+    return readHeader(lines, sink);
 }
 
 /** Reads up to the end of the next section block and returns its name; null when there is none. */
@@ -96,30 +115,43 @@ QString readSection(Lines &lines, bool ignoreStrayLines, Sink &sink)
     for (;;) {
         if (lines.atEnd()) {
             if (!name.isEmpty())
-                configError::endMissing(name);
+                sink.fault(ConfigFault::EndMissing, name);
             return QString();
         }
         QStringView line;
         if (!lines.readLine(line))
-            configError::readPastEnd();
-        if (line.isEmpty() || line.front() == QLatin1Char('#'))
-            continue;
-        if (beginsWith(line, u"SECTION")) {
+            raiseReadPastEnd();
+        switch (kindOf(line)) {
+        case LineKind::Empty:
+            break;
+        case LineKind::Comment:
+            sink.comment(line);
+            break;
+        case LineKind::SectionStart:
             if (!name.isEmpty())
-                configError::sectionInsideSection(line);
-            name = toText(textFrom(line, 8));
-            sink.beginSection(name);
-        } else if (beginsWith(line, u"ENDSECTION")) {
-            if (name.isEmpty())
-                configError::endWithoutSection(line);
-            if (textFrom(line, 11) != name)
-                configError::endOfAnotherSection(line);
+                sink.fault(ConfigFault::SectionInsideSection, line);
+            name = toText(nameOfStart(line));
+            sink.beginSection(nameOfStart(line), line);
+            break;
+        case LineKind::SectionEnd:
+            if (name.isEmpty()) {
+                sink.fault(ConfigFault::EndWithoutSection, line);
+                break;
+            }
+            if (nameOfEnd(line) != name)
+                sink.fault(ConfigFault::EndOfAnotherSection, line);
+            sink.endSection(line);
             return name;
-        } else if (!name.isEmpty()) {
-            const EntryLine entry(line);
-            sink.addEntry(name, entry.key, entry.value);
-        } else if (!ignoreStrayLines) {
-            configError::entryOutsideSection(line);
+        case LineKind::Entry:
+            if (!name.isEmpty()) {
+                const EntryLine entry(line);
+                sink.addEntry(name, entry.key, entry.value);
+            } else if (ignoreStrayLines) {
+                sink.strayLine(line);
+            } else {
+                sink.fault(ConfigFault::EntryOutsideSection, line);
+            }
+            break;
         }
     }
 }
@@ -132,6 +164,6 @@ void readSections(Lines &lines, Sink &sink)
     }
 }
 
-} // namespace vn
+} // namespace vn::internal
 
 #endif // VN_CONFIG_CONFIGTEXTREADER_P_H

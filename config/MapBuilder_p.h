@@ -4,7 +4,7 @@
 #ifndef VN_CONFIG_MAPBUILDER_P_H
 #define VN_CONFIG_MAPBUILDER_P_H
 
-#include "config/TextLines_p.h"
+#include "config/ConfigTextReader_p.h"
 #include "config/VanteroConfigMap.h"
 
 #include <QtCore/QHashFunctions>
@@ -33,8 +33,11 @@ private:
     std::array<QString, 512> m_keys;
 };
 
-/** A sink of the text reader that fills a map; the section is looked up once a block. */
-class MapBuilder
+/**
+ * A sink of the text reader that fills a map; the section is looked up once a block. For texts in
+ * memory only: a stream may call its device, which may come back to the map while it is read.
+ */
+class MapBuilder : public internal::ConfigSink
 {
 public:
     explicit MapBuilder(VanteroConfigMap &map)
@@ -42,7 +45,7 @@ public:
     {
     }
 
-    void beginSection(const QString &) { m_section = nullptr; }
+    void beginSection(QStringView, QStringView) { m_section = nullptr; }
 
     void addEntry(const QString &section, QStringView key, QStringView value)
     {

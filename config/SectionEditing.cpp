@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#include "config/TextLines_p.h"
+#include "config/ConfigSyntax_p.h"
 #include "config/VanteroConfigFile.h"
 
 #include <QtCore/QMutex>
@@ -41,8 +41,8 @@ SectionRange findSection(const QString &text, const QString &section)
 {
     // Kept on purpose: the words are searched, not lines. A longer name, a comment and the end
     // marker, which holds the start marker, match, too.
-    const QString startMarker = QLatin1String("SECTION ") % section;
-    const QString endMarker = QLatin1String("END") % startMarker;
+    const QString startMarker = QLatin1String(internal::kStartOfLine) % section;
+    const QString endMarker = QLatin1String(internal::kEndOfLine) % section;
 
     const auto start = static_cast<int>(indexOfWord(text, startMarker, 0));
     if (start < 0)
@@ -136,19 +136,25 @@ QString VanteroConfigFile::removeSections(const QString &text, const QStringList
     QStringView line;
     for (MemoryLines lines(text); lines.readLine(line);) {
         bool keep = !inRemoved;
-        if (line.isEmpty()) {
+        switch (internal::kindOf(line)) {
+        case internal::LineKind::Empty:
             keep = keep && !dropEmptyLines;
-        } else if (line.front() == u'#') {
+            break;
+        case internal::LineKind::Comment:
             keep = keep && !(inSection ? dropSectionComments : dropOuterComments);
-        } else if (beginsWith(line, u"SECTION")) {
+            break;
+        case internal::LineKind::SectionStart:
             inSection = true;
-            inRemoved = removed.contains(textFrom(line, 8));
+            inRemoved = removed.contains(internal::nameOfStart(line));
             keep = !inRemoved;
-        } else if (beginsWith(line, u"ENDSECTION")) { // belongs to the section that it closes
+            break;
+        case internal::LineKind::SectionEnd: // belongs to the section that it closes
             inSection = false;
             inRemoved = false;
-        } else {
+            break;
+        case internal::LineKind::Entry:
             keep = keep && inSection;
+            break;
         }
         if (keep)
             kept.add(line);

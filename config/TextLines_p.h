@@ -93,13 +93,13 @@ inline QString toText(QStringView view)
 
 /** Whether @p line begins with the ASCII text @p start; inlined, as every line is asked. */
 template <int SizeWithZero>
-bool beginsWith(QStringView line, const char16_t (&start)[SizeWithZero])
+bool beginsWith(QStringView line, const char (&start)[SizeWithZero])
 {
     constexpr int size = SizeWithZero - 1;
     if (line.size() < size)
         return false;
     for (int i = 0; i < size; ++i) {
-        if (line.utf16()[i] != start[i])
+        if (line.utf16()[i] != static_cast<unsigned char>(start[i]))
             return false;
     }
     return true;

@@ -6,7 +6,6 @@
 #include "base/ExceptionBoundary_p.h"
 #include "base/Exceptions.h"
 #include "base/FileUtils.h"
-#include "config/ConfigTextReader_p.h"
 #include "config/MapBuilder_p.h"
 
 #include <QtCore/QFile>
@@ -16,7 +15,22 @@
 
 namespace vn {
 
+const QString &internal::keyOf(HeaderField field)
+{
+    switch (field) {
+    case HeaderField::FileVersion:
+        return VanteroConfigFile::FILE_VERSION;
+    case HeaderField::SoftwareVersion:
+        return VanteroConfigFile::SOFTWARE_VERSION;
+    case HeaderField::FactoryIp:
+        break;
+    }
+    return VanteroConfigFile::FACTORY_IP;
+}
+
 namespace {
+
+using internal::HeaderField;
 
 constexpr char kHeaderTemplate[] = "#:%1===============================\n"
                                    "#:%2\n"
@@ -29,37 +43,39 @@ constexpr char kHeaderTemplate[] = "#:%1===============================\n"
 template <typename Lines>
 bool readHeaderInto(VanteroConfigMap &map, Lines &lines)
 {
-    return readHeader(lines, [&map](const QString &key, QStringView value) {
-        map.setValue(VanteroConfigFile::HEAD_SECTION, key, toText(value));
+    return internal::readHeaderValues(lines, [&map](HeaderField field, QStringView value) {
+        map.setValue(VanteroConfigFile::HEAD_SECTION, internal::keyOf(field), toText(value));
     });
 }
 
-/** Reads all section blocks into @p map. */
-template <typename Lines>
-void readSectionsInto(VanteroConfigMap &map, Lines &lines)
+/** Reads all section blocks of a text in memory into @p map. */
+void readSectionsInto(VanteroConfigMap &map, MemoryLines &lines)
 {
     MapBuilder builder(map);
-    readSections(lines, builder);
+    internal::readSections(lines, builder);
 }
 
-/** A sink that adds each entry under the lock of the configuration, for readers that hold none. */
-class LockingBuilder
+/**
+ * A sink for streams. The device of a stream may use the configuration while it is read: it may
+ * copy it in mid-section, or load something else. So nothing is remembered between two entries, and
+ * each takes the lock, which the reader need not hold.
+ */
+class StreamBuilder : public internal::ConfigSink
 {
 public:
-    explicit LockingBuilder(VanteroConfigFile &config)
+    explicit StreamBuilder(VanteroConfigFile &config)
         : m_config(config)
     {
     }
 
-    void beginSection(const QString &) {}
-
     void addEntry(const QString &section, QStringView key, QStringView value)
     {
-        m_config.addValue(section, key.toString(), toText(value));
+        m_config.addValue(section, m_keys.key(key), toText(value));
     }
 
 private:
     VanteroConfigFile &m_config;
+    SharedKeys m_keys;
 };
 
 /** What @p device still holds. A stream ends early and in silence where its device fails; here the
@@ -107,7 +123,8 @@ bool VanteroConfigFile::parse(QTextStream *stream, const QDateTime &dateTime)
         m_timeStamp = dateTime;
         StreamLines lines(stream);
         const bool complete = readHeaderInto(m_map, lines);
-        readSectionsInto(m_map, lines);
+        StreamBuilder builder(*this);
+        internal::readSections(lines, builder);
         return complete;
     });
 }
@@ -152,8 +169,8 @@ QString VanteroConfigFile::parseSection(QTextStream *stream, bool ignoreStrayLin
 {
     return onlyThrows<ParseException, IOException>([&] {
         StreamLines lines(stream);
-        LockingBuilder builder(*this);
-        return readSection(lines, ignoreStrayLines, builder);
+        StreamBuilder builder(*this);
+        return internal::readSection(lines, ignoreStrayLines, builder);
     });
 }
 
@@ -162,7 +179,8 @@ void VanteroConfigFile::parseJpegComment(QTextStream *stream)
     onlyThrows<ParseException, IOException>([&] {
         const QMutexLocker lock(m_lock.get());
         StreamLines lines(stream);
-        readSectionsInto(m_map, lines);
+        StreamBuilder builder(*this);
+        internal::readSections(lines, builder);
     });
 }
 

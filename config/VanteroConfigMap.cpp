@@ -5,7 +5,7 @@
 
 #include "base/ExceptionBoundary_p.h"
 #include "base/Exceptions.h"
-#include "config/ConfigTextReader_p.h"
+#include "config/ConfigSyntax_p.h"
 #include "config/SameValue_p.h"
 
 #include <QtCore/QTextStream>
@@ -102,10 +102,10 @@ constexpr int kUsualEntry = 32;
 template <typename Sink>
 void writeSection(Sink &out, const QString &section, const VanteroConfigMap::Section &content)
 {
-    out << QLatin1String("SECTION ") << section << QLatin1Char('\n');
+    out << QLatin1String(internal::kStartOfLine) << section << QLatin1Char('\n');
     for (auto it = content.constBegin(), end = content.constEnd(); it != end; ++it)
-        out << it.key() << QLatin1Char('=') << it.value() << QLatin1Char('\n');
-    out << QLatin1String("ENDSECTION ") << section << QLatin1Char('\n');
+        out << it.key() << internal::kValueMark << it.value() << QLatin1Char('\n');
+    out << QLatin1String(internal::kEndOfLine) << section << QLatin1Char('\n');
 }
 
 template <typename Sink>
@@ -126,9 +126,10 @@ void readProperties(Lines &lines, VanteroConfigMap::Section &out)
         // A stream that claims to hold more but gives no line would be asked for ever.
         if (!lines.readLine(line, kLongestPropertyLine))
             return;
-        if (line.isEmpty() || line.front() == QLatin1Char('#'))
+        // The marks of sections are none here: their lines are entries like others.
+        if (line.isEmpty() || line.front() == internal::kCommentMark)
             continue;
-        const EntryLine entry(line);
+        const internal::EntryLine entry(line);
         out.insert(entry.key.toString(), toText(entry.value));
     }
 }
