@@ -40,10 +40,12 @@ gives 'set,show,splice' config s
 gives 'set,show,splice' config --json s # it is one of the words that may stand anywhere
 gives "$all_files" config show ''
 gives 'gate.cfg' config show g
-gives '--help,--json,--key,--section' config show --
-gives '--help,--json,--key' config show gate.cfg --section audio --
+gives '--help,--json,--key,--password-file,--recursive,--section' config show --
+gives '--help,--json,--key,--password-file,--recursive' config show gate.cfg --section audio --
 gives '' config show gate.cfg --section ''
-gives '' config show gate.cfg ''
+gives "$all_files" config show gate.cfg ''
+gives 'address,name' config diff --by ''
+gives 'name' config diff --by n
 gives "$all_files" config show --section audio --key level ''
 gives "$all_files" config show -- ''
 gives '' config show -- --

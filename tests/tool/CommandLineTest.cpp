@@ -68,7 +68,7 @@ TEST(CommandLine, listOfCommandsAsJsonTellsWhatTheHelpTells)
                   {"meaning"_q, "configuration or JPEG image, \"-\" for standard input"_q},
                   {"takes"_q, "file"_q},
                   {"required"_q, true},
-                  {"repeated"_q, false}}}));
+                  {"repeated"_q, true}}}));
     EXPECT_EQ(show.value("options"_q).toArray().first().toObject(),
               (QJsonObject{{"name"_q, "--section"_q},
                            {"meaning"_q, "only this section"_q},
@@ -164,8 +164,8 @@ TEST(CommandLine, wrongUsageIsToldAndEndsWith2)
          "unknown command \"config frobnicate\" (see vantero-formats --help)"},
         {{"config", "show"},
          "config show: FILE is missing (see vantero-formats config show --help)"},
-        {{"config", "show", "a", "b"},
-         "config show: unexpected argument \"b\" (see vantero-formats config show --help)"},
+        {{"config", "diff", "a", "b", "c"},
+         "config diff: unexpected argument \"c\" (see vantero-formats config diff --help)"},
         {{"config", "show", "a", "--color"},
          "config show: unexpected argument \"--color\" (see vantero-formats config show --help)"},
         {{"config", "show", "a", "--key", "k"},

@@ -60,6 +60,8 @@ namespace {
 
 ToolError errorFrom(ExitCode code, const ExceptionQt &exception, const QString &name)
 {
+    if (const auto *file = dynamic_cast<const FileException *>(&exception))
+        return ToolError(code, file->reason()).at(name);
     QString message = exception.message();
     const QString prefix = name + QLatin1String(": ");
     if (message.startsWith(prefix))

@@ -80,7 +80,8 @@ public:
     ExitCode run(Output &out) override
     {
         m_out = &out;
-        readPassword();
+        if (m_passwordFile)
+            m_password = readPassword(*m_passwordFile);
         std::unique_ptr<CollectTarget> target;
         if (m_outputArchive)
             target = makeArchiveTarget(*m_outputArchive);
@@ -105,19 +106,6 @@ public:
     }
 
 private:
-    void readPassword()
-    {
-        if (!m_passwordFile)
-            return;
-        const QByteArray content = readInput(*m_passwordFile);
-        m_password = content.mid(0, content.indexOf('\n')); // all of it without a line end
-        if (m_password.endsWith('\r'))
-            m_password.chop(1);
-        if (m_password.isEmpty())
-            throw ToolError(ExitCode::BadInput, QStringLiteral("no password in the first line"))
-                .at(*m_passwordFile);
-    }
-
     /** Tells a failure, or a warning, and lets the command go on. */
     void report(const ToolError &error)
     {

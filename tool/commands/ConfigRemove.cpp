@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "tool/cli/Command.h"
-#include "tool/files/EditedText.h"
+#include "tool/files/EditTarget.h"
 
 #include "config/VanteroConfigFile.h"
 
@@ -76,7 +76,7 @@ private:
     bool m_outerComments = false;
     bool m_sectionComments = false;
     bool m_emptyLines = false;
-    EditedText m_target;
+    EditTarget m_target;
 };
 
 } // namespace

@@ -3,7 +3,7 @@
 
 #include "tool/cli/Command.h"
 #include "tool/files/ConfigEdit.h"
-#include "tool/files/EditedText.h"
+#include "tool/files/EditTarget.h"
 
 #include <memory>
 
@@ -58,7 +58,7 @@ private:
     QString m_section;
     QString m_key;
     QString m_value;
-    EditedText m_target;
+    EditTarget m_target;
 };
 
 } // namespace

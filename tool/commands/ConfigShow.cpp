@@ -3,6 +3,8 @@
 
 #include "tool/cli/Command.h"
 #include "tool/files/ConfigInput.h"
+#include "tool/files/ConfigSources.h"
+#include "tool/files/Input.h"
 
 #include <memory>
 #include <optional>
@@ -18,46 +20,50 @@ public:
     {
         arguments.describe(
             "Sections are printed as blocks with their keys ascending; of a key that occurs "
-            "several "
-            "times the newest value, the last one in the file, comes first. The values of the "
-            "header are the section \"head\". With --section only that block is printed, with "
+            "several times the newest value, the last one in the file, comes first. The values of "
+            "the header are the section \"head\". With --section only that block is printed, with "
             "--key only the values, a line each.");
         arguments.describe(
-            "FILE may be a camera's JPEG image, too: then the sections in its comment are shown.");
-        arguments.file("FILE", "configuration or JPEG image, \"-\" for standard input", m_file);
+            "FILE may be a camera's JPEG image, too: then the sections in its comment are shown. "
+            "Of several files each begins with a line \"# FILE\", and each value with "
+            "\"FILE: \"; with --json they are the list \"files\".");
+        arguments.describe("On a terminal, control characters are shown as \"\\x1B\".");
+        arguments.files("FILE", "configuration or JPEG image, \"-\" for standard input",
+                        m_sources.names());
         arguments.option("--section", "NAME", "only this section", m_section);
         arguments.option("--key", "KEY", "only the values of this key of the section", m_key);
         arguments.needs("--key", "--section");
+        m_sources.declare(arguments);
         arguments.json();
         arguments.example("vantero-formats config show gate.cfg --section ethernet --key IPADDR",
                           "prints the camera's network address");
+        arguments.example("vantero-formats config show backups --recursive --section ethernet "
+                          "--key NTP",
+                          "prints the time servers of all cameras");
     }
 
     ExitCode run(Output &out) override
     {
-        m_input = readConfig(m_file);
-        if (m_key)
-            showKey(out);
-        else if (m_section)
-            showSection(out);
-        else
-            showAll(out);
-        return ExitCode::Done;
+        if (m_sources.isOne()) {
+            const QString name = m_sources.names().first();
+            out.setResult(show({name, readInput(name)}, QString(), QString(), out));
+            return ExitCode::Done;
+        }
+        Json files = Json::array();
+        bool isFirst = true;
+        m_sources.forEach(out, [&](const ConfigSource &source) {
+            const QString title = (isFirst ? QLatin1String("# ") : QLatin1String("\n# ")) +
+                                  source.name + QLatin1Char('\n');
+            files.append(show(source, title, source.name + QLatin1String(": "), out));
+            isFirst = false;
+        });
+        if (out.json())
+            out.setResult(
+                Json::object({{"files", std::move(files)}, {"errors", m_sources.errors()}}));
+        return m_sources.exitCode();
     }
 
 private:
-    ToolError nothingThere(const QString &message) const
-    {
-        return ToolError(ExitCode::No, message).at(m_file);
-    }
-
-    QMultiMap<QString, QString> section() const
-    {
-        if (!m_input.config.containsSection(*m_section))
-            throw nothingThere(QStringLiteral("no section \"%1\"").arg(*m_section));
-        return m_input.config.section(*m_section);
-    }
-
     static Json entriesToJson(const QMultiMap<QString, QString> &section)
     {
         Json entries = Json::object();
@@ -66,59 +72,67 @@ private:
         return entries;
     }
 
-    void showKey(Output &out) const
+    /** Prints what is wanted of @p source behind @p title, values behind @p mark; returns it as
+     * JSON. */
+    Json show(const ConfigSource &source, const QString &title, const QString &mark,
+              Output &out) const
     {
-        const QStringList values = section().values(*m_key);
+        const ConfigInput input = readConfig(source);
+        const auto nothingThere = [&source](const QString &message) {
+            return ToolError(ExitCode::No, message).at(source.name);
+        };
+        if (!m_section)
+            return showAll(source, input, title, out);
+        if (!input.config.containsSection(*m_section))
+            throw nothingThere(QStringLiteral("no section \"%1\"").arg(*m_section));
+        const QMultiMap<QString, QString> section = input.config.section(*m_section);
+        if (!m_key) {
+            if (!out.json())
+                out.printForeign(title + VanteroConfigMap::toString(*m_section, section));
+            return Json::object({{"file", source.name},
+                                 {"section", *m_section},
+                                 {"entries", entriesToJson(section)}});
+        }
+        const QStringList values = section.values(*m_key);
         if (values.isEmpty())
             throw nothingThere(
                 QStringLiteral("no key \"%1\" in section \"%2\"").arg(*m_key, *m_section));
-        if (out.json()) {
-            out.setResult(Json::object({{"file", m_file},
-                                        {"section", *m_section},
-                                        {"key", *m_key},
-                                        {"values", Json::array(values)}}));
-            return;
-        }
-        for (const QString &value : values)
-            out.printLine(value);
+        if (!out.json())
+            for (const QString &value : values)
+                out.printForeign(mark + value + QLatin1Char('\n'));
+        return Json::object({{"file", source.name},
+                             {"section", *m_section},
+                             {"key", *m_key},
+                             {"values", Json::array(values)}});
     }
 
-    void showSection(Output &out) const
+    static Json showAll(const ConfigSource &source, const ConfigInput &input, const QString &title,
+                        Output &out)
     {
-        const QMultiMap<QString, QString> content = section();
-        if (out.json())
-            out.setResult(Json::object(
-                {{"file", m_file}, {"section", *m_section}, {"entries", entriesToJson(content)}}));
-        else
-            out.print(VanteroConfigMap::toString(*m_section, content));
-    }
-
-    void showAll(Output &out) const
-    {
-        QStringList names = m_input.config.allSectionKeys();
+        QStringList names = input.config.allSectionKeys();
         if (names.isEmpty())
-            throw nothingThere(QStringLiteral("no configuration: neither header nor sections"));
+            throw ToolError(ExitCode::No,
+                            QStringLiteral("no configuration: neither header nor sections"))
+                .at(source.name);
         if (names.removeOne(VanteroConfigFile::HEAD_SECTION))
             names.prepend(VanteroConfigFile::HEAD_SECTION);
-        if (!out.json()) {
-            for (const QString &name : qAsConst(names))
-                out.print((name == names.first() ? QString() : QStringLiteral("\n")) +
-                          m_input.config.toString(name));
-            return;
-        }
         Json sections = Json::object();
-        for (const QString &name : qAsConst(names))
-            sections.insert(name, entriesToJson(m_input.config.section(name)));
-        out.setResult(Json::object(
-            {{"file", m_file},
-             {"versionLines", m_input.hasVersionLines ? Json(*m_input.hasVersionLines) : Json()},
-             {"sections", sections}}));
+        for (const QString &name : qAsConst(names)) {
+            if (out.json())
+                sections.insert(name, entriesToJson(input.config.section(name)));
+            else
+                out.printForeign((name == names.first() ? title : QStringLiteral("\n")) +
+                                 input.config.toString(name));
+        }
+        return Json::object(
+            {{"file", source.name},
+             {"versionLines", input.hasVersionLines ? Json(*input.hasVersionLines) : Json()},
+             {"sections", std::move(sections)}});
     }
 
-    QString m_file;
+    ConfigSources m_sources{ConfigSources::Images | ConfigSources::Archives};
     std::optional<QString> m_section;
     std::optional<QString> m_key;
-    ConfigInput m_input;
 };
 
 } // namespace

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "tool/cli/Command.h"
-#include "tool/files/EditedText.h"
+#include "tool/files/EditTarget.h"
 
 #include "config/VanteroConfigFile.h"
 
@@ -56,7 +56,7 @@ private:
     QString m_targetFile;
     QString m_sourceFile;
     QString m_section;
-    EditedText m_target;
+    EditTarget m_target;
 };
 
 } // namespace

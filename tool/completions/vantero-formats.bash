@@ -58,9 +58,9 @@ _vantero_formats() {
     local options='' files='' folders='' others='' choices='' again='' arguments=''
     case $command in
     'config show')
-        options='--section --key --json --help'
-        files='' folders='' others='--section|--key'
-        choices='' again='' arguments='file'
+        options='--section --key --recursive --password-file --json --help'
+        files='--password-file' folders='' others='--section|--key'
+        choices='' again='' arguments='file ...'
         ;;
     'config set')
         options='--output --in-place --dry-run --help'
@@ -93,9 +93,9 @@ _vantero_formats() {
         choices='' again='' arguments='file file'
         ;;
     'config diff')
-        options='--json --help'
-        files='' folders='' others=''
-        choices='' again='' arguments='file file'
+        options='--by --password-file --json --help'
+        files='--password-file' folders='' others=''
+        choices='--by=address,name' again='' arguments='file file'
         ;;
     'config write')
         options='--output --help'
@@ -155,7 +155,7 @@ _vantero_formats() {
     'erdinfo layout')
         options='--json --help'
         files='' folders='' others=''
-        arguments=''
+        choices='' again='' arguments=''
         ;;
     *)
         return

@@ -49,6 +49,8 @@ complete -c vantero-formats -s h -l help -d 'show help'
 complete -c vantero-formats -n '__vantero_formats_in config show' -F
 complete -c vantero-formats -n '__vantero_formats_in config show' -l section -d 'only this section' -x
 complete -c vantero-formats -n '__vantero_formats_in config show' -l key -d 'only the values of this key of the section' -x
+complete -c vantero-formats -n '__vantero_formats_in config show' -l recursive -d 'look into folders, at any depth, and into archives'
+complete -c vantero-formats -n '__vantero_formats_in config show' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config show' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in config set' -F
 complete -c vantero-formats -n '__vantero_formats_in config set' -l output -d 'write the text to this file instead' -r -F
@@ -81,6 +83,8 @@ complete -c vantero-formats -n '__vantero_formats_in config merge' -l output -d 
 complete -c vantero-formats -n '__vantero_formats_in config merge' -l explain -d 'list what became of each kept entry, and which values of PREVIOUS are lost beside them; the text is then only written to --output'
 complete -c vantero-formats -n '__vantero_formats_in config merge' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in config diff' -F
+complete -c vantero-formats -n '__vantero_formats_in config diff' -l by -d 'what tells which configurations belong together' -x -a 'address name'
+complete -c vantero-formats -n '__vantero_formats_in config diff' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config diff' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in config write' -F
 complete -c vantero-formats -n '__vantero_formats_in config write' -l output -d 'write the text to this file instead' -r -F

@@ -3,6 +3,8 @@
 
 #include "tool/files/ConfigEdit.h"
 
+#include "tool/files/ConfigInput.h"
+
 #include "tool/files/ConfigWriting.h"
 
 #include "base/Exceptions.h"

@@ -5,8 +5,10 @@
 #define VN_TOOL_FILES_CONFIGEDIT_H
 
 #include "tool/cli/ToolError.h"
-#include "tool/files/ConfigInput.h"
 #include "tool/files/ConfigLines.h"
+#include "tool/files/ConfigTextFile.h"
+
+#include "config/VanteroConfigMap.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>

@@ -4,6 +4,8 @@
 #ifndef VN_TOOL_FILES_CONFIGINPUT_H
 #define VN_TOOL_FILES_CONFIGINPUT_H
 
+#include "tool/files/ConfigSources.h"
+
 #include "config/VanteroConfigFile.h"
 
 #include <QtCore/QByteArray>
@@ -21,40 +23,17 @@ struct ConfigInput
 };
 
 /**
- * Loads the file @p name ("-" is standard input).
- * @throws ToolError when it cannot be read, is malformed (with the line), or is no such file
+ * Loads @p source.
+ * @throws ToolError when it is malformed (with the line), or no configuration
  */
+ConfigInput readConfig(const ConfigSource &source);
+
+/** The same for the file @p name ("-" is standard input).
+ * @throws ToolError also when it cannot be read */
 ConfigInput readConfig(const QString &name);
 
-/** A configuration text in memory, with all that it takes to write it back byte by byte. */
-class ConfigTextFile
-{
-public:
-    /**
-     * Reads the file @p name ("-" is standard input).
-     * @throws ToolError when it cannot be read, or is an image or archive
-     */
-    explicit ConfigTextFile(const QString &name);
-
-    const QString &name() const { return m_name; }
-    const QByteArray &bytes() const { return m_bytes; }
-    const QString &text() const { return m_text; }
-
-    /**
-     * The bytes of @p text in the encoding of this file: UTF-8, with a byte order mark where the
-     * file has one, or Latin-1.
-     * @throws ToolError (bad input) when that encoding cannot hold the text
-     */
-    QByteArray encode(const QString &text) const;
-
-private:
-    enum class Encoding { Utf8, Utf8WithMark, Latin1 };
-
-    QString m_name;
-    QByteArray m_bytes;
-    QString m_text;
-    Encoding m_encoding;
-};
+/** @throws ToolError when @p source is an archive, which would pass for a text without sections */
+void refuseArchive(const ConfigSource &source);
 
 /**
  * Parses @p text, the content of the file @p name.

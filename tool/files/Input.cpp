@@ -40,4 +40,16 @@ QByteArray readInput(const QString &name)
     }
 }
 
+QByteArray readPassword(const QString &name)
+{
+    const QByteArray content = readInput(name);
+    QByteArray password = content.mid(0, content.indexOf('\n')); // all of it without a line end
+    if (password.endsWith('\r'))
+        password.chop(1);
+    if (password.isEmpty())
+        throw ToolError(ExitCode::BadInput, QStringLiteral("no password in the first line"))
+            .at(name);
+    return password;
+}
+
 } // namespace vn::tool

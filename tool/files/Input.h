@@ -18,6 +18,12 @@ constexpr qint64 kMaxInputSize = qint64(512) * 1024 * 1024;
  */
 QByteArray readInput(const QString &name);
 
+/**
+ * The password in the first line of the file @p name ("-" is standard input).
+ * @throws ToolError (bad input) as readInput(), and when the line is empty
+ */
+QByteArray readPassword(const QString &name);
+
 } // namespace vn::tool
 
 #endif // VN_TOOL_FILES_INPUT_H

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#include "tool/files/EditedText.h"
+#include "tool/files/EditTarget.h"
 
 #include "tool/cli/FileNameCodec.h"
 #include "tool/cli/ToolError.h"
@@ -12,7 +12,7 @@
 
 namespace vn::tool {
 
-void EditedText::declare(Arguments &arguments)
+void EditTarget::declare(Arguments &arguments)
 {
     arguments.describe(
         "The edited text goes to standard output. Bytes outside the changed lines stay as they "
@@ -29,7 +29,7 @@ void EditedText::declare(Arguments &arguments)
     arguments.exclude("--dry-run", "--in-place");
 }
 
-void EditedText::requireReplaceable(const QString &inputName) const
+void EditTarget::requireReplaceable(const QString &inputName) const
 {
     if (!m_inPlace)
         return;
@@ -43,7 +43,7 @@ void EditedText::requireReplaceable(const QString &inputName) const
             .at(inputName);
 }
 
-void EditedText::deliver(const ConfigTextFile &original, const QString &edited, Output &out) const
+void EditTarget::deliver(const ConfigTextFile &original, const QString &edited, Output &out) const
 {
     const QByteArray bytes = original.encode(edited);
     if (m_dryRun)

@@ -1,19 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#ifndef VN_TOOL_FILES_EDITEDTEXT_H
-#define VN_TOOL_FILES_EDITEDTEXT_H
+#ifndef VN_TOOL_FILES_EDITTARGET_H
+#define VN_TOOL_FILES_EDITTARGET_H
 
 #include "tool/cli/Arguments.h"
 #include "tool/cli/Output.h"
-#include "tool/files/ConfigInput.h"
+#include "tool/files/ConfigTextFile.h"
 
 #include <optional>
 
 namespace vn::tool {
 
 /** Where an edited text goes: the options that all editing commands share. */
-class EditedText
+class EditTarget
 {
 public:
     /** Declares --output, --in-place and --dry-run, and says in the help what they do. */
@@ -38,4 +38,4 @@ private:
 
 } // namespace vn::tool
 
-#endif // VN_TOOL_FILES_EDITEDTEXT_H
+#endif // VN_TOOL_FILES_EDITTARGET_H
