@@ -5,6 +5,7 @@
 
 #include "base/Exceptions.h"
 #include "base/FileDescriptor_p.h"
+#include "base/ZipReader.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QCoreApplication>
@@ -90,6 +91,9 @@ void throwDeviceError(const QIODevice *device, const QString &reason)
         throw FileException(FailedFile(file->fileName(), text));
     if (const auto *file = qobject_cast<const QFileDevice *>(device))
         throw IOException(file->fileName() + QLatin1String(": ") + text);
+    const auto *archive = dynamic_cast<const ZipReader *>(device);
+    if (archive && archive->error() != ArchiveError::None && archive->errorString() == text)
+        throw archive->exception();
     throw IOException(text);
 }
 

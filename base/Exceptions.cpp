@@ -140,4 +140,28 @@ void FileException::raise() const
     throw *this;
 }
 
+ArchiveException::ArchiveException(const QString &path, const QString &entry, ArchiveError error,
+                                   const QString &reason)
+    : IOException(path + kSeparator + (entry.isNull() ? entry : entry + kSeparator) + reason)
+    , m_path(path)
+    , m_entry(entry)
+    , m_reason(reason)
+    , m_error(error)
+{
+}
+
+ArchiveException::ArchiveException(const ArchiveException &) noexcept = default;
+ArchiveException &ArchiveException::operator=(const ArchiveException &) noexcept = default;
+ArchiveException::~ArchiveException() = default;
+
+ArchiveException *ArchiveException::clone() const
+{
+    return new ArchiveException(*this);
+}
+
+void ArchiveException::raise() const
+{
+    throw *this;
+}
+
 } // namespace vn

@@ -164,6 +164,64 @@ private:
     QString m_fileName;
 };
 
+/** Why an archive, or one of its entries, could not be read. @since 1.0.0 */
+enum class ArchiveError {
+    None,                   ///< Nothing failed.
+    NotOpen,                ///< The archive is not open, or another time, or not for reading.
+    CannotBeOpened,         ///< The system refuses the file, or it is no regular one.
+    ReadFailed,             ///< The system could not read the file.
+    NotAnArchive,           ///< The file is something else.
+    Truncated,              ///< The end of the archive is missing.
+    Damaged,                ///< The archive contradicts itself, or data do not fit their checksum.
+    NeedsPassword,          ///< The entry is encrypted, and there is no password.
+    WrongPassword,          ///< The entry is encrypted with another password.
+    DamagedOrWrongPassword, ///< One of the two: the format does not tell them apart for certain.
+    UnsupportedMethod,      ///< The entry is compressed or encrypted in a way that is not known.
+    NoSuchEntry,            ///< The archive has no such entry, or none has been chosen.
+    OverEntryCountLimit,    ///< Over ZipReader::entryCountLimit().
+    OverDirectorySizeLimit, ///< The directory of the archive holds more than 256 MiB.
+    OverEntrySizeLimit,     ///< Over ZipReader::entrySizeLimit().
+    OverArchiveSizeLimit,   ///< Over ZipReader::archiveSizeLimit().
+    OverRatioLimit,         ///< Over ZipReader::ratioLimit().
+};
+
+/** An archive that could not be read; the message is "PATH: REASON" or "PATH: ENTRY: REASON".
+ * @since 1.0.0 */
+class VN_BASE_EXPORT ArchiveException : public IOException
+{
+public:
+    /** Says that the archive at @p path, or where it is not null its @p entry, could not be read
+     * for the cause @p error, in words the @p reason. */
+    ArchiveException(const QString &path, const QString &entry, ArchiveError error,
+                     const QString &reason);
+    /** A copy, which shares everything. */
+    ArchiveException(const ArchiveException &other) noexcept;
+    /** Takes everything over. */
+    ArchiveException &operator=(const ArchiveException &other) noexcept;
+    ~ArchiveException() override;
+
+    /** The path of the archive, as its reader was given it. */
+    const QString &path() const noexcept { return m_path; }
+
+    /** The name of the entry; null where the archive itself could not be read. */
+    const QString &entry() const noexcept { return m_entry; }
+
+    /** Why. */
+    ArchiveError error() const noexcept { return m_error; }
+
+    /** Why in words, without the names. */
+    const QString &reason() const noexcept { return m_reason; }
+
+    ArchiveException *clone() const override;
+    [[noreturn]] void raise() const override;
+
+private:
+    QString m_path;
+    QString m_entry;
+    QString m_reason;
+    ArchiveError m_error;
+};
+
 } // namespace vn
 
 #endif // VN_BASE_EXCEPTIONS_H

@@ -3,8 +3,6 @@
 
 #include "base/ZipDecoder_p.h"
 
-#include "base/Exceptions.h"
-
 #include <QtCore/QtEndian>
 
 #include <algorithm>
@@ -12,6 +10,7 @@
 #include <cstdio>
 #include <cstring>
 #include <numeric>
+#include <optional>
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -157,11 +156,13 @@ public:
         m_handle.reset(archive_read_new());
         archive *handle = m_handle.get();
         if (!handle)
-            throw IOException(qt_error_string(ENOMEM));
+            failArchive(ArchiveError::ReadFailed, qt_error_string(ENOMEM));
         check(archive_read_support_format_zip_seekable(handle));
         // libarchive takes no zero byte in a password, and no empty one.
-        if (!password.isEmpty() && !password.contains('\0'))
+        if (!password.isEmpty() && !password.contains('\0')) {
             check(archive_read_add_passphrase(handle, password.constData()));
+            check(archive_read_set_passphrase_callback(handle, this, &Pass::askForAnother));
+        }
         check(archive_read_set_read_callback(handle, &Pass::read));
         check(archive_read_set_seek_callback(handle, &Pass::seek));
         check(archive_read_set_skip_callback(handle, &Pass::skip));
@@ -174,9 +175,15 @@ public:
     {
         if (result >= 0)
             return;
+        if (m_readError)
+            throw *m_readError;
         const char *text = archive_error_string(m_handle.get());
-        throw IOException(text ? QString::fromUtf8(text)
-                               : qt_error_string(archive_errno(m_handle.get())));
+        // Where only this entry is beyond libarchive, and not the archive, it "failed".
+        failArchive(m_isPasswordWrong          ? ArchiveError::WrongPassword
+                    : result == ARCHIVE_FAILED ? ArchiveError::UnsupportedMethod
+                                               : ArchiveError::Damaged,
+                    text ? QString::fromUtf8(text)
+                         : qt_error_string(archive_errno(m_handle.get())));
     }
 
     archive *handle() const { return m_handle.get(); }
@@ -191,8 +198,9 @@ private:
     {
         try {
             return static_cast<Pass *>(self)->read(data);
-        } catch (const std::exception &e) { // must not pass through C
-            archive_set_error(handle, EIO, "%s", e.what());
+        } catch (const ArchiveException &e) { // must not pass through C
+            static_cast<Pass *>(self)->m_readError = e;
+            archive_set_error(handle, EIO, "%s", "the file cannot be read");
             return ARCHIVE_FATAL;
         }
     }
@@ -215,6 +223,13 @@ private:
         const std::int64_t count = m_windowEnd - m_position;
         m_position = m_windowEnd;
         return static_cast<la_ssize_t>(count);
+    }
+
+    /** Called where the password turns out not to be that of an entry. */
+    static const char *askForAnother(archive *, void *self)
+    {
+        static_cast<Pass *>(self)->m_isPasswordWrong = true;
+        return nullptr;
     }
 
     static la_int64_t seek(archive *, void *self, la_int64_t offset, int whence)
@@ -245,6 +260,8 @@ private:
     std::unique_ptr<char[]> m_window;
     std::int64_t m_windowBegin = 0;
     std::int64_t m_windowEnd = 0;
+    std::optional<ArchiveException> m_readError;
+    bool m_isPasswordWrong = false;
     std::unique_ptr<archive, FreeArchive> m_handle; // goes first: it calls the functions above
 };
 
@@ -301,7 +318,7 @@ void ZipDecoder::decode(int index, EntryContent *content)
         const int found = archive_read_next_header(pass.handle(), &header);
         ++pass.next;
         if (found == ARCHIVE_EOF)
-            throw IOException(QStringLiteral("not where the directory says"));
+            failArchive(ArchiveError::Damaged, QStringLiteral("not where the directory says"));
         // In a locale without the letters of its name every entry brings a warning.
         if (found == ARCHIVE_WARN)
             checkLocalHeader(entry);
@@ -319,18 +336,19 @@ void ZipDecoder::decode(int index, EntryContent *content)
                 break;
             content->m_size += static_cast<std::size_t>(count);
             if (content->m_size > size)
-                throw IOException(
-                    QStringLiteral("more than the %1 bytes of the directory").arg(size));
+                failArchive(ArchiveError::Damaged,
+                            QStringLiteral("more than the %1 bytes of the directory").arg(size));
             if (content->m_size == content->m_capacity)
                 content->reserve(std::min(2 * content->m_capacity, size + 1));
         }
         if (content->m_size != size)
-            throw IOException(QStringLiteral("%1 bytes where the directory says %2")
-                                  .arg(content->m_size)
-                                  .arg(size));
+            failArchive(ArchiveError::Damaged,
+                        QStringLiteral("%1 bytes where the directory says %2")
+                            .arg(content->m_size)
+                            .arg(size));
         // libarchive leaves out the check where there is no data.
         if (size == 0 && entry.crc != 0)
-            throw IOException(QStringLiteral("the checksum is wrong"));
+            failArchive(ArchiveError::Damaged, QStringLiteral("the checksum is wrong"));
     } catch (...) {
         content->clear();
         m_pass.reset(); // libarchive says of few errors how to go on after them
@@ -397,7 +415,7 @@ void ZipDecoder::checkLocalHeader(const ZipEntry &entry) const
     };
     if (!isComplete || !agrees(14, entry.crc) || !sizeAgrees(18, entry.compressedSize) ||
         !sizeAgrees(22, entry.size))
-        throw IOException(QStringLiteral("the entry contradicts the directory"));
+        failArchive(ArchiveError::Damaged, QStringLiteral("the entry contradicts the directory"));
 }
 
 } // namespace internal

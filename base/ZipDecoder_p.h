@@ -57,8 +57,8 @@ public:
     /**
      * Decodes the entry @p index of the directory into @p content: all of it, until libarchive
      * tells its end, and compares it with the directory.
-     * @throws IOException with the reason when the entry is damaged or the password wrong; @p
-     * content is of no use then
+     * @throws ArchiveException with the reason when the entry is damaged or the password wrong;
+     * @p content is of no use then
      */
     void decode(int index, EntryContent *content);
 

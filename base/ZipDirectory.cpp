@@ -3,7 +3,6 @@
 
 #include "base/ZipDirectory_p.h"
 
-#include "base/Exceptions.h"
 #include "base/Utf8_p.h"
 
 #include <QtCore/QFile>
@@ -107,14 +106,15 @@ bool hasSignature(const char *data, const char (&signature)[5])
     return std::memcmp(data, signature, 4) == 0;
 }
 
-[[noreturn]] void fail(const char *reason)
+[[noreturn]] void fail(ArchiveError error, const char *reason)
 {
-    throw IOException(QString::fromLatin1(reason));
+    failArchive(error, QString::fromLatin1(reason));
 }
 
 [[noreturn]] void failCount(int maxEntries)
 {
-    throw IOException(QStringLiteral("more than the limit of %1 entries").arg(maxEntries));
+    failArchive(ArchiveError::OverEntryCountLimit,
+                QStringLiteral("more than the limit of %1 entries").arg(maxEntries));
 }
 
 /** Where the directory is, as an end record says it. */
@@ -155,14 +155,16 @@ public:
             if (location && !shifted)
                 shifted = location;
         }
+        char start[4];
+        const bool isArchiveAtStart = m_file.read(0, start, sizeof start) == sizeof start &&
+                                      hasSignature(start, kLocalSignature);
         if (!shifted)
-            fail("not a zip archive, or cut off: it has no directory");
+            fail(isArchiveAtStart ? ArchiveError::Truncated : ArchiveError::NotAnArchive,
+                 "not a zip archive, or cut off: it has no directory");
         // Something may stand before an archive, such as a program that unpacks it. But where an
         // archive begins the file, the directory is that of an archive within it.
-        char start[4];
-        if (m_file.read(0, start, sizeof start) == sizeof start &&
-            hasSignature(start, kLocalSignature))
-            fail("cut off: its directory is missing");
+        if (isArchiveAtStart)
+            fail(ArchiveError::Truncated, "cut off: its directory is missing");
         return *shifted;
     }
 
@@ -326,14 +328,19 @@ std::int64_t toOffset(std::uint64_t value)
 
 } // namespace
 
+void failArchive(ArchiveError error, const QString &reason)
+{
+    throw ArchiveException(QString(), QString(), error, reason);
+}
+
 ArchiveFile::ArchiveFile(const QString &path)
     : m_descriptor(openForReading(path))
 {
     struct stat status;
     if (!m_descriptor.isValid() || ::fstat(m_descriptor.get(), &status) != 0)
-        throw IOException(qt_error_string(errno));
+        failArchive(ArchiveError::CannotBeOpened, qt_error_string(errno));
     if (!S_ISREG(status.st_mode))
-        fail("not a regular file");
+        fail(ArchiveError::CannotBeOpened, "not a regular file");
     m_size = status.st_size;
 }
 
@@ -346,7 +353,7 @@ std::int64_t ArchiveFile::read(std::int64_t offset, char *data, std::int64_t siz
                            offset + done);
         });
         if (count < 0)
-            throw IOException(qt_error_string(errno));
+            failArchive(ArchiveError::ReadFailed, qt_error_string(errno));
         if (count == 0)
             break;
         done += count;
@@ -359,13 +366,13 @@ ZipDirectory::ZipDirectory(const ArchiveFile &file, int maxEntries)
     const Location location = Locator(file).find();
     const std::int64_t mostPossible = location.size / kRecordSize;
     if (location.size > kMaxDirectorySize)
-        fail("the directory is too large");
+        fail(ArchiveError::OverDirectorySizeLimit, "the directory is too large");
     if (location.isCount64 && location.count > static_cast<std::uint64_t>(maxEntries))
         failCount(maxEntries);
 
     QByteArray directory(static_cast<int>(location.size), Qt::Uninitialized);
     if (file.read(location.offset, directory.data(), location.size) != location.size)
-        fail("the directory is cut off");
+        fail(ArchiveError::Truncated, "the directory is cut off");
     m_offset = location.offset;
     m_entries.reserve(static_cast<std::size_t>(
         std::min<std::uint64_t>(location.count, static_cast<std::uint64_t>(mostPossible))));
@@ -375,12 +382,12 @@ ZipDirectory::ZipDirectory(const ArchiveFile &file, int maxEntries)
         if (left >= 4 && hasSignature(p, kSignatureSignature))
             break;
         if (left < kRecordSize || !hasSignature(p, kRecordSignature))
-            fail("the directory is damaged");
+            fail(ArchiveError::Damaged, "the directory is damaged");
         const int nameSize = get16(p + 28);
         const int extraSize = get16(p + 30);
         const int recordSize = kRecordSize + nameSize + extraSize + get16(p + 32);
         if (left < recordSize)
-            fail("the directory is damaged");
+            fail(ArchiveError::Damaged, "the directory is damaged");
         if (m_entries.size() == static_cast<std::size_t>(maxEntries))
             failCount(maxEntries);
 
@@ -406,9 +413,10 @@ ZipDirectory::ZipDirectory(const ArchiveFile &file, int maxEntries)
 
     const std::uint64_t count = m_entries.size();
     if (location.isCount64 ? count != location.count : (count & 0xFFFF) != location.count)
-        throw IOException(QStringLiteral("the directory holds %1 entries and should hold %2")
-                              .arg(count)
-                              .arg(location.count));
+        failArchive(ArchiveError::Damaged,
+                    QStringLiteral("the directory holds %1 entries and should hold %2")
+                        .arg(count)
+                        .arg(location.count));
 }
 
 QString zipEntryName(const QByteArray &name, bool isUtf8)

@@ -13,6 +13,7 @@
  * Source: the zip application note 6.3.10, chapter 4.
  */
 
+#include "base/Exceptions.h"
 #include "base/FileDescriptor_p.h"
 
 #include <QtCore/QByteArray>
@@ -25,18 +26,21 @@ namespace vn {
 
 namespace internal {
 
+/** Raises an ArchiveException that names nothing yet: ZipReader knows the names. */
+[[noreturn]] void failArchive(ArchiveError error, const QString &reason);
+
 /** A regular file that is read at any place. */
 class ArchiveFile
 {
 public:
-    /** @throws IOException with the reason when @p path is no regular file or cannot be opened;
-     * never waits for a pipe */
+    /** @throws ArchiveException with the reason when @p path is no regular file or cannot be
+     * opened; never waits for a pipe */
     explicit ArchiveFile(const QString &path);
 
     std::int64_t size() const { return m_size; }
 
     /** Reads @p size bytes at @p offset; fewer only where the file ends.
-     * @throws IOException when reading fails */
+     * @throws ArchiveException when reading fails */
     std::int64_t read(std::int64_t offset, char *data, std::int64_t size) const;
 
 private:
@@ -65,8 +69,8 @@ class ZipDirectory
 {
 public:
     /** Reads the directory of @p file.
-     * @throws IOException with the reason when there is none, it contradicts itself, or has more
-     * than @p maxEntries entries */
+     * @throws ArchiveException with the reason when there is none, it contradicts itself, or has
+     * more than @p maxEntries entries */
     ZipDirectory(const ArchiveFile &file, int maxEntries);
 
     /** The entries in the directory's order. */

@@ -3,7 +3,6 @@
 
 #include "base/ZipReader.h"
 
-#include "base/Exceptions.h"
 #include "base/StringUtils.h"
 #include "base/ZipDecoder_p.h"
 #include "base/ZipDirectory_p.h"
@@ -32,9 +31,6 @@ constexpr qint64 kRatioFreeSize = 16 * 1024 * 1024;
 constexpr int kHashBits = 61;
 constexpr std::uint64_t kHashModulus = (std::uint64_t(1) << kHashBits) - 1;
 __extension__ using Uint128 = unsigned __int128;
-
-// How libarchive says it.
-const QLatin1String kIncorrectPassword("Incorrect passphrase");
 
 /**
  * Finds entries by name, those of one name in turn.
@@ -153,6 +149,11 @@ struct OpenArchive
     std::vector<bool> isCounted; // which entries are in it
 };
 
+ArchiveException notOpen(const QString &path)
+{
+    return ArchiveException(path, QString(), ArchiveError::NotOpen, QStringLiteral("not open"));
+}
+
 } // namespace
 
 class Q_DECL_HIDDEN ZipReader::Private
@@ -165,9 +166,10 @@ public:
         Failed
     };
 
-    QString inEntry(const QString &name, const QString &reason) const
+    explicit Private(const QString &name)
+        : path(name)
+        , whyClosed(notOpen(name))
     {
-        return path + QLatin1String(": ") + name + QLatin1String(": ") + reason;
     }
 
     void decode();
@@ -181,9 +183,10 @@ public:
         return isThere ? &archive->entry(number) : nullptr;
     }
 
-    QString path;
+    const QString path;
     QByteArray password;
-    QString closedReason; // why the archive is not open
+    ArchiveException whyClosed;              // why the archive is not open
+    std::optional<ArchiveException> failure; // of the latest operation
     qint64 entrySizeLimit = qint64(256) * 1024 * 1024;
     qint64 archiveSizeLimit = qint64(1024) * 1024 * 1024;
     int entryCountLimit = 1000 * 1000;
@@ -197,18 +200,24 @@ public:
 };
 
 /** Decodes the chosen entry.
- * @throws IOException with the reason */
+ * @throws ArchiveException without the names */
 void ZipReader::Private::decode()
 {
     const ZipEntry &entry = archive->entry(index);
     checkLimits(entry);
     try {
         archive->decoder.decode(index, &content);
-    } catch (const IOException &e) {
+    } catch (const ArchiveException &e) {
+        ArchiveError error = e.error();
+        if (error == ArchiveError::Damaged &&
+            entry.compressedSize > archive->directory.offset() - entry.offset)
+            error = ArchiveError::Truncated;
+        if (!entry.isEncrypted() || error == ArchiveError::WrongPassword)
+            internal::failArchive(error, e.reason());
         // One wrong password in 256 passes the check that the format has for it.
-        if (!entry.isEncrypted() || e.message().startsWith(kIncorrectPassword))
-            throw;
-        throw IOException(e.message() + QLatin1String(", or the password is wrong"));
+        if (error == ArchiveError::Damaged)
+            error = ArchiveError::DamagedOrWrongPassword;
+        internal::failArchive(error, e.reason() + QLatin1String(", or the password is wrong"));
     }
     const auto place = static_cast<std::size_t>(index);
     if (!archive->isCounted[place]) {
@@ -220,58 +229,80 @@ void ZipReader::Private::decode()
 /** The sizes in the directory are enough to look at, for decoding ends where an entry has more. */
 void ZipReader::Private::checkLimits(const ZipEntry &entry) const
 {
-    const auto fail = [](const QString &reason) { throw IOException(reason); };
     if (entry.size > entrySizeLimit)
-        fail(QStringLiteral("more than the limit of %1 bytes").arg(entrySizeLimit));
+        internal::failArchive(
+            ArchiveError::OverEntrySizeLimit,
+            QStringLiteral("more than the limit of %1 bytes").arg(entrySizeLimit));
     if (!archive->isCounted[static_cast<std::size_t>(index)] &&
         entry.size > archiveSizeLimit - archive->readSize)
-        fail(QStringLiteral("more than the limit of %1 bytes for all entries")
-                 .arg(archiveSizeLimit));
+        internal::failArchive(ArchiveError::OverArchiveSizeLimit,
+                              QStringLiteral("more than the limit of %1 bytes for all entries")
+                                  .arg(archiveSizeLimit));
     const qint64 leastCompressed = entry.size / ratioLimit + (entry.size % ratioLimit ? 1 : 0);
     if (entry.size > kRatioFreeSize && entry.compressedSize < leastCompressed)
-        fail(QStringLiteral("compressed more than the limit of %1 times").arg(ratioLimit));
+        internal::failArchive(
+            ArchiveError::OverRatioLimit,
+            QStringLiteral("compressed more than the limit of %1 times").arg(ratioLimit));
     if (entry.isEncrypted() && password.isEmpty())
-        fail(QStringLiteral("encrypted, and there is no password"));
+        internal::failArchive(ArchiveError::NeedsPassword,
+                              QStringLiteral("encrypted, and there is no password"));
 }
 
 ZipReader::ZipReader(const QString &path, const QByteArray &password, QObject *parent)
     : QIODevice(parent)
-    , d(std::make_unique<Private>())
+    , d(std::make_unique<Private>(path))
 {
-    d->path = path;
     d->password = password;
-    d->closedReason = path + QLatin1String(": not open");
 }
 
 ZipReader::~ZipReader() = default;
 
 bool ZipReader::open(OpenMode mode)
 {
-    const auto fail = [this](const QString &reason) {
-        setErrorString(d->path + QLatin1String(": ") + reason);
-        if (!isOpen())
-            d->closedReason = errorString();
-        return false;
-    };
     if (isOpen())
-        return fail(QStringLiteral("already open"));
+        return fail(QString(), ArchiveError::NotOpen, QStringLiteral("already open"));
     if (mode != ReadOnly && mode != (ReadOnly | Unbuffered))
-        return fail(QStringLiteral("archives can only be opened for reading"));
+        return fail(QString(), ArchiveError::NotOpen,
+                    QStringLiteral("archives can only be opened for reading"));
     try {
         d->archive.emplace(d->path, d->password, d->entryCountLimit);
-    } catch (const IOException &e) {
+    } catch (const ArchiveException &e) {
         d->archive.reset();
-        return fail(e.message());
+        return fail(QString(), e.error(), e.reason());
     }
+    d->failure.reset();
     d->state = Private::State::NoEntry;
     return QIODevice::open(mode);
+}
+
+/** Keeps the error of an operation on the archive, or where it is not null on its @p entry; false.
+ */
+bool ZipReader::fail(const QString &entry, ArchiveError error, const QString &reason)
+{
+    d->failure.emplace(d->path, entry, error, reason);
+    setErrorString(d->failure->message());
+    if (!isOpen() && entry.isNull())
+        d->whyClosed = *d->failure;
+    return false;
+}
+
+ZipReader::Error ZipReader::error() const noexcept
+{
+    return d->failure ? d->failure->error() : Error::None;
+}
+
+ArchiveException ZipReader::exception() const
+{
+    return d->failure
+               ? *d->failure
+               : ArchiveException(d->path, QString(), Error::None, QStringLiteral("no error"));
 }
 
 void ZipReader::close()
 {
     if (isOpen())
         QIODevice::close();
-    d->closedReason = d->path + QLatin1String(": not open");
+    d->whyClosed = notOpen(d->path);
     d->archive.reset();
     d->content.clear();
     d->offset = 0;
@@ -281,7 +312,7 @@ void ZipReader::close()
 QStringList ZipReader::fileListBySuffix(const QString &suffix)
 {
     if (!d->archive)
-        throw IOException(d->closedReason);
+        throw d->whyClosed;
     QStringList names;
     for (const ZipEntry &entry : d->archive->directory.entries())
         if (!entry.isFolder() && StringUtils::endsWithIgnoreCase(entry.name, suffix))
@@ -324,17 +355,15 @@ bool ZipReader::choose(int index, const QString &name)
 {
     d->content.clear();
     d->offset = 0;
-    if (!d->archive) {
-        setErrorString(d->inEntry(name, QStringLiteral("the archive is not open")));
-        return false;
-    }
+    if (!d->archive)
+        return fail(name, ArchiveError::NotOpen, QStringLiteral("the archive is not open"));
     QIODevice::open(openMode()); // drops what is left of the entry before
     d->index = index;
     if (index < 0) {
         d->state = Private::State::Failed;
-        setErrorString(d->inEntry(name, QStringLiteral("no such entry")));
-        return false;
+        return fail(name, ArchiveError::NoSuchEntry, QStringLiteral("no such entry"));
     }
+    d->failure.reset();
     d->state = Private::State::Chosen;
     return true;
 }
@@ -360,14 +389,15 @@ qint64 ZipReader::bytesAvailable() const
 qint64 ZipReader::readData(char *data, qint64 maxSize)
 {
     if (d->state == Private::State::NoEntry)
-        setErrorString(d->path + QLatin1String(": no entry has been chosen"));
+        (void)fail(QString(), ArchiveError::NoSuchEntry,
+                   QStringLiteral("no entry has been chosen"));
     if (d->state == Private::State::Chosen) {
         try {
             d->decode();
             d->state = Private::State::Decoded;
-        } catch (const IOException &e) {
+        } catch (const ArchiveException &e) {
             d->state = Private::State::Failed;
-            setErrorString(d->inEntry(d->archive->entry(d->index).name, e.message()));
+            (void)fail(d->archive->entry(d->index).name, e.error(), e.reason());
         }
     }
     if (d->state != Private::State::Decoded)

@@ -4,6 +4,7 @@
 #ifndef VN_BASE_ZIPREADER_H
 #define VN_BASE_ZIPREADER_H
 
+#include "base/Exceptions.h"
 #include "base/Export.h"
 
 #include <QtCore/QByteArray>
@@ -29,7 +30,8 @@ namespace vn {
  * Reading the entries in listed order is one pass over the archive; any other order works, at the
  * cost of a new pass. The data of an entry is handed on only after all of it has been decoded and
  * checked, so a wrong password, a damaged and a truncated entry are errors of the first read: it
- * gives -1, and errorString() names the archive, the entry and the reason.
+ * gives -1, error() says which, and errorString() names the archive, the entry and the reason.
+ * FileUtils::readText() raises it as an ArchiveException.
  *
  * An archive from elsewhere may be made to unpack to more than any memory. Limits, which are
  * properties of the reader, make that an error, too.
@@ -39,6 +41,9 @@ namespace vn {
 class VN_BASE_EXPORT ZipReader : public QIODevice
 {
 public:
+    /** Why an operation failed. @since 1.0.0 */
+    using Error = ArchiveError;
+
     /** A reader for the archive at @p path; nothing is opened yet. An empty @p password means none.
      */
     explicit ZipReader(const QString &path, const QByteArray &password = QByteArray(),
@@ -54,7 +59,7 @@ public:
     /**
      * The names of the entries that end with @p suffix (case is ignored), in archive order, folders
      * left out. A name that occurs twice is listed twice.
-     * @throws IOException when the archive is not open or its directory cannot be read
+     * @throws ArchiveException when the archive is not open: why open() failed
      */
     QStringList fileListBySuffix(const QString &suffix);
 
@@ -80,6 +85,16 @@ public:
     /** openFile() for the entry @p index, which tells entries of one name apart and leaves their
      * turn as it is. @since 1.0.0 */
     bool openEntry(int index);
+
+    /**
+     * Why the latest open(), openFile(), openEntry() or read failed; None where it did not.
+     * errorString() says the same in words.
+     * @since 1.0.0
+     */
+    Error error() const noexcept;
+
+    /** The same with the names and the words, to be thrown or kept. @since 1.0.0 */
+    ArchiveException exception() const;
 
     /** The most bytes that one entry may hold; 256 MiB unless set. A larger one is a read error. */
     qint64 entrySizeLimit() const;
@@ -122,6 +137,7 @@ protected:
 private:
     class Q_DECL_HIDDEN Private;
     Q_DECL_HIDDEN bool choose(int index, const QString &name);
+    Q_DECL_HIDDEN bool fail(const QString &entry, ArchiveError error, const QString &reason);
     std::unique_ptr<Private> d;
 };
 

@@ -20,6 +20,7 @@ static_assert(std::is_base_of_v<std::exception, ExceptionQt>);
 static_assert(std::is_base_of_v<ExceptionQt, ParseException>);
 static_assert(std::is_base_of_v<ExceptionQt, IOException>);
 static_assert(std::is_base_of_v<IOException, FileException>);
+static_assert(std::is_base_of_v<IOException, ArchiveException>);
 static_assert(!std::is_base_of_v<IOException, ParseException>);
 
 // What the language copies while it unwinds must not throw.
@@ -27,6 +28,7 @@ static_assert(std::is_nothrow_copy_constructible_v<ExceptionQt>);
 static_assert(std::is_nothrow_copy_constructible_v<ParseException>);
 static_assert(std::is_nothrow_copy_constructible_v<IOException>);
 static_assert(std::is_nothrow_copy_constructible_v<FileException>);
+static_assert(std::is_nothrow_copy_constructible_v<ArchiveException>);
 
 // A text alone is no exception yet.
 static_assert(!std::is_convertible_v<QString, ExceptionQt>);
@@ -85,6 +87,7 @@ TEST(Exceptions, copyAndRaiseAsTheClassThatTheyAre)
     expectKeepsItsClass(ParseException("b"_q, 1, 2, 3, 4));
     expectKeepsItsClass(IOException("c"_q));
     expectKeepsItsClass(missingFile());
+    expectKeepsItsClass(ArchiveException("d"_q, "e"_q, ArchiveError::Damaged, "f"_q));
 }
 
 TEST(Exceptions, keepTheirPositionsInEveryCopy)
@@ -240,4 +243,23 @@ TEST(FileException, tellsNoNumberWhereTheSystemRefusedNothing)
     const FileException exception(file);
     EXPECT_EQ(exception.systemError(), 0) << exception.what();
     EXPECT_FALSE(exception.reason().isEmpty());
+}
+
+TEST(ArchiveException, tellsNamesAndReason)
+{
+    const ArchiveException ofEntry("a.zip"_q, "e"_q, ArchiveError::Damaged, "why"_q);
+    EXPECT_EQ(ofEntry.message(), "a.zip: e: why"_q);
+    ArchiveException exception("b.zip"_q, QString(), ArchiveError::NotAnArchive, "no: such"_q);
+    EXPECT_EQ(exception.message(), "b.zip: no: such"_q);
+    EXPECT_TRUE(exception.entry().isNull());
+    exception = ofEntry;
+    const std::unique_ptr<ArchiveException> copy(exception.clone());
+    EXPECT_EQ(copy->path(), "a.zip"_q);
+    EXPECT_EQ(copy->entry(), "e"_q);
+    EXPECT_EQ(copy->error(), ArchiveError::Damaged);
+    EXPECT_EQ(copy->reason(), "why"_q);
+    EXPECT_EQ(copy->cause(), nullptr);
+    // a nameless entry is one all the same
+    EXPECT_EQ(ArchiveException("a.zip"_q, ""_q, ArchiveError::Damaged, "why"_q).message(),
+              "a.zip: : why"_q);
 }

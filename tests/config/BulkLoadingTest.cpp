@@ -27,9 +27,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using vn::ArchiveException;
 using vn::FileException;
 using vn::FileUtils;
-using vn::IOException;
 using vn::VanteroConfigFile;
 using vn::ZipReader;
 using Configurations = QMap<QString, QString>;
@@ -576,13 +576,13 @@ TEST_F(BulkLoading, namesTheDamagedArchiveAmongGoodOnesAndKeepsEarlierTexts)
     writeFile(path("bad.zip"_q), bytes);
 
     Configurations configurations;
-    expectThrows<IOException>(
+    expectThrows<ArchiveException>(
         [&] {
             VanteroConfigFile::parseAll(
                 {path("good1.zip"_q), path("bad.zip"_q), path("good2.zip"_q)}, configurations,
                 false, ""_b);
         },
-        [&](const IOException &e) {
+        [&](const ArchiveException &e) {
             EXPECT_TRUE(e.message().contains(path("bad.zip"_q))) << e.what();
             EXPECT_TRUE(e.message().contains("b.cfg"_q)) << e.what();
         });
@@ -603,9 +603,11 @@ TEST_F(BulkLoading, raisesForWhatIsNoArchiveButNamedSo)
         SCOPED_TRACE(qPrintable(name));
         const QString culprit = name == "dir"_q ? path("dir/inner.ZIP"_q) : path(name);
         Configurations configurations = {{"a"_q, "b"_q}};
-        expectThrows<IOException>(
+        expectThrows<ArchiveException>(
             [&] { VanteroConfigFile::parseAll({path(name)}, configurations, true, ""_b); },
-            [&](const IOException &e) { EXPECT_TRUE(e.message().contains(culprit)) << e.what(); });
+            [&](const ArchiveException &e) {
+                EXPECT_TRUE(e.message().contains(culprit)) << e.what();
+            });
         EXPECT_EQ(shown(configurations), QStringList{"a|b"_q});
     }
 }
@@ -617,7 +619,8 @@ TEST_F(BulkLoading, raisesForACutArchive)
     for (const int size : {0, 1, 30, whole.size() / 2, whole.size() - 30, whole.size() - 1}) {
         SCOPED_TRACE(size);
         writeFile(path("cut.zip"_q), whole.left(size));
-        EXPECT_THROW(VanteroConfigFile::parseAll({path("cut.zip"_q)}, false, ""_b), IOException);
+        EXPECT_THROW(VanteroConfigFile::parseAll({path("cut.zip"_q)}, false, ""_b),
+                     ArchiveException);
     }
 }
 
@@ -628,9 +631,9 @@ TEST_F(BulkLoading, raisesForAWrongOrMissingPassword)
     for (const QString &name : {"plain.zip"_q, "aes.zip"_q})
         for (const QByteArray &password : {"wrong"_b, ""_b}) {
             SCOPED_TRACE(qPrintable(name) + std::string(password.constData()));
-            expectThrows<IOException>(
+            expectThrows<ArchiveException>(
                 [&] { VanteroConfigFile::parseAll({path(name)}, false, password); },
-                [&](const IOException &e) {
+                [&](const ArchiveException &e) {
                     EXPECT_TRUE(e.message().contains(path(name))) << e.what();
                 });
         }
@@ -641,7 +644,7 @@ TEST_F(BulkLoading, raisesForAnArchiveThatIsNotOpen)
     zip("a.zip"_q, {{"a.cfg"_q, configOf("10.0.0.1")}});
     ZipReader archive(path("a.zip"_q));
     Configurations configurations = {{"a"_q, "b"_q}};
-    EXPECT_THROW(VanteroConfigFile::parseAll(archive, configurations), IOException);
+    EXPECT_THROW(VanteroConfigFile::parseAll(archive, configurations), ArchiveException);
     EXPECT_EQ(shown(configurations), QStringList{"a|b"_q});
 }
 
