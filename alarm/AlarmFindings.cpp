@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "alarm/AlarmFindings_p.h"
+#include "alarm/AlarmLint.h"
 
 #include <QtCore/QTextCodec>
 
@@ -230,3 +231,9 @@ QString whereExpected(const QString &found, const char *expected)
 }
 
 } // namespace vn::internal
+
+vn::TextRange vn::alarmTextRange(const QByteArray &text, int start, int end)
+{
+    start = qBound(0, start, text.size());
+    return internal::AlarmPlaces(text).range({start, qBound(start, end, text.size())});
+}

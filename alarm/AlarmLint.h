@@ -47,6 +47,16 @@ namespace vn {
  */
 [[nodiscard]] VN_EXPORT Findings alarmUpdateFindings(const QByteArray &text);
 
+/**
+ * The bytes from @p start up to @p end of an alarm text, which a ParseException of the parsers has
+ * as its columns, as a place: lines and columns as in findings. What lies outside of @p text is
+ * taken for its end.
+ *
+ * Threads: reentrant.
+ * @since 1.0.0
+ */
+[[nodiscard]] VN_EXPORT TextRange alarmTextRange(const QByteArray &text, int start, int end);
+
 } // namespace vn
 
 #endif // VN_ALARM_ALARMLINT_H

@@ -3,7 +3,10 @@
 
 #include "tool/commands/AlarmTree.h"
 
+#include "alarm/AlarmLint.h"
 #include "base/Exceptions.h"
+#include "base/FileUtils.h"
+#include "base/SourceExcerpt.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QMap>
@@ -17,8 +20,6 @@
 namespace vn::tool {
 
 namespace {
-
-constexpr int kExcerptWidth = 76;
 
 /** The string as JSON writes it; a null string is an empty one here. */
 Json jsonString(const QString &text)
@@ -161,35 +162,12 @@ void AlarmTree::write(QString &text, int level) const
 
 ToolError alarmError(const ParseException &exception, const QString &name, const QByteArray &bytes)
 {
-    const int start = std::clamp(exception.startColumn(), 0, bytes.size());
-    const int end = std::clamp(exception.endColumn(), start, bytes.size());
-    const int lineStart = start > 0 ? bytes.lastIndexOf('\n', start - 1) + 1 : 0;
-    const int nextLine = bytes.indexOf('\n', start);
-    const int lineEnd = nextLine < 0 ? bytes.size() : nextLine;
-    const int lineNumber = bytes.left(start).count('\n') + 1;
-
-    // Every byte is one column, so that the mark is below the token.
-    int first = lineStart;
-    int last = lineEnd;
-    QString before;
-    QString behind;
-    if (last - first > kExcerptWidth) {
-        first = std::clamp(start - kExcerptWidth / 2, lineStart, lineEnd - kExcerptWidth);
-        last = first + kExcerptWidth;
-        before = first > lineStart ? QStringLiteral("...") : QString();
-        behind = last < lineEnd ? QStringLiteral("...") : QString();
-    }
-    QString shown = QString::fromLatin1(bytes.constData() + first, last - first);
-    for (QChar &c : shown)
-        if (!c.isPrint())
-            c = QLatin1Char(' ');
-    const int markLength = std::max(1, std::min(end, last) - start);
-    const QString mark = QLatin1Char('^') + QString(markLength - 1, QLatin1Char('~'));
-    const QString excerpt = before + shown + behind + QLatin1Char('\n') +
-                            QString(before.size() + start - first, QLatin1Char(' ')) + mark;
-    const ToolError error = ToolError(ExitCode::BadInput, exception.message())
-                                .at(name, lineNumber, start - lineStart + 1);
-    return shown.isEmpty() ? error : error.showing(excerpt);
+    const TextRange range = alarmTextRange(bytes, exception.startColumn(), exception.endColumn());
+    const SourceExcerpt excerpt = sourceExcerpt(FileUtils::decodeText(bytes), range);
+    const ToolError error =
+        ToolError(ExitCode::BadInput, exception.message()).at(name, range.line, range.column);
+    return excerpt.line.isEmpty() ? error
+                                  : error.showing(excerpt.line + QLatin1Char('\n') + excerpt.mark);
 }
 
 } // namespace vn::tool
