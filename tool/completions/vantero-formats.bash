@@ -42,7 +42,7 @@ _vantero_formats() {
     case $command in
         config) seconds='show set add unset remove splice merge diff write collect' ;;
         version) seconds='show compare check' ;;
-        alarms) seconds='list update' ;;
+        alarms) seconds='list update lint' ;;
         erdinfo) seconds='write show layout' ;;
     esac
     if [[ -n $seconds ]]; then
@@ -141,6 +141,11 @@ _vantero_formats() {
         options='--json --help'
         files='' folders='' others=''
         choices='' again='' arguments='file'
+        ;;
+    'alarms lint')
+        options='--severity --json --updates --help'
+        files='' folders='' others=''
+        choices='--severity=error,warning,note' again='' arguments='file ...'
         ;;
     'erdinfo write')
         options='--id1 --id2 --number1 --number2 --time1 --time2 --text1 --text2 --text3 --json --help'

@@ -23,7 +23,7 @@ complete -c vantero-formats -n '__vantero_formats_at' -a config -d 'commands: sh
 complete -c vantero-formats -n '__vantero_formats_at' -a version -d 'commands: show, compare, check'
 complete -c vantero-formats -n '__vantero_formats_at' -a firmware -d 'show the versions of firmware packages'
 complete -c vantero-formats -n '__vantero_formats_at' -a app-version -d 'show the version of an application as people read it'
-complete -c vantero-formats -n '__vantero_formats_at' -a alarms -d 'commands: list, update'
+complete -c vantero-formats -n '__vantero_formats_at' -a alarms -d 'commands: list, update, lint'
 complete -c vantero-formats -n '__vantero_formats_at' -a erdinfo -d 'commands: write, show, layout'
 complete -c vantero-formats -n '__vantero_formats_at' -l version -d 'show the version'
 complete -c vantero-formats -n '__vantero_formats_at' -l json -d 'print the result as one JSON value'
@@ -42,6 +42,7 @@ complete -c vantero-formats -n '__vantero_formats_at version' -a compare -d 'com
 complete -c vantero-formats -n '__vantero_formats_at version' -a check -d 'tell whether an update is safe'
 complete -c vantero-formats -n '__vantero_formats_at alarms' -a list -d 'show an alarm list as a tree'
 complete -c vantero-formats -n '__vantero_formats_at alarms' -a update -d 'show an alarm update as scripts get it'
+complete -c vantero-formats -n '__vantero_formats_at alarms' -a lint -d 'tell all faults of alarm lists and alarm updates'
 complete -c vantero-formats -n '__vantero_formats_at erdinfo' -a write -d 'write the record of an event recording'
 complete -c vantero-formats -n '__vantero_formats_at erdinfo' -a show -d 'show and check the record of an event recording'
 complete -c vantero-formats -n '__vantero_formats_at erdinfo' -a layout -d 'show the fields of the record of an event recording'
@@ -107,6 +108,10 @@ complete -c vantero-formats -n '__vantero_formats_in alarms list' -F
 complete -c vantero-formats -n '__vantero_formats_in alarms list' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in alarms update' -F
 complete -c vantero-formats -n '__vantero_formats_in alarms update' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in alarms lint' -F
+complete -c vantero-formats -n '__vantero_formats_in alarms lint' -l severity -d 'print no findings that are less severe' -x -a 'error warning note'
+complete -c vantero-formats -n '__vantero_formats_in alarms lint' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in alarms lint' -l updates -d 'the files are alarm updates'
 complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -F
 complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l id1 -d 'first number' -x
 complete -c vantero-formats -n '__vantero_formats_in erdinfo write' -l id2 -d 'second number' -x
