@@ -35,6 +35,21 @@ void readHeaderOf(ConfigCollector::Found &found)
         });
 }
 
+/** Puts why @p exception was raised into @p found. */
+void explain(const IOException &exception, ConfigCollector::Found &found)
+{
+    found.exception.reset(exception.clone());
+    if (const auto *archive = dynamic_cast<const ArchiveException *>(&exception)) {
+        found.reason = archive->reason();
+        found.archiveError = archive->error();
+    } else if (const auto *file = dynamic_cast<const FileException *>(&exception)) {
+        found.reason = file->reason();
+        found.systemError = file->systemError();
+    } else {
+        found.reason = exception.message();
+    }
+}
+
 } // namespace
 
 class Q_DECL_HIDDEN ConfigCollector::Private
@@ -69,10 +84,14 @@ ConfigCollector::Found ConfigCollector::Private::read(const Source &source, bool
     found.status = source.m_status;
     found.path = source.path;
     found.entry = source.entry;
+    found.index = source.index;
     found.isNamed = source.isNamed;
-    found.reason = source.m_reason;
-    found.exception = source.m_exception;
-    if (source.m_status == Status::Configuration) {
+    if (source.m_exception) {
+        explain(*source.m_exception, found);
+    } else if (source.m_systemError != 0) {
+        found.reason = qt_error_string(source.m_systemError);
+        found.systemError = source.m_systemError;
+    } else if (source.m_status == Status::Configuration) {
         try {
             if (source.m_archive)
                 readEntry(source, found);
@@ -80,11 +99,9 @@ ConfigCollector::Found ConfigCollector::Private::read(const Source &source, bool
                 readFile(source, isNext, found);
         } catch (const IOException &e) {
             found.status = source.m_archive ? Status::EntryUnreadable : Status::FileUnreadable;
-            found.exception.reset(e.clone());
+            explain(e, found);
         }
     }
-    if (found.exception)
-        found.reason = found.exception->message();
     if (source.m_status == Status::Configuration || source.m_status == Status::ArchiveUnreadable) {
         ++done.files;
         done.bytes += found.exception ? std::max<qint64>(source.size, 0) : found.bytes.size();
@@ -124,7 +141,10 @@ void ConfigCollector::Private::readEntry(const Source &source, Found &found)
             archive = source.m_archive;
         }
         device = reader.get();
-        (void)device->openEntry(source.m_index); // likewise
+        if (device->entryName(source.index) != source.entry)
+            throw ArchiveException(source.path, source.entry, ArchiveError::NoSuchEntry,
+                                   QStringLiteral("the archive has changed meanwhile"));
+        (void)device->openEntry(source.index); // likewise
     }
     found.bytes = FileUtils::readBytes(device);
     found.text = FileUtils::decodeText(found.bytes);
@@ -140,6 +160,11 @@ ConfigCollector::ConfigCollector(const QStringList &paths, const Options &option
 ConfigCollector::ConfigCollector(ZipReader &archive, const Options &options)
     : d(std::make_unique<Private>(SourceWalk(archive, options), SourceWalk(archive, options),
                                   options))
+{
+}
+
+ConfigCollector::ConfigCollector(const Options &options)
+    : ConfigCollector(QStringList(), options)
 {
 }
 

@@ -4,6 +4,7 @@
 #ifndef VN_CONFIG_CONFIGCOLLECTOR_H
 #define VN_CONFIG_CONFIGCOLLECTOR_H
 
+#include "base/Exceptions.h"
 #include "base/Export.h"
 
 #include <QtCore/QByteArray>
@@ -16,7 +17,6 @@
 
 namespace vn {
 
-class ExceptionQt;
 class ZipReader;
 
 namespace internal {
@@ -53,7 +53,7 @@ class SourceWalk;
  *
  * Several threads: nextSource() gives the places in their order without reading them, and read()
  * reads one, on any collector. So one thread may call nextSource() while others, each with a
- * collector of its own (of no paths, and the same options), read(); whoever puts what they find
+ * collector of its own and the same options, read(); whoever puts what they find
  * back into the order of the sources has what next() would have given. Entries of an archive are
  * read fastest in runs of neighbours, as each collector goes through the archive in one pass.
  *
@@ -119,6 +119,9 @@ public:
         QString path;
         /** The name of the entry; null where it is the file. */
         QString entry;
+        /** The place of the entry in the archive's directory, from 0, which tells entries of one
+         * name apart; -1 for everything else. */
+        int index = -1;
         /** Whether the path is one of those given to the collector, not found in a folder. */
         bool isNamed = false;
         /** The size of an entry in bytes, as the archive's directory says; -1 for everything else.
@@ -132,9 +135,8 @@ public:
         Status m_status = Status::NotFound; // Configuration: not known before it is read
         QString m_location;                 // the absolute path, of a file
         std::shared_ptr<internal::CollectedArchive> m_archive; // of an entry
-        int m_index = -1;                                      // of an entry
-        QString m_reason;                                      // of a fault
-        std::shared_ptr<const ExceptionQt> m_exception;        // likewise
+        int m_systemError = 0;                                 // of a folder
+        std::shared_ptr<const IOException> m_exception;        // of an archive
     };
 
     /** What was found at one place. */
@@ -146,6 +148,8 @@ public:
         QString path;
         /** Source::entry */
         QString entry;
+        /** Source::index */
+        int index = -1;
         /** Source::isNamed */
         bool isNamed = false;
 
@@ -163,12 +167,17 @@ public:
         /** "Factory IP" of the header; null where it has none. */
         QString factoryIp;
 
-        /** Why it could not be read, without the names of file and entry; null where parseAll()
-         * would pass it over, but for FolderUnreadable. */
+        /** Why it could not be read, without the names of file and entry; null where it could, and
+         * for NotFound, NotAFile and FolderSkipped, which say it all. */
         QString reason;
+        /** The same as a value, for ArchiveUnreadable and EntryUnreadable. */
+        ArchiveError archiveError = ArchiveError::None;
+        /** The same as the system's number, such as EACCES, for FileUnreadable and
+         * FolderUnreadable; 0 where the system has none. */
+        int systemError = 0;
         /** What parseAll() raises here, of the class that it raises; null where it raises nothing.
          */
-        std::shared_ptr<const ExceptionQt> exception;
+        std::shared_ptr<const IOException> exception;
     };
 
     /** How far a collection is. Files are counted with entries of archives, and with archives that
@@ -194,6 +203,9 @@ public:
      * the options the suffixes and `stop` count. The path of what is found is null.
      */
     ConfigCollector(ZipReader &archive, const Options &options);
+
+    /** A collector of nothing, to read() what another one lists. */
+    explicit ConfigCollector(const Options &options);
 
     ~ConfigCollector();
     ConfigCollector(const ConfigCollector &) = delete;            // goes its way once

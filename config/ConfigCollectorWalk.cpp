@@ -86,6 +86,12 @@ std::unique_ptr<ZipReader> CollectedArchive::takeReader(const ConfigCollector::O
     return m_isTaken.exchange(true) ? openReader(m_path, options) : std::move(m_reader);
 }
 
+void CollectedArchive::dropReader()
+{
+    if (!m_isTaken.exchange(true))
+        m_reader.reset();
+}
+
 // ---- Folders -----------------------------------------------------------------------------------
 
 SourceWalk::SourceWalk(QStringList paths, const ConfigCollector::Options &options)
@@ -111,11 +117,12 @@ std::optional<ConfigCollector::Source> SourceWalk::next()
             Source source = m_archiveSource;
             source.entry = entry.name;
             source.size = entry.size;
-            source.m_index = entry.index;
+            source.index = entry.index;
             source.m_archive = m_archive;
             return source;
         }
-        m_archive.reset();
+        if (m_archive)
+            std::exchange(m_archive, nullptr)->dropReader();
 
         Source source;
         source.m_status = Status::Configuration;
@@ -201,7 +208,7 @@ std::optional<ConfigCollector::Source> SourceWalk::visitFolder(Source &&source)
     FolderEntries entries = openFolder(source.m_location);
     if (const int error = entries.error()) {
         source.m_status = error == ENOENT ? Status::NotFound : Status::FolderUnreadable;
-        source.m_reason = qt_error_string(error);
+        source.m_systemError = error;
         return std::move(source);
     }
     const bool isClosed = entries.isClosedToEntry();
@@ -221,7 +228,7 @@ std::optional<ConfigCollector::Source> SourceWalk::visitFolder(Source &&source)
     if (!isClosed)
         return std::nullopt;
     source.m_status = Status::FolderUnreadable;
-    source.m_reason = qt_error_string(EACCES);
+    source.m_systemError = EACCES;
     return std::move(source); // its entries follow all the same, each with its own fault
 }
 

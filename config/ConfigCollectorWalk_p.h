@@ -49,6 +49,9 @@ public:
     /** A reader of one's own, which the first one who asks need not open.
      * @throws IOException when it cannot be opened any more */
     std::unique_ptr<ZipReader> takeReader(const ConfigCollector::Options &options);
+    /** Closes the reader that nobody has asked for, so that many archives that are listed ahead
+     * hold no files open. */
+    void dropReader();
 
 private:
     void list(ZipReader &reader, const QStringList &suffixes);

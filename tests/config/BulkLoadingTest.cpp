@@ -387,6 +387,20 @@ TEST_F(BulkLoading, skipsHiddenEntriesLinksAndSpecialFilesInFolders)
     expectAll({path("dir"_q)}, true, ""_b, {entry("10.0.0.1"_q, configOf("10.0.0.1"))});
 }
 
+TEST_F(BulkLoading, looksIntoFoldersThatOnlyQtKnows)
+{
+    // As QDir lists them: a resource, and search paths that lead to folders and to a resource.
+    file("one/a.cfg"_q, configOf("10.0.0.1"));
+    file("two/sub/b.cfg"_q, configOf("10.0.0.2"));
+    QDir::setSearchPaths("cams"_q, {path("one"_q), path("two"_q), ":/configurations"_q});
+    expectLikePlain({":/configurations"_q}, true, ""_b, 2);
+    expectLikePlain({"cams:"_q}, true, ""_b, 1);
+    expectLikePlain({"cams:sub"_q, "cams:more"_q, "cams:none"_q}, true, ""_b, 2);
+    expectLikePlain({":/configurations/north.cfg"_q, "cams:a.cfg"_q}, true, ""_b, 2);
+    expectLikePlain({":/configurations"_q, "cams:"_q}, false, ""_b, 0);
+    QDir::setSearchPaths("cams"_q, {});
+}
+
 TEST_F(BulkLoading, readsNamesOfAllKinds)
 {
     const QStringList names = {
