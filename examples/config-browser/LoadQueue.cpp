@@ -31,7 +31,7 @@ void LoadQueue::cancel()
         return;
     m_wasCancelled = true;
     m_requests.clear();
-    m_loader->requestInterruption();
+    m_loader->stop();
 }
 
 bool LoadQueue::isBusy() const

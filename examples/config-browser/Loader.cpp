@@ -3,16 +3,11 @@
 
 #include "Loader.h"
 
-#include "SourceList.h"
-
 #include "base/Exceptions.h"
-#include "base/FileUtils.h"
-#include "base/ZipReader.h"
-#include "config/VanteroConfigFile.h"
+#include "config/ConfigCollector.h"
 
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QFile>
-#include <QtCore/QMap>
+#include <QtCore/QFileInfo>
 #include <QtCore/QMetaObject>
 
 #include <utility>
@@ -21,17 +16,39 @@ namespace browser {
 
 namespace {
 
+using vn::ArchiveError;
+using vn::ConfigCollector;
+
 constexpr int kBatchesAhead = 2;
 constexpr std::size_t kBatchSize = 64;
 constexpr int kBatchMs = 100;
 
-/** Whether an entry of an archive could not be read for want of the right password. The library
- * tells it in words only. */
-bool wantsPassword(const QString &reason)
+bool wantsPassword(ArchiveError error)
 {
-    return reason == QLatin1String("encrypted, and there is no password") ||
-           reason == QLatin1String("Incorrect passphrase") ||
-           reason.endsWith(QLatin1String(", or the password is wrong"));
+    return error == ArchiveError::NeedsPassword || error == ArchiveError::WrongPassword ||
+           error == ArchiveError::DamagedOrWrongPassword;
+}
+
+bool isAlarmList(const QString &path)
+{
+    return path.endsWith(QLatin1String(".alarms"), Qt::CaseInsensitive);
+}
+
+ConfigCollector::Options optionsOf(const QByteArray &password, const std::atomic<bool> &stop)
+{
+    ConfigCollector::Options options;
+    options.recursive = true;
+    options.order = ConfigCollector::Order::Name;
+    options.password = password;
+    options.stop = &stop;
+    return options;
+}
+
+QStringList absolute(QStringList paths)
+{
+    for (QString &path : paths)
+        path = QFileInfo(path).absoluteFilePath();
+    return paths;
 }
 
 } // namespace
@@ -42,117 +59,89 @@ class LoadRun
 public:
     LoadRun(Loader &loader, const QByteArray &password)
         : m_loader(loader)
-        , m_password(password)
+        , m_collector(loader.paths(), optionsOf(password, loader.m_isStopped))
     {
         m_sinceBatch.start();
     }
 
-    void load(const QStringList &paths)
+    void load()
     {
-        const std::vector<Source> sources = listSources(
-            paths, [this](const Problem &problem) { m_batch.problems.push_back(problem); },
-            [this] { return isCancelled(); });
-        m_batch.total = int(sources.size());
-        for (const Source &source : sources) {
-            if (isCancelled())
-                break;
-            read(source);
-            advance();
+        (void)m_collector.measure(); // where it is stopped, so is what follows
+        while (const auto found = m_collector.next()) {
+            take(*found);
+            const ConfigCollector::Progress progress = m_collector.progress();
+            m_batch.done = int(progress.files);
+            m_batch.total = int(progress.files + progress.filesLeft);
+            if (m_batch.configurations.size() >= kBatchSize || m_sinceBatch.hasExpired(kBatchMs))
+                send();
         }
         send();
     }
 
 private:
-    bool isCancelled() const { return m_loader.isInterruptionRequested(); }
+    using Found = ConfigCollector::Found;
+    using Status = ConfigCollector::Status;
 
-    void read(const Source &source)
+    void take(const Found &found)
     {
-        switch (source.kind) {
-        case Source::Kind::Configuration:
-            return readConfiguration(source);
-        case Source::Kind::Archive:
-            return readArchive(source.path);
-        case Source::Kind::AlarmList:
-            return readAlarmList(source.path);
+        switch (found.status) {
+        case Status::Configuration:
+        case Status::NoConfiguration:
+            return read(found);
+        case Status::NotFound:
+            return reportNamed(found, Loader::tr("no such file or folder"));
+        case Status::NotAFile:
+            return reportNamed(found, Loader::tr("neither a file nor a folder"));
+        case Status::FolderSkipped: // none is
+            return;
+        case Status::FolderUnreadable:
+            return report(found, Loader::tr("the folder cannot be read"));
+        case Status::FileUnreadable:
+        case Status::ArchiveUnreadable:
+            return report(found, found.reason);
+        case Status::EntryUnreadable:
+            if (!wantsPassword(found.archiveError))
+                report(found, found.reason);
+            else if (std::exchange(m_lockedArchive, found.path) != found.path)
+                m_batch.lockedArchives.push_back({found.path, problemOf(found, found.reason)});
         }
     }
 
-    void readConfiguration(const Source &source)
+    void read(const Found &found)
     {
-        // One file a call, so that an error ends the reading of that file alone.
-        QMap<QString, QString> found;
-        try {
-            (void)vn::VanteroConfigFile::parseAll({source.path}, found, false, QByteArray());
-        } catch (const vn::ExceptionQt &e) {
-            return report(source.path, QString(), withoutName(e.message(), source.path));
-        }
-        if (!found.isEmpty())
-            add(makeConfiguration(source.path, QString(), 0, found.first()));
-        else if (source.isNamed)
-            report(source.path, QString(),
-                   Loader::tr("no configuration: the first two lines do not tell the versions"));
-    }
-
-    /** Reads entry by entry: parseAll() would not tell their names, and could not be cancelled. */
-    void readArchive(const QString &path)
-    {
-        vn::ZipReader archive(path, m_password);
-        QStringList names;
-        try {
-            (void)archive.open(QIODevice::ReadOnly); // the list of its entries tells why it failed
-            names = archive.fileListBySuffix(QStringLiteral("cfg"));
-        } catch (const vn::ExceptionQt &e) {
-            return report(path, QString(), withoutName(e.message(), path));
-        }
-        m_batch.total += names.size();
-        bool isLocked = false;
-        for (int i = 0; i < names.size() && !isCancelled(); ++i) {
-            const QString &name = names.at(i);
-            try {
-                (void)archive.openFile(name); // reading tells why it failed
-                add(makeConfiguration(path, name, i, vn::FileUtils::readText(&archive)));
-            } catch (const vn::ExceptionQt &e) {
-                const QString reason = withoutName(withoutName(e.message(), path), name);
-                if (!wantsPassword(reason))
-                    report(path, name, reason);
-                else if (!std::exchange(isLocked, true))
-                    m_batch.lockedArchives.push_back({path, {path, name, reason}});
-            }
-            advance();
+        if (found.entry.isNull() && isAlarmList(found.path)) {
+            AlarmList list = parseAlarmList(found.path, found.bytes);
+            if (!list.isValid())
+                m_batch.problems.push_back({found.path, list.errorPlace(), list.error});
+            m_batch.alarmLists.push_back(std::move(list));
+        } else if (found.status == Status::Configuration) {
+            Configuration configuration =
+                makeConfiguration(found.path, found.entry, found.index, found.text);
+            if (!configuration.parseError.isEmpty())
+                report(found, configuration.parseError);
+            m_batch.configurations.push_back(std::move(configuration));
+        } else {
+            reportNamed(
+                found,
+                Loader::tr("no configuration: the first two lines do not tell the versions"));
         }
     }
 
-    void readAlarmList(const QString &path)
+    static Problem problemOf(const Found &found, const QString &reason)
     {
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly))
-            return report(path, QString(), file.errorString());
-        const QByteArray bytes = file.readAll();
-        if (file.error() != QFileDevice::NoError)
-            return report(path, QString(), file.errorString());
-        AlarmList list = parseAlarmList(path, bytes);
-        if (!list.isValid())
-            report(path, list.errorPlace(), list.error);
-        m_batch.alarmLists.push_back(std::move(list));
+        return {found.path, found.entry, reason};
     }
 
-    void add(Configuration configuration)
+    void report(const Found &found, const QString &reason)
     {
-        if (!configuration.parseError.isEmpty())
-            report(configuration.path, configuration.entry, configuration.parseError);
-        m_batch.configurations.push_back(std::move(configuration));
+        m_batch.problems.push_back(problemOf(found, reason));
     }
 
-    void report(const QString &file, const QString &place, const QString &reason)
+    /** What the user has not named may well be something else. */
+    void reportNamed(const Found &found, const QString &reason)
     {
-        m_batch.problems.push_back({file, place, reason});
-    }
-
-    void advance()
-    {
-        ++m_batch.done;
-        if (m_batch.configurations.size() >= kBatchSize || m_sinceBatch.hasExpired(kBatchMs))
-            send();
+        if (found.isNamed)
+            report(found, reason);
     }
 
     void send()
@@ -165,14 +154,15 @@ private:
     }
 
     Loader &m_loader;
-    const QByteArray &m_password;
+    ConfigCollector m_collector;
+    QString m_lockedArchive; // the latest one
     LoadBatch m_batch;
     QElapsedTimer m_sinceBatch;
 };
 
-Loader::Loader(QStringList paths, QByteArray password, QObject *parent)
+Loader::Loader(const QStringList &paths, QByteArray password, QObject *parent)
     : QThread(parent)
-    , m_paths(std::move(paths))
+    , m_paths(absolute(paths))
     , m_password(std::move(password))
     , m_freePlaces(kBatchesAhead)
 {
@@ -180,20 +170,25 @@ Loader::Loader(QStringList paths, QByteArray password, QObject *parent)
 
 Loader::~Loader()
 {
-    requestInterruption();
+    stop();
     wait();
+}
+
+void Loader::stop()
+{
+    m_isStopped = true;
 }
 
 void Loader::run()
 {
-    LoadRun(*this, m_password).load(m_paths);
+    LoadRun(*this, m_password).load();
 }
 
 void Loader::send(LoadBatch batch)
 {
     constexpr int kLookAgainMs = 20;
     while (!m_freePlaces.tryAcquire(1, kLookAgainMs))
-        if (isInterruptionRequested())
+        if (m_isStopped)
             return;
     QMetaObject::invokeMethod(
         this,

@@ -13,6 +13,7 @@
 #include <QtCore/QStringList>
 #include <QtCore/QThread>
 
+#include <atomic>
 #include <vector>
 
 namespace browser {
@@ -32,7 +33,7 @@ struct LoadBatch
     std::vector<Problem> problems;
     std::vector<LockedArchive> lockedArchives;
     int done = 0;  // files and entries of archives read
-    int total = 0; // of so many known so far
+    int total = 0; // of so many
 };
 
 /**
@@ -40,8 +41,7 @@ struct LoadBatch
  * that made it, in batches.
  *
  * The library does its work on the thread that calls it; all calls that may take long are made
- * here. Results are moved over, never shared. requestInterruption() ends it after the file or entry
- * that is being read; finished() comes after the last batch.
+ * here. Results are moved over, never shared. finished() comes after the last batch.
  */
 class Loader : public QThread
 {
@@ -49,8 +49,11 @@ class Loader : public QThread
 
 public:
     /** Reads @p paths, archives with @p password (empty means none), once start() is called. */
-    Loader(QStringList paths, QByteArray password, QObject *parent = nullptr);
+    Loader(const QStringList &paths, QByteArray password, QObject *parent = nullptr);
     ~Loader() override;
+
+    /** Ends it after the file or entry that is being read. */
+    void stop();
 
     const QStringList &paths() const { return m_paths; }
     bool hasPassword() const { return !m_password.isEmpty(); }
@@ -70,6 +73,7 @@ private:
 
     const QStringList m_paths;
     const QByteArray m_password;
+    std::atomic<bool> m_isStopped{false};
     QSemaphore m_freePlaces; // for batches that the receiver has not looked at
 };
 

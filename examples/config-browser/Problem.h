@@ -16,13 +16,6 @@ struct Problem
     QString reason;
 };
 
-/** @p message without the names that it begins with, since they have columns of their own. */
-inline QString withoutName(const QString &message, const QString &name)
-{
-    const QString prefix = name + QStringLiteral(": ");
-    return message.startsWith(prefix) ? message.mid(prefix.size()) : message;
-}
-
 } // namespace browser
 
 #endif // BROWSER_PROBLEM_H
