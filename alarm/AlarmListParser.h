@@ -38,7 +38,7 @@ struct PLLocation
  * |----------------------------------------------|----------------------------------------------|
  * | `{key: value, "key": value}`                 | QVariantMap; a repeated key keeps all values |
  * | `[value, value]`                             | QVariantList, *the last value first*         |
- * | `"text"`, `'text'`, bare words such as `on`  | QString, escapes left as they stand          |
+ * | `"text"`, ``'text'``, bare words like `on`   | QString, escapes left as they stand          |
  * | `1`, `-0.5`, `1e3`                           | double                                       |
  * | `true`, `false`                              | bool                                         |
  * | `null`                                       | an invalid QVariant                          |

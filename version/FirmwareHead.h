@@ -4,7 +4,10 @@
 #ifndef VN_VERSION_FIRMWAREHEAD_H
 #define VN_VERSION_FIRMWAREHEAD_H
 
-/** @file The lines of a firmware package that name its version, and whether they agree. */
+/**
+ * @file
+ * The lines of a firmware package that name its version, and whether they agree.
+ */
 
 #include "base/Export.h"
 #include "base/Finding.h"

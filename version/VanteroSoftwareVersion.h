@@ -31,9 +31,8 @@ struct SafeUpdateVerdict
     QString rule;
 
     /**
-     * That rule in one English sentence without a full stop, such as "K40 cameras on VN-3.0.3.*
-     * must first be updated to VN-3.0.6.29 or later". It states the rule alone, whether it is met
-     * or not.
+     * That rule in one English sentence without a full stop. It states the rule alone, whether it
+     * is met or not: "K40 cameras on VN-3.0.3.* must first be updated to VN-3.0.6.29 or later".
      */
     QString sentence;
 };

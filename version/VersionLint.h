@@ -4,7 +4,10 @@
 #ifndef VN_VERSION_VERSIONLINT_H
 #define VN_VERSION_VERSIONLINT_H
 
-/** @file Texts of versions that are read otherwise than they look. */
+/**
+ * @file
+ * Texts of versions that are read otherwise than they look.
+ */
 
 #include "base/Export.h"
 #include "base/Finding.h"
