@@ -31,17 +31,16 @@ class ZipWriter;
  * One camera configuration: the text it was loaded from and the map parsed from it.
  *
  * Text and map are independent on purpose: loading sets both, edits change only the map, and
- * store() writes only the text. To store an edited map, make a new text from it:
+ * store() writes only the text.
  * @code
  * VanteroConfigFile config = VanteroConfigFile::open(path, QDateTime::currentDateTime());
- * config.setValue("ethernet", "HOSTNAME", "gate-2");
- *
- * VanteroConfigFile edited;
- * edited.parse(VanteroConfigFile::replaceSection(
- *                  FileUtils::readText(path), config.toString("ethernet"), "ethernet"),
- *              QDateTime::currentDateTime());
- * edited.store(path);
+ * config.value("ethernet", "HOSTNAME");
+ * config.map(); // all of it, as a value to compare and to go through
  * @endcode
+ * To change a file, edit its text with VanteroConfigText, which leaves every other character as it
+ * is. A section that is printed from the map has no comments, its keys in ascending order and,
+ * where a key repeats, its newest value first: once read again, that one is the oldest.
+ *
  * The text format: a header block, which ends at the first empty line after its second line, then
  * blocks "SECTION name", lines `key=value`, "ENDSECTION name". Header values are kept in the map as
  * entries of the section HEAD_SECTION.
@@ -53,7 +52,9 @@ class ZipWriter;
  * Threads: one object may be used from several threads at once; its recursive lock is held by each
  * operation that reads or changes the map. store() takes no lock. Assignment locks the target, then
  * the source: two threads must not assign two objects to each other at the same time. The preserve
- * operations likewise hold their own lock and take that of the previous configuration for a moment.
+ * operations likewise hold their own lock and take that of the previous configuration for a moment;
+ * nothing guards the map that they fill. The static operations share nothing and may run on any
+ * number of threads at once, each with arguments of its own (archive, map).
  */
 class VN_EXPORT VanteroConfigFile : public QObject
 {
@@ -157,7 +158,9 @@ public:
     bool parse(const QString &text, const QDateTime &dateTime);
 
     /**
-     * The same over all that @p device still holds, decoded as QTextStream does.
+     * The same over all that @p device still holds, decoded as QTextStream does: by the codec of
+     * the locale, UTF-16 and UTF-32 by their byte order mark. (open() decodes as
+     * FileUtils::readText() does, by the bytes alone.)
      * @throws ParseException for a malformed section
      * @throws FileException when the device is a QFile that reports a read error; nothing is loaded
      * @throws IOException when another device's error text changes while it is read; likewise
@@ -189,7 +192,12 @@ public:
      */
     bool parseHeader(QTextStream *stream);
 
-    /** The same over a QTextStream on @p device. Where the device fails, the header ends. */
+    /**
+     * The same over a QTextStream on @p device, which may read beyond the header.
+     *
+     * A device that fails is taken for one that is at its end: what it gave before counts, so that
+     * false, or fewer values, may be the result.
+     */
     bool parseHeader(QIODevice *device);
 
     /** The same over @p text. */
@@ -213,7 +221,15 @@ public:
      */
     void parseJpegComment(QTextStream *stream);
 
-    /** The same over a QTextStream on @p device. */
+    /**
+     * The same over a QTextStream on @p device.
+     *
+     * A device that fails short of its end raises; one that cannot tell (a socket, a pipe) is
+     * taken to be at its end: between two blocks the rest is missing in silence, within one it is a
+     * section that is not closed.
+     * @throws ParseException for a malformed section
+     * @throws IOException "Read past EOF" when the device gives nothing though it is not at its end
+     */
     void parseJpegComment(QIODevice *device);
 
     /** The same over a QTextStream on @p comment, which is not changed. */
@@ -298,6 +314,10 @@ public:
      * over whole.
      *
      * Kept on purpose: a key that @p previous lacks gets a null value.
+     *
+     * preserveReport() tells beforehand what becomes of each key. The lock of this configuration is
+     * held throughout, that of @p previous (which may be this one) for each look at it; @p result
+     * is the caller's, and no other thread may use it meanwhile.
      */
     bool preserveEntries(const VanteroConfigFile &previous, const QString &section,
                          const QStringList &keys, VanteroConfigMap &result) const;
@@ -327,6 +347,12 @@ public:
      * Adds the texts of all configurations found in @p paths: files whose header is one, archives
      * (names ending with ".zip", case ignored), and, when @p recursive, folders with all that is in
      * them, hidden entries and symbolic links left out. Returns the number of texts added.
+     *
+     * The entries of a folder are taken in the order in which the file system has them, which may
+     * be another on each machine; of two texts of one address in a folder either may so come first.
+     * A folder that cannot be listed is passed over in silence, like one that is not there; a
+     * folder that can be listed but not entered raises with its first file. ConfigCollector takes
+     * them by name and tells of both.
      * @param paths     files, archives and folders; what is neither is passed over
      * @param configurations gets the texts by factory address, the latest of one address first
      * @param recursive whether folders are looked into, at any depth

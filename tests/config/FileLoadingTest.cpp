@@ -6,6 +6,7 @@
 #include "base/Exceptions.h"
 #include "base/ZipReader.h"
 #include "base/ZipWriter.h"
+#include "support/Devices.h"
 #include "support/Expect.h"
 #include "support/Literals.h"
 
@@ -437,4 +438,51 @@ TEST(LoadJpegComment, everyKindOfInput)
 
     config.parseJpegComment(text);
     EXPECT_EQ(config.section("a"_q).values("k"_q), (QStringList{"v"_q, "v"_q, "v"_q, "v"_q}));
+}
+
+// ---- Devices that fail where a stream does not tell ---------------------------------------------
+
+TEST(LoadFailingDevice, headerEndsWhereTheDeviceFails)
+{
+    const QByteArray text = "#:1.3==\n#:VN-3\n# Camera IP: 10.0.0.1\n\n"_b;
+    struct
+    {
+        int failAt;
+        bool complete;
+        QString softwareVersion;
+        QString factoryIp;
+    } const rows[] = {
+        {0, false, QString(), QString()},
+        {8, false, QString(), QString()},
+        {12, true, "VN"_q, QString()},
+        {15, true, "VN-3"_q, QString()},
+        {text.size(), true, "VN-3"_q, "10.0.0.1"_q},
+    };
+    for (const auto &row : rows) {
+        FailingDevice device(text, row.failAt);
+        VanteroConfigFile config;
+        EXPECT_EQ(config.parseHeader(&device), row.complete) << row.failAt;
+        EXPECT_EQ(config.getSoftwareVersion(), row.softwareVersion) << row.failAt;
+        EXPECT_EQ(config.getFactoryIP(), row.factoryIp) << row.failAt;
+    }
+}
+
+TEST(LoadFailingDevice, commentOfAnImageIsCutOrRefused)
+{
+    const QByteArray first = "SECTION a\nx=1\nENDSECTION a\n"_b;
+    const QByteArray second = "SECTION b\ny=2\nENDSECTION b\n"_b;
+    for (const int failAt : {first.size(), first.size() + 14}) {
+        FailingDevice device(first + second, failAt);
+        VanteroConfigFile config;
+        expectThrows<IOException>([&] { config.parseJpegComment(&device); }, "Read past EOF"_q);
+        EXPECT_EQ(config.value("a"_q, "x"_q), "1"_q); // what was read before stays
+    }
+
+    SequentialDevice between({first}, SequentialDevice::End::Error);
+    VanteroConfigFile config;
+    config.parseJpegComment(&between);
+    EXPECT_EQ(config.allSectionKeys(), QStringList{"a"_q});
+    SequentialDevice within({first, second.left(14)}, SequentialDevice::End::Error);
+    expectThrows<ParseException>([&] { config.parseJpegComment(&within); },
+                                 "ENDSECTION b expected"_q);
 }
