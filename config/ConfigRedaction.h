@@ -93,8 +93,7 @@ struct RedactedConfig
  * comments, the header's included.
  *
  * Nothing else changes: VanteroConfigFile::parse() finds the same sections with the same keys in
- * the result, as many values of each, or the same fault. Redacting the result changes nothing any
- * more.
+ * the result, as many values of each, or the same fault.
  * @code
  * const vn::RedactedConfig redacted = vn::redactConfig(FileUtils::readText(path));
  * // login=user=admin;password=secret   becomes   login=***

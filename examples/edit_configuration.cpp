@@ -4,26 +4,28 @@
 // edit_configuration FILE: sets the image quality in a configuration file.
 
 //! [readme]
+#include "base/AtomicFile.h"
+#include "base/EncodedText.h"
 #include "base/Exceptions.h"
-#include "base/FileUtils.h"
-#include "config/VanteroConfigFile.h"
+#include "config/VanteroConfigText.h"
 
-using vn::VanteroConfigFile;
+#include <QtCore/QFile>
 
 int main(int argc, char **argv)
 try {
-    const QString path = argc > 1 ? argv[1] : "gate.cfg";
-    const QDateTime now = QDateTime::currentDateTime();
-    const QString text = vn::FileUtils::readText(path);
+    const QString path = QFile::decodeName(argc > 1 ? argv[1] : "gate.cfg");
+    const vn::EncodedText file = vn::EncodedText::read(path);
 
-    VanteroConfigFile config;
-    config.parse(text, now);
-    config.setValue("image", "quality", "85");
+    vn::VanteroConfigText config(file.text());
+    const auto changed = config.setValue("image", "quality", "85");
 
-    // store() writes the text that was loaded, not the map: put the edited section into the text.
-    VanteroConfigFile edited;
-    edited.parse(VanteroConfigFile::replaceSection(text, config.toString("image"), "image"), now);
-    edited.store(path);
+    // In the encoding that the file has; what that cannot hold is not written.
+    const auto encoded = file.encode(config.text());
+    if (!changed || !encoded) {
+        qCritical("%s", qPrintable(path + ": " + (changed ? encoded.message : changed.reason)));
+        return 1;
+    }
+    vn::AtomicFile::replace(path, encoded.bytes);
 } catch (const vn::ExceptionQt &e) {
     qCritical("%s", e.what());
     return 1;

@@ -12,6 +12,9 @@ for line in 'id1 *4711' 'id2 *-1' 'number2 *250' 'time1 *1299701647.000 s (2011-
     'time2 *1299701657.000 s (2011-03-09 20:14:17.000 UTC)'; do
     grep -qx "$line" "$work/shown" || { cat "$work/shown"; exit 1; }
 done
+# Names are those that were given.
+"$program" "$work/Süd.erdinfo"
+cmp "$work/17.erdinfo" "$work/Süd.erdinfo"
 if "$program" "$work/none/17.erdinfo" 2>/dev/null; then
     echo "a missing folder is no error" >&2
     exit 1
