@@ -2,9 +2,6 @@
 // SPDX-License-Identifier: MIT
 
 #include "alarm/AlarmFindings_p.h"
-#include "alarm/AlarmLint.h"
-
-#include <QtCore/QTextCodec>
 
 #include <algorithm>
 #include <charconv>
@@ -61,51 +58,6 @@ bool isKept(const char *begin, const char *end)
 }
 
 } // namespace
-
-// ---- Places ------------------------------------------------------------------------------------
-
-AlarmPlaces::AlarmPlaces(const QByteArray &text)
-    : m_text(text)
-{
-    if (!std::any_of(text.begin(), text.end(), isBeyondAscii))
-        return;
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    (void)QTextCodec::codecForMib(106)->toUnicode(text.constData(), text.size(), &state);
-    m_isUtf8 = state.invalidChars == 0 && state.remainingChars == 0;
-}
-
-void AlarmPlaces::advance(Place &place, int offset) const
-{
-    if (offset < place.offset)
-        place = Place();
-    for (; place.offset < offset; ++place.offset) {
-        const auto byte = static_cast<unsigned char>(m_text.at(place.offset));
-        if (byte == '\n') {
-            ++place.line;
-            place.column = 1;
-        } else if (!m_isUtf8) {
-            ++place.column;
-        } else {
-            // The bytes that go on are no characters of their own; four bytes are two units.
-            place.column += (byte & 0xc0) == 0x80 ? 0 : byte >= 0xf0 ? 2 : 1;
-        }
-    }
-}
-
-TextRange AlarmPlaces::range(ByteRange bytes)
-{
-    advance(m_last, bytes.start);
-    Place end = m_last;
-    advance(end, bytes.end);
-    TextRange range;
-    range.line = m_last.line;
-    range.column = m_last.column;
-    range.endLine = end.line;
-    range.endColumn = end.column;
-    range.offset = bytes.start;
-    range.length = bytes.end - bytes.start;
-    return range;
-}
 
 // ---- Findings ----------------------------------------------------------------------------------
 
@@ -231,9 +183,3 @@ QString whereExpected(const QString &found, const char *expected)
 }
 
 } // namespace vn::internal
-
-vn::TextRange vn::alarmTextRange(const QByteArray &text, int start, int end)
-{
-    start = qBound(0, start, text.size());
-    return internal::AlarmPlaces(text).range({start, qBound(start, end, text.size())});
-}

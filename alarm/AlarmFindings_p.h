@@ -7,6 +7,7 @@
 /** @file Findings of alarm texts as both languages collect them: by byte offsets, shown as places.
  */
 
+#include "alarm/AlarmPlaces_p.h"
 #include "base/Exceptions.h"
 #include "base/Finding.h"
 
@@ -16,39 +17,6 @@
 #include <vector>
 
 namespace vn::internal {
-
-/** Bytes of a text from @p start up to @p end. */
-struct ByteRange
-{
-    int start = 0;
-    int end = 0;
-};
-
-/** Turns byte offsets of a text into lines and columns; quickest in ascending order. */
-class AlarmPlaces
-{
-public:
-    explicit AlarmPlaces(const QByteArray &text);
-
-    [[nodiscard]] TextRange range(ByteRange bytes);
-
-    /** Whether the text has characters beyond ASCII, all of them in UTF-8. */
-    [[nodiscard]] bool isUtf8() const noexcept { return m_isUtf8; }
-
-private:
-    struct Place
-    {
-        int offset = 0;
-        int line = 1;
-        int column = 1;
-    };
-
-    void advance(Place &place, int offset) const;
-
-    QByteArray m_text;
-    bool m_isUtf8 = false;
-    Place m_last;
-};
 
 /** Collects findings while a text is examined. */
 class AlarmFindings
