@@ -97,9 +97,10 @@ void throwDeviceError(const QIODevice *device, const QString &reason)
     throw IOException(text);
 }
 
-DeviceReader::DeviceReader(QIODevice *device, int timeoutMs)
+DeviceReader::DeviceReader(QIODevice *device, int timeoutMs, AtPause atPause)
     : m_device(device)
     , m_timeoutMs(timeoutMs)
+    , m_atPause(atPause)
     , m_errorBefore(device->isSequential() ? QString() : device->errorString())
 {
     m_timer.start();
@@ -122,12 +123,14 @@ qint64 DeviceReader::read(char *data, qint64 maxSize)
             throwDeviceError(m_device);
         }
         if (!m_device->isSequential()) {
-            // An error right after some data is told with the data or never.
-            if (m_device->errorString() != m_errorBefore)
+            // An error right after some data is told with the data or never. An old error that a
+            // read has cleared is none.
+            const QString error = m_device->errorString();
+            if (error != m_errorBefore && error != noErrorText())
                 throwDeviceError(m_device);
             return 0;
         }
-        if (isWaitOver)
+        if (isWaitOver || m_atPause == AtPause::End)
             return 0;
         // A device that ends while it is waited for may hold a last piece of data.
         isWaitOver = !waitForMore();
@@ -188,9 +191,9 @@ void DeviceReader::throwTimeout() const
                      QStringLiteral("the data did not end within %1 ms").arg(m_timeoutMs));
 }
 
-QByteArray readAll(QIODevice *device)
+QByteArray readAll(QIODevice *device, AtPause atPause)
 {
-    DeviceReader reader(device, -1);
+    DeviceReader reader(device, -1, atPause);
     const qint64 expected = device->bytesAvailable();
     if (expected > kMaxContentSize)
         throwDeviceError(device, qt_error_string(EFBIG));

@@ -29,16 +29,22 @@ constexpr int kMaxContentSize = (1 << 30) - 64;
  */
 [[noreturn]] void throwDeviceError(const QIODevice *device, const QString &reason = QString());
 
+/** What is done where a sequential device has no more at hand. */
+enum class AtPause {
+    Wait, // for more, or until the device says that this was all
+    End,
+};
+
 /**
- * Reads what is left in a device, waiting for sequential ones: for ever, or up to a limit that
- * counts from the construction on.
+ * Reads what is left in a device, by default waiting for sequential ones: for ever, or up to a
+ * limit that counts from the construction on.
  */
 class DeviceReader
 {
 public:
     /** Does not own @p device, which must outlive this; a negative @p timeoutMs means no limit.
      * @throws IOException when the device is not open for reading */
-    DeviceReader(QIODevice *device, int timeoutMs);
+    DeviceReader(QIODevice *device, int timeoutMs, AtPause atPause = AtPause::Wait);
 
     /** Reads up to @p maxSize bytes, more than 0, and returns their number; 0 at the end only.
      * @throws IOException on an error and when the time is over */
@@ -52,13 +58,14 @@ private:
 
     QIODevice *m_device;
     int m_timeoutMs;
+    AtPause m_atPause;
     QString m_errorBefore; // of a device of random access
     QElapsedTimer m_timer;
 };
 
-/** The remaining content of @p device, waited for without a limit.
+/** The remaining content of @p device, by default waited for without a limit.
  * @throws IOException on an error, also when there is more than kMaxContentSize */
-QByteArray readAll(QIODevice *device);
+QByteArray readAll(QIODevice *device, AtPause atPause = AtPause::Wait);
 
 /** Whether @p path may be one that only Qt knows: that of a resource (":/a") or in one of Qt's
  * search paths ("cams:a"). Otherwise it means the same to the system. */

@@ -63,6 +63,11 @@ QByteArray FileUtils::readBytes(QIODevice *device)
     return internal::readAll(device);
 }
 
+QByteArray FileUtils::readAvailable(QIODevice *device)
+{
+    return internal::readAll(device, internal::AtPause::End);
+}
+
 QString FileUtils::readText(const QString &path)
 {
     return decodeText(readBytes(path));

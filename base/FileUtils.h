@@ -58,6 +58,14 @@ public:
     static QByteArray readBytes(QIODevice *device);
 
     /**
+     * Returns the remaining bytes of the open @p device, of a sequential one those that it has at
+     * hand: nothing is waited for. Like QIODevice::readAll(), but an error is raised.
+     * @throws IOException as readText(device)
+     * @since 1.0.0
+     */
+    static QByteArray readAvailable(QIODevice *device);
+
+    /**
      * Decodes @p bytes as readText() does: valid UTF-8 (without its byte order mark) as UTF-8,
      * anything else as Latin-1. Reports nothing: every byte sequence is a text, never a null one.
      */

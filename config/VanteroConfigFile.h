@@ -158,12 +158,14 @@ public:
     bool parse(const QString &text, const QDateTime &dateTime);
 
     /**
-     * The same over all that @p device still holds, decoded as QTextStream does: by the codec of
-     * the locale, UTF-16 and UTF-32 by their byte order mark. (open() decodes as
-     * FileUtils::readText() does, by the bytes alone.)
+     * The same over all that @p device has at hand, decoded as QTextStream does: by the codec of the
+     * locale, UTF-16 and UTF-32 by their byte order mark. (open() decodes as FileUtils::readText()
+     * does, by the bytes alone.) A sequential device is not waited for.
      * @throws ParseException for a malformed section
-     * @throws FileException when the device is a QFile that reports a read error; nothing is loaded
-     * @throws IOException when another device's error text changes while it is read; likewise
+     * @throws FileException when the device is a QFile that cannot be read to its end, or is not
+     * open for reading; nothing is loaded
+     * @throws IOException the same for any other device. A peer that closes its connection ends a
+     * socket, and is no error
      */
     bool parse(QIODevice *device, const QDateTime &dateTime);
 
@@ -196,7 +198,7 @@ public:
      * The same over a QTextStream on @p device, which may read beyond the header.
      *
      * A device that fails is taken for one that is at its end: what it gave before counts, so that
-     * false, or fewer values, may be the result.
+     * false, or fewer values, may be the result. One that is not open holds an empty text.
      */
     bool parseHeader(QIODevice *device);
 
@@ -222,7 +224,7 @@ public:
     void parseJpegComment(QTextStream *stream);
 
     /**
-     * The same over a QTextStream on @p device.
+     * The same over a QTextStream on @p device; one that is not open holds an empty text.
      *
      * A device that fails short of its end raises; one that cannot tell (a socket, a pipe) is
      * taken to be at its end: between two blocks the rest is missing in silence, within one it is a

@@ -8,9 +8,10 @@
 #include "base/FileUtils.h"
 #include "config/MapBuilder_p.h"
 
-#include <QtCore/QFile>
+#include <QtCore/QBuffer>
 #include <QtCore/QMutex>
 #include <QtCore/QMutexLocker>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTextStream>
 
 namespace vn {
@@ -78,20 +79,41 @@ private:
     SharedKeys m_keys;
 };
 
-/** What @p device still holds. A stream ends early and in silence where its device fails; here the
- * failure is heard. */
+/** What @p device has at hand, as a QTextStream decodes it. That stream ends early and in silence
+ * where its device fails; here the failure is heard. */
 QString readAll(QIODevice *device)
 {
-    const QString reasonBefore = device->errorString();
-    const QString text = QTextStream(device).readAll();
-    if (const auto *const file = qobject_cast<QFile *>(device)) {
-        if (file->error() != QFileDevice::NoError)
-            throw FileException(*file);
-    } else if (const QString reason = device->errorString(); reason != reasonBefore) {
-        throw IOException(reason); // other devices tell of an error by its text alone
-    }
-    return text;
+    // A stream takes the line ends of a device in text mode into its own hands.
+    const bool isText = device->isTextModeEnabled();
+    const auto restoreTextMode = qScopeGuard([&] {
+        if (isText)
+            device->setTextModeEnabled(true);
+    });
+    if (isText)
+        device->setTextModeEnabled(false);
+    QByteArray bytes = FileUtils::readAvailable(device);
+    QBuffer buffer(&bytes);
+    (void)buffer.open(isText ? QIODevice::ReadOnly | QIODevice::Text : QIODevice::ReadOnly);
+    return QTextStream(&buffer).readAll();
 }
+
+/** A stream over a device; over nothing where that is not open for reading, as Qt reads it with a
+ * warning. */
+class DeviceStream
+{
+public:
+    explicit DeviceStream(QIODevice *device)
+        : m_stream(device->isReadable() ? device : &m_nothing)
+    {
+        (void)m_nothing.open(QIODevice::ReadOnly); // a buffer always opens
+    }
+
+    QTextStream *stream() { return &m_stream; }
+
+private:
+    QBuffer m_nothing;
+    QTextStream m_stream;
+};
 
 } // namespace
 
@@ -150,8 +172,8 @@ bool VanteroConfigFile::parseHeader(QTextStream *stream)
 bool VanteroConfigFile::parseHeader(QIODevice *device)
 {
     return onlyThrows<ParseException, IOException>([&] {
-        QTextStream stream(device);
-        return parseHeader(&stream);
+        DeviceStream stream(device);
+        return parseHeader(stream.stream());
     });
 }
 
@@ -187,8 +209,8 @@ void VanteroConfigFile::parseJpegComment(QTextStream *stream)
 void VanteroConfigFile::parseJpegComment(QIODevice *device)
 {
     onlyThrows<ParseException, IOException>([&] {
-        QTextStream stream(device);
-        parseJpegComment(&stream);
+        DeviceStream stream(device);
+        parseJpegComment(stream.stream());
     });
 }
 

@@ -549,6 +549,43 @@ TEST(ReadTextOfDevice, readsASequentialDeviceToEachKindOfEnd)
     EXPECT_EQ(FileUtils::readText(&empty), ""_q);
 }
 
+TEST(ReadTextOfDevice, takesAnErrorThatAReadClearsForNone)
+{
+    class RecoveredDevice : public QBuffer
+    {
+    protected:
+        qint64 readData(char *data, qint64 maxSize) override
+        {
+            setErrorString(QBuffer().errorString());
+            return QBuffer::readData(data, maxSize);
+        }
+
+    public:
+        RecoveredDevice() { setErrorString("an old error"_q); }
+    } device;
+    device.setData("text"_b);
+    ASSERT_TRUE(device.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    EXPECT_EQ(FileUtils::readText(&device), "text"_q);
+}
+
+TEST(ReadAvailable, takesWhatIsAtHandAndRaisesErrors)
+{
+    SequentialDevice atHand({"first "_b, "second"_b}, End::Silent);
+    EXPECT_EQ(FileUtils::readAvailable(&atHand), "first second"_b);
+    EXPECT_EQ(atHand.waitCount(), 0);
+    EXPECT_EQ(FileUtils::readAvailable(&atHand), ""_b);
+    SequentialDevice later({"first"_b}, End::NoMore, 5);
+    EXPECT_EQ(FileUtils::readAvailable(&later), ""_b);
+    SequentialDevice closed({"first"_b}, End::Closed);
+    EXPECT_EQ(FileUtils::readAvailable(&closed), "first"_b);
+    SequentialDevice failing({"first"_b}, End::Error);
+    expectThrows<IOException>([&] { (void)FileUtils::readAvailable(&failing); },
+                              "the line is dead"_q);
+    FailingDevice once("0123456789"_b, 4, FailingDevice::Failure::Once);
+    expectThrows<IOException>([&] { (void)FileUtils::readAvailable(&once); },
+                              "the medium is worn out"_q);
+}
+
 TEST(ReadTextOfDevice, waitsForASequentialDevice)
 {
     SequentialDevice device({"first "_b, "second "_b, "last"_b}, End::NoMore, 5);

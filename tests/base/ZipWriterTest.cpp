@@ -113,6 +113,13 @@ TEST_F(ZipWriterTest, deflatesWhatGetsSmallerByIt)
     EXPECT_EQ(byPython("info.compress_type"), "8"_q);
 }
 
+TEST_F(ZipWriterTest, storesWhatDoesNotGetSmaller)
+{
+    write({{"text"_q, "k=v"_b}});
+    EXPECT_EQ(byPython("info.compress_type"), "0"_q);
+    EXPECT_EQ(readAll(archive()), (Entries{{"text"_q, "k=v"_b}}));
+}
+
 TEST_F(ZipWriterTest, marksNamesAsUtf8WhereTheyNeedIt)
 {
     write({{"plain"_q, "x"_b}, {u8"Tür"_q, "x"_b}});

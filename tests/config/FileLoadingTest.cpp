@@ -11,11 +11,19 @@
 #include "support/Literals.h"
 
 #include <QtCore/QBuffer>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QTextCodec>
 #include <QtCore/QTextStream>
+#include <QtNetwork/QLocalServer>
+#include <QtNetwork/QLocalSocket>
+#include <QtNetwork/QTcpServer>
+#include <QtNetwork/QTcpSocket>
 
 #include <algorithm>
+#include <memory>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -87,6 +95,25 @@ protected:
 
 private:
     bool m_isAtStart = true;
+};
+
+/** A device that told of an error before, and tells of none once a read has succeeded. */
+class RecoveredDevice : public QBuffer
+{
+public:
+    explicit RecoveredDevice(const QByteArray &bytes)
+    {
+        setData(bytes);
+        setErrorString("an old error"_q);
+        open(ReadOnly | Unbuffered);
+    }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        setErrorString(QBuffer().errorString());
+        return QBuffer::readData(data, maxSize);
+    }
 };
 
 /** What store() writes: the text that was loaded. */
@@ -326,6 +353,156 @@ TEST(LoadDevice, errorOfAnyDeviceIsRaisedInsteadOfLoadingAShortText)
     EXPECT_EQ(config.allSectionKeys(), QStringList{"old"_q}) << "nothing was loaded";
 }
 
+TEST(LoadDevice, closedByItsPeerIsAtItsEnd)
+{
+    const QByteArray bytes = header.toLatin1() + "SECTION a\nk=v\nENDSECTION a\n";
+    QTcpServer server;
+    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress(QHostAddress::LocalHost), server.serverPort());
+    ASSERT_TRUE(socket.waitForConnected());
+    ASSERT_TRUE(server.waitForNewConnection(10000));
+    QTcpSocket *const peer = server.nextPendingConnection(); // the server's child
+    peer->write(bytes);
+    peer->disconnectFromHost();
+    if (peer->state() != QAbstractSocket::UnconnectedState) {
+        ASSERT_TRUE(peer->waitForDisconnected());
+    }
+    ASSERT_TRUE(socket.waitForDisconnected());
+    ASSERT_EQ(socket.error(), QAbstractSocket::RemoteHostClosedError);
+    VanteroConfigFile config;
+    EXPECT_TRUE(config.parse(&socket, lastYear));
+    EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
+    EXPECT_EQ(storedText(config), bytes);
+}
+
+TEST(LoadDevice, localSocketClosedByItsPeerIsAtItsEnd)
+{
+    const QByteArray bytes = header.toLatin1() + "SECTION a\nk=v\nENDSECTION a\n";
+    const QTemporaryDir folder;
+    QLocalServer server;
+    ASSERT_TRUE(server.listen(folder.filePath("socket"_q)));
+    QLocalSocket socket;
+    socket.connectToServer(folder.filePath("socket"_q));
+    ASSERT_TRUE(socket.waitForConnected());
+    ASSERT_TRUE(server.waitForNewConnection(10000));
+    QLocalSocket *const peer = server.nextPendingConnection(); // the server's child
+    peer->write(bytes);
+    peer->disconnectFromServer();
+    if (peer->state() != QLocalSocket::UnconnectedState) {
+        ASSERT_TRUE(peer->waitForDisconnected());
+    }
+    // not yet noticed: the end comes while it is read
+    ASSERT_TRUE(socket.waitForReadyRead(10000));
+    VanteroConfigFile config;
+    EXPECT_TRUE(config.parse(&socket, lastYear));
+    EXPECT_EQ(storedText(config), bytes);
+}
+
+TEST(LoadDevice, finishedProcessIsReadToItsEnd)
+{
+    QProcess process;
+    process.start("/bin/sh"_q,
+                  {"-c"_q, "printf '#:1=\\n#:2\\n\\nSECTION a\\nk=v\\nENDSECTION a\\n'"_q});
+    ASSERT_TRUE(process.waitForFinished());
+    VanteroConfigFile config;
+    EXPECT_TRUE(config.parse(&process, lastYear));
+    EXPECT_EQ(config.value("a"_q, "k"_q), "v"_q);
+}
+
+TEST(LoadDevice, errorThatASuccessfulReadClearsIsNone)
+{
+    RecoveredDevice device(header.toLatin1());
+    VanteroConfigFile config;
+    EXPECT_TRUE(config.parse(&device, lastYear));
+    EXPECT_EQ(storedText(config), header.toLatin1());
+    EXPECT_EQ(device.errorString(), QBuffer().errorString());
+}
+
+TEST(LoadDevice, isNotWaitedFor)
+{
+    SequentialDevice device({"#:1=\n"_b, "#:2\n"_b}, SequentialDevice::End::Silent);
+    VanteroConfigFile config;
+    EXPECT_TRUE(config.parse(&device, lastYear));
+    EXPECT_EQ(storedText(config), "#:1=\n#:2\n"_b);
+    EXPECT_EQ(device.waitCount(), 0);
+}
+
+TEST(LoadDevice, errorToldOnceIsRaisedWhereverItComes)
+{
+    const QByteArray bytes = header.toLatin1();
+    for (int k = 0; k < bytes.size(); ++k) {
+        FailingDevice device(bytes, k, FailingDevice::Failure::Once);
+        VanteroConfigFile config;
+        expectThrows<IOException>([&] { config.parse(&device, lastYear); },
+                                  "the medium is worn out"_q);
+        EXPECT_EQ(config.allSectionKeys(), QStringList());
+    }
+}
+
+TEST(LoadDevice, decodesAsAStreamDoes)
+{
+    const QString text = "#:1=\n#:2\n\nSECTION a\nk=T\u00FCr\u20AC\nENDSECTION a\n"_q;
+    for (const char *codec : {"UTF-16", "UTF-16BE", "UTF-32", "UTF-8"}) {
+        SCOPED_TRACE(codec);
+        const std::unique_ptr<QTextEncoder> encoder(
+            QTextCodec::codecForName(codec)->makeEncoder(QTextCodec::DefaultConversion));
+        QByteArray bytes = encoder->fromUnicode(QString(QChar(0xFEFF)) + text);
+        if (bytes.startsWith("\xFF\xFE\xFF\xFE") || bytes.startsWith("\xFE\xFF\xFE\xFF"))
+            bytes.remove(0, 2); // some encoders write a mark of their own
+        for (const QIODevice::OpenMode mode :
+             {QIODevice::OpenMode(QIODevice::ReadOnly), QIODevice::ReadOnly | QIODevice::Text}) {
+            QByteArray first = bytes;
+            QByteArray second = bytes;
+            QBuffer byStream(&first);
+            QBuffer byParse(&second);
+            ASSERT_TRUE(byStream.open(mode) && byParse.open(mode));
+            VanteroConfigFile config;
+            config.parse(&byParse, lastYear);
+            EXPECT_EQ(storedText(config), QTextStream(&byStream).readAll().toUtf8());
+            EXPECT_EQ(byParse.isTextModeEnabled(), byStream.isTextModeEnabled());
+        }
+    }
+}
+
+TEST(LoadDevice, leavesLineEndsToTheModeOfTheDevice)
+{
+    QByteArray bytes = "#:1=\r\n#:2\r\r\n\rx\r"_b;
+    QBuffer buffer(&bytes);
+    VanteroConfigFile config;
+    ASSERT_TRUE(buffer.open(QIODevice::ReadOnly));
+    config.parse(&buffer, lastYear);
+    EXPECT_EQ(storedText(config), bytes);
+    buffer.close();
+    ASSERT_TRUE(buffer.open(QIODevice::ReadOnly | QIODevice::Text));
+    config.parse(&buffer, lastYear);
+    EXPECT_EQ(storedText(config), "#:1=\n#:2\nx"_b);
+    EXPECT_TRUE(buffer.isTextModeEnabled());
+    ASSERT_TRUE(buffer.seek(0));
+    EXPECT_EQ(QTextStream(&buffer).readAll(), "#:1=\n#:2\nx"_q) << "as a stream does";
+}
+
+TEST(LoadDevice, thatIsNotOpenIsRefusedInSilence)
+{
+    testing::internal::CaptureStderr();
+    VanteroConfigFile config;
+    config.addValue("old"_q, "k"_q, "v"_q);
+    QBuffer closed;
+    expectThrows<IOException>([&] { config.parse(&closed, lastYear); }, "not open for reading"_q);
+    QFile file("/dev/null"_q);
+    expectThrows<FileException>([&] { config.parse(&file, lastYear); },
+                                "/dev/null: not open for reading"_q);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    expectThrows<FileException>([&] { config.parse(&file, lastYear); },
+                                "/dev/null: not open for reading"_q);
+    EXPECT_EQ(config.value("old"_q, "k"_q), "v"_q) << "nothing was loaded";
+
+    EXPECT_TRUE(config.parseHeader(&closed)) << "as an empty text";
+    config.parseJpegComment(&closed);
+    EXPECT_EQ(config.value("old"_q, "k"_q), "v"_q);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST(LoadDevice, archiveEntryThatCannotBeDecryptedIsNoEmptyText)
 {
     const QTemporaryDir dir;
@@ -348,9 +525,11 @@ TEST(LoadDevice, archiveEntryThatCannotBeDecryptedIsNoEmptyText)
     ZipReader wrong(path, "wrong"_b);
     ASSERT_TRUE(wrong.open(QIODevice::ReadOnly));
     ASSERT_TRUE(wrong.openFile("cam.cfg"_q));
-    expectThrows<IOException>(
-        [&] { config.parse(&wrong, lastYear); },
-        [&](const IOException &e) { EXPECT_EQ(e.message(), wrong.errorString()); });
+    expectThrows<ArchiveException>([&] { config.parse(&wrong, lastYear); },
+                                   [&](const ArchiveException &e) {
+                                       EXPECT_EQ(e.message(), wrong.errorString());
+                                       EXPECT_EQ(e.error(), ArchiveError::WrongPassword);
+                                   });
     EXPECT_EQ(config.getFileVersion(), "1.3"_q) << "nothing was loaded";
 }
 
@@ -359,6 +538,18 @@ TEST(LoadJpegComment, readErrorOfAFileShowsAsReadPastTheEnd)
     UnreadableFile file;
     VanteroConfigFile config;
     expectThrows<IOException>([&] { config.parseJpegComment(file.get()); }, "Read past EOF"_q);
+}
+
+TEST(LoadFile, readsWhatOnlyQtKnows)
+{
+    const QTemporaryDir dir;
+    writeFile(dir, header.toLatin1() + "SECTION a\nk=v\nENDSECTION a\n");
+    QDir::setSearchPaths("loadfile"_q, {dir.path()});
+    EXPECT_EQ(VanteroConfigFile::open("loadfile:cam.cfg"_q, lastYear).value("a"_q, "k"_q), "v"_q);
+    expectThrows<FileException>(
+        [] { (void)VanteroConfigFile::open("loadfile:none.cfg"_q, lastYear); },
+        "loadfile:none.cfg: No such file or directory"_q);
+    QDir::setSearchPaths("loadfile"_q, {});
 }
 
 TEST(LoadFile, readsUtf8AndLatin1)
