@@ -11,7 +11,6 @@
 #include <QtCore/QVariant>
 
 #include <memory>
-#include <vector>
 
 class QByteArray;
 class QIODevice;
@@ -128,22 +127,9 @@ public:
 
 private:
     Q_DISABLE_COPY(AlarmListParser)
-    friend class AlarmListActions;
 
-    struct ScannerDeleter
-    {
-        Q_DECL_HIDDEN void operator()(void *scanner) const;
-    };
-
-    std::unique_ptr<void, ScannerDeleter> m_scanner;
-    PLLocation m_location = {0, 0};
-    QString m_errorMessage;
-    std::vector<QVariant> m_values; // keys and values that are in no object or array yet
-    int m_space = 0;                // white space behind the last token, in bytes
-    QVariant m_token;               // the value of the token that is being read
-    std::unique_ptr<internal::StandardInputRest> m_standardInput;
-    std::unique_ptr<internal::SharedStrings> m_strings;
-    QVariant m_result; // of the running parse; outlives the parser run that stores it
+    struct Private;
+    std::unique_ptr<Private> d;
 };
 
 } // namespace vn

@@ -3,6 +3,7 @@
 
 #include "alarm/NumberText_p.h"
 
+#include <cfloat>
 #include <charconv>
 #include <cstdlib>
 #include <locale.h> // NOLINT(modernize-deprecated-headers): POSIX has more in it than C++
@@ -20,7 +21,84 @@ double toDoubleOutOfRange(const char *text)
     return value;
 }
 
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+/** Decimal digits as they are read one after another. */
+struct Digits
+{
+    quint64 value = 0;
+    int count = 0;
+
+    const char *read(const char *text)
+    {
+        for (; isDigit(*text); ++text) {
+            value = value * 10 + static_cast<quint64>(*text - '0');
+            ++count;
+        }
+        return text;
+    }
+};
+
+// A number of so few digits is a 53-bit integer, and these powers of ten are doubles: one exact
+// operation gives the nearest double. Where doubles are calculated wider it would be rounded twice.
+constexpr int kMostExactDigits = FLT_EVAL_METHOD == 0 ? 15 : -1;
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int kMostExactExponent = 22;
+constexpr int kMostExponentDigits = 3;
+
 } // namespace
+
+const char *readListNumber(const char *text, double &value)
+{
+    const char *const start = text;
+    const bool isNegative = *text == '-';
+    text += isNegative ? 1 : 0;
+    const bool isZero = *text == '0';
+    if (!isDigit(*text))
+        return nullptr;
+    Digits digits;
+    text = isZero ? text + 1 : digits.read(text);
+    int exponent = 0;
+    const bool hasFraction = *text == '.';
+    if (hasFraction) {
+        const int before = digits.count;
+        text = digits.read(text + 1);
+        exponent = before - digits.count;
+        if (exponent == 0)
+            return nullptr;
+    } else if (isZero && isNegative) {
+        return nullptr;
+    }
+    bool isExact = digits.count <= kMostExactDigits;
+    if (*text == 'e' || *text == 'E') {
+        if (isZero && !hasFraction)
+            return nullptr;
+        ++text;
+        const bool isDown = *text == '-';
+        text += isDown || *text == '+' ? 1 : 0;
+        Digits shift;
+        text = shift.read(text);
+        if (shift.count == 0)
+            return nullptr;
+        isExact = isExact && shift.count <= kMostExponentDigits;
+        if (isExact)
+            exponent += isDown ? -static_cast<int>(shift.value) : static_cast<int>(shift.value);
+    }
+    if (!isExact || exponent > kMostExactExponent || exponent < -kMostExactExponent) {
+        value = toDouble(start, static_cast<int>(text - start));
+        return text;
+    }
+    const double integer = static_cast<double>(static_cast<qint64>(digits.value));
+    value = exponent < 0 ? integer / kPowersOfTen[-exponent] : integer * kPowersOfTen[exponent];
+    if (isNegative)
+        value = -value;
+    return text;
+}
 
 double toDouble(const char *text, int length)
 {

@@ -17,6 +17,13 @@ namespace vn::internal {
  */
 double toDouble(const char *text, int length);
 
+/**
+ * The number of an alarm list that begins at @p text, behind which a zero byte ends all; its
+ * @p value is that of toDouble(). Returns where it ends, null where none begins or where it is cut:
+ * "-0", "0e5" and "1." are more than one token.
+ */
+const char *readListNumber(const char *text, double &value);
+
 /** The low 32 bits of what a 64-bit strtol() gives: 4294967297 is 1, and what exceeds 64 bits is
  * -1, or 0 where it is negative. */
 qint32 toInt32(const char *text);

@@ -6,6 +6,9 @@
 
 /** @file The forms in which texts reach both alarm parsers. */
 
+#include "base/ExceptionBoundary_p.h"
+#include "base/Exceptions.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
@@ -26,6 +29,41 @@ QString readAll(const QTextStream *stream);
  * seconds have passed
  */
 QByteArray readAll(QIODevice *device);
+
+// ---- The published forms, in terms of parse(const char *, unsigned int) ------------------------
+
+template <typename Parser>
+auto parseBytes(Parser &parser, QByteArray *data)
+{
+    return onlyThrows<ParseException>([&] {
+        appendEndMark(data);
+        return parser.parse(data->constData(), static_cast<unsigned int>(data->size()));
+    });
+}
+
+template <typename Parser>
+auto parseText(Parser &parser, const QString &text)
+{
+    return onlyThrows<ParseException>([&] {
+        QByteArray bytes = text.toLatin1();
+        return parser.parse(&bytes);
+    });
+}
+
+template <typename Parser>
+auto parseStream(Parser &parser, const QTextStream *stream)
+{
+    return onlyThrows<ParseException>([&] { return parser.parse(readAll(stream)); });
+}
+
+template <typename Parser>
+auto parseDevice(Parser &parser, QIODevice *device)
+{
+    return onlyThrows<ParseException>([&] {
+        const QByteArray content = readAll(device);
+        return parser.parse(content.constData(), static_cast<unsigned int>(content.size()));
+    });
+}
 
 } // namespace vn::internal
 

@@ -4,6 +4,9 @@
 #ifndef VN_ALARM_SCANNERINPUT_P_H
 #define VN_ALARM_SCANNERINPUT_P_H
 
+#include "alarm/TokenLocation_p.h"
+#include "base/Exceptions.h"
+
 #include <QtCore/qglobal.h>
 
 #include <cstdio>
@@ -58,6 +61,14 @@ public:
             m_rest.space = m_space;
     }
 
+    /** Whether the scanner takes the @p length bytes at @p data. */
+    static bool isAccepted(const char *data, unsigned int length)
+    {
+        return length >= 2 && data[length - 2] == 0 && data[length - 1] == 0;
+    }
+
+    bool isStandardInput() const { return !m_accepted; }
+
     /** Gives back the memory of @p rest, before @p scanner goes. */
     static void release(const StandardInputRest &rest, void *scanner)
     {
@@ -72,6 +83,29 @@ private:
     int &m_space;
     Buffer m_accepted; // none while standard input is read
 };
+
+/**
+ * Lets the grammar @p parse read the @p length bytes at @p data, or standard input, into the tape
+ * of
+ * @p builder.
+ * @throws ParseException when the text is refused, or 2 GiB long or longer
+ */
+template <typename Input, typename Builder>
+void runGrammar(Builder &builder, const char *data, unsigned int length, StandardInputRest &rest,
+                int (*parse)(Builder *))
+{
+    if (length > kMaxBufferSize)
+        throw ParseException(textTooLong(), 0, 0, 0, 0);
+    const int error = [&] {
+        builder.begin();
+        const Input input(data, length, builder.scanner(), rest, builder.token().space);
+        builder.tape().begin(input.isStandardInput() ? nullptr : data);
+        return parse(&builder);
+    }();
+    if (error != 0)
+        throw ParseException(builder.errorMessage(), 0, builder.location().start, 0,
+                             builder.location().end);
+}
 
 } // namespace vn::internal
 

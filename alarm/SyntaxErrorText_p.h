@@ -14,8 +14,8 @@
 
 namespace vn::internal {
 
-/** "Initialisation Error": the message as long as there is no other. Made anew each time: a static
- * would be gone before the last functions of the process that parse. */
+/** "Initialisation Error": the message as long as there is no other. No static, which would be gone
+ * before the last functions of the process that parse. */
 inline QString initialisationError()
 {
     return QString::fromLatin1("Initialisation Error"); // on the heap: outlives the library

@@ -13,7 +13,7 @@
    TNULL     32004  invalid QVariant
    others: their character, no value
 
-   The result goes to the AlarmListParser, which owns the scanner and the location, too.
+   What comes of it is the tape of the builder, see AlarmTape_p.h; the builder has the location, too.
 
    Kept on purpose:
    - Both list rules are right-recursive and append: arrays come out in reverse order, and of the
@@ -22,9 +22,8 @@
    - The stack never grows. A right-recursive list holds two symbols an element, so its 200 entries
      are also the limit of flat lists: 99 values, 98 members; arrays nest 197 deep.
 
-   The values themselves wait in the parser object, in the order of the text, until the object or
-   array that they belong to is complete. So each has one holder and is never copied. What the
-   grammar passes on is how many members or elements there are.
+   The values themselves stand on the tape, in the order of the text, when their token has been read.
+   What the grammar passes on is how many members or elements there are.
 
    Numbers in the comments are the rules' own. */
 
@@ -34,12 +33,10 @@
 %define parse.error custom
 
 %code requires {
-namespace vn {
-class AlarmListParser;
-}
+#include "alarm/AlarmListReader_p.h"
 }
 
-%param {vn::AlarmListParser *parser}
+%param {vn::internal::AlarmListBuilder *builder}
 
 %token END 0 "$end"
 %token TSTRING 32001
@@ -49,13 +46,8 @@ class AlarmListParser;
 %token '{' '}' ',' ':' '[' ']'
 
 %code {
-#include "alarm/AlarmListActions_p.h"
-#include "alarm/SyntaxErrorText_p.h"
-
 #define YYINITDEPTH 200
 #define YYMAXDEPTH 200
-
-using vn::AlarmListActions;
 }
 
 %expect 0
@@ -63,13 +55,13 @@ using vn::AlarmListActions;
 %%
 
 input:
-    object                  { AlarmListActions::storeResult(parser); }         /*  2 */
-  | array                   { AlarmListActions::storeResult(parser); }         /*  3 */
+    object                                                                     /*  2 */
+  | array                                                                      /*  3 */
   ;
 
 object:
-    '{' '}'                 { AlarmListActions::makeObject(parser, 0); }       /*  4 */
-  | '{' members '}'         { AlarmListActions::makeObject(parser, $2); }      /*  5 */
+    '{' '}'                 { builder->object(0); }                            /*  4 */
+  | '{' members '}'         { builder->object($2); }                           /*  5 */
   ;
 
 members:
@@ -82,8 +74,8 @@ member:
   ;
 
 array:
-    '[' ']'                 { AlarmListActions::makeArray(parser, 0); }        /*  9 */
-  | '[' elements ']'        { AlarmListActions::makeArray(parser, $2); }       /* 10 */
+    '[' ']'                 { builder->array(0); }                             /*  9 */
+  | '[' elements ']'        { builder->array($2); }                            /* 10 */
   ;
 
 elements:
@@ -102,22 +94,15 @@ value:
 
 %%
 
-/** The name of a symbol in messages. */
-static const char *symbolName(yysymbol_kind_t symbol)
-{
-    return symbol == YYSYMBOL_YYUNDEF ? "$undefined" : yysymbol_name(symbol);
-}
-
 /** Reports the offending token and, if they are few, the tokens that the parser could take. */
-static int yyreport_syntax_error(const yypcontext_t *context, vn::AlarmListParser *parser)
+static int yyreport_syntax_error(const yypcontext_t *context, vn::internal::AlarmListBuilder *builder)
 {
-    using namespace vn::internal;
-    yysymbol_kind_t symbols[kMaxExpectedTokens];
-    const char *names[kMaxExpectedTokens];
-    const int count = yypcontext_expected_tokens(context, symbols, kMaxExpectedTokens);
-    for (int i = 0; i < count; ++i)
-        names[i] = symbolName(symbols[i]);
-    const SyntaxErrorText error(symbolName(yypcontext_token(context)), names, count);
-    alarmlist_error(parser, error.text());
-    return error.isComplete() ? 0 : YYENOMEM;
+    yysymbol_kind_t expected[vn::internal::kMaxExpectedTokens];
+    const int count =
+        yypcontext_expected_tokens(context, expected, vn::internal::kMaxExpectedTokens);
+    const auto name = [](yysymbol_kind_t symbol) {
+        return symbol == YYSYMBOL_YYUNDEF ? "$undefined" : yysymbol_name(symbol);
+    };
+    return builder->reportSyntaxError(yypcontext_token(context), expected, count, name) ? 0
+                                                                                        : YYENOMEM;
 }
