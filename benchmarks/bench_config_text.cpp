@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+/** @file Editing values of a configuration text, against reading that text. */
+
+#include "ConfigText.h"
+#include "Support.h"
+
+#include "config/VanteroConfigFile.h"
+#include "config/VanteroConfigText.h"
+
+#include <vector>
+
+namespace {
+
+using vn::VanteroConfigFile;
+using vn::VanteroConfigText;
+
+constexpr qint64 kSize = 1000000; // characters of a text
+
+/** A text of about the given number of characters. */
+int sectionsOf(qint64 characters)
+{
+    return static_cast<int>(characters / (configText(101).size() - configText(100).size()));
+}
+
+/** Reading it twice, as a program must that finds the places by comparing. */
+void readTwice(benchmark::State &state)
+{
+    const QString text = configText(sectionsOf(kSize));
+    for (auto _ : state) {
+        for (int i = 0; i < 2; ++i) {
+            VanteroConfigFile config;
+            config.parse(text, QDateTime());
+            benchmark::DoNotOptimize(config);
+        }
+    }
+}
+
+/** So many edits all over the text, each of another key, and the text that they give. */
+void editOurs(benchmark::State &state)
+{
+    const int sections = sectionsOf(kSize);
+    const int edits = static_cast<int>(state.range(0));
+    const QString text = configText(sections);
+    struct Place
+    {
+        QString section;
+        QString key;
+    };
+    std::vector<Place> places;
+    for (int i = 0; i < edits; ++i)
+        places.push_back({QStringLiteral("section%1").arg(i * 7919 % sections),
+                          QStringLiteral("recording_timetable_%1").arg(i % kEntries)});
+    const QString value = QStringLiteral("edited");
+    QString result;
+    for (auto _ : state) {
+        VanteroConfigText edited(text);
+        for (const Place &place : places)
+            require(bool(edited.setValue(place.section, place.key, value)), "edit/ours");
+        result = edited.text();
+    }
+    require(result.count(QStringLiteral("=edited\n")) == edits, "edit/ours");
+}
+
+/** One key, with a value in each of so many blocks of its section, taken away. */
+void removeKeyOurs(benchmark::State &state)
+{
+    QString text = QStringLiteral("#:1\n#:2\n\n");
+    for (qint64 i = 0; i < state.range(0); ++i)
+        text += QStringLiteral("SECTION s\nk=%1\nENDSECTION s\n").arg(i);
+    QString result;
+    for (auto _ : state) {
+        VanteroConfigText edited(text);
+        require(bool(edited.removeKey(QStringLiteral("s"), QStringLiteral("k"))), "removeKey/ours");
+        result = edited.text();
+    }
+    require(!result.contains(QStringLiteral("k=")), "removeKey/ours");
+}
+
+void findingsOurs(benchmark::State &state)
+{
+    const VanteroConfigText text(configText(sectionsOf(kSize)));
+    for (auto _ : state)
+        require(text.findings().isEmpty(), "findings/ours");
+}
+
+void outlineOurs(benchmark::State &state)
+{
+    const VanteroConfigText text(configText(sectionsOf(kSize)));
+    for (auto _ : state)
+        require(!text.outline().sections.isEmpty(), "outline/ours");
+}
+
+} // namespace
+
+BENCHMARK(readTwice)->Name("edit/limit")->Arg(1)->Arg(1000); // edits of a text
+BENCHMARK(editOurs)->Name("edit/ours")->Arg(1)->Arg(1000);
+BENCHMARK(removeKeyOurs)->Name("removeKey/ours")->Arg(10000)->Arg(20000)->Arg(40000); // blocks
+BENCHMARK(readTwice)->Name("findings/limit")->Arg(kSize);
+BENCHMARK(findingsOurs)->Name("findings/ours")->Arg(kSize);
+BENCHMARK(readTwice)->Name("outline/limit")->Arg(kSize);
+BENCHMARK(outlineOurs)->Name("outline/ours")->Arg(kSize);
