@@ -26,6 +26,7 @@ struct Row
     std::vector<std::string> edit; // what follows "config": without the file
     QByteArray before;
     QByteArray after;
+    QByteArray made = {}; // what "set" says on standard error behind the name of the file
 };
 
 const QByteArray kHead = "#:1.3===\n#:VN-1\n# Camera IP: 10.0.0.1\n\n";
@@ -49,33 +50,40 @@ const Row kRows[] = {
     {"setAddsAMissingKeyBeforeTheEndOfTheLastBlock",
      {"set", "s", "k", "new"},
      kHead + "SECTION s\na=1\nENDSECTION s\n\nSECTION s\nb=1\n# end\nENDSECTION s\n",
-     kHead + "SECTION s\na=1\nENDSECTION s\n\nSECTION s\nb=1\n# end\nk=new\nENDSECTION s\n"},
+     kHead + "SECTION s\na=1\nENDSECTION s\n\nSECTION s\nb=1\n# end\nk=new\nENDSECTION s\n",
+     "new key k in section s"},
     {"setFillsAnEmptyBlock",
      {"set", "s", "k", "new"},
      kHead + "SECTION s\nENDSECTION s\n",
-     kHead + "SECTION s\nk=new\nENDSECTION s\n"},
+     kHead + "SECTION s\nk=new\nENDSECTION s\n",
+     "new key k in section s"},
     {"setAppendsAMissingSectionBehindAnEmptyLine",
      {"set", "t", "k", "new"},
      kHead + "SECTION s\nENDSECTION s\n",
-     kHead + "SECTION s\nENDSECTION s\n\nSECTION t\nk=new\nENDSECTION t\n"},
+     kHead + "SECTION s\nENDSECTION s\n\nSECTION t\nk=new\nENDSECTION t\n",
+     "new section t"},
     {"setUsesTheEmptyLineThatIsThere",
      {"set", "t", "k", "new"},
      kHead + "SECTION s\nENDSECTION s\n\n",
-     kHead + "SECTION s\nENDSECTION s\n\nSECTION t\nk=new\nENDSECTION t\n"},
+     kHead + "SECTION s\nENDSECTION s\n\nSECTION t\nk=new\nENDSECTION t\n",
+     "new section t"},
     {"setEndsTheLastLineBeforeItAppends",
      {"set", "t", "k", "new"},
      kHead + "SECTION s\nENDSECTION s",
-     kHead + "SECTION s\nENDSECTION s\n\nSECTION t\nk=new\nENDSECTION t\n"},
+     kHead + "SECTION s\nENDSECTION s\n\nSECTION t\nk=new\nENDSECTION t\n",
+     "new section t"},
     // Loading takes two lines, whatever they hold, and what follows up to an empty line for a
     // header.
     {"setWritesAVersionOfAnEmptyTextAsAnEntry",
      {"set", "head", "File Version", "9"},
      "",
-     "\n\n\nSECTION head\nFile Version=9\nENDSECTION head\n"},
+     "\n\n\nSECTION head\nFile Version=9\nENDSECTION head\n",
+     "new key File Version in section head"},
     {"setWritesAVersionOfATextWithoutHeaderAsAnEntry",
      {"set", "head", "Software Version", "9"},
      "x\n",
-     "x\n\n\nSECTION head\nSoftware Version=9\nENDSECTION head\n"},
+     "x\n\n\nSECTION head\nSoftware Version=9\nENDSECTION head\n",
+     "new key Software Version in section head"},
     {"setGivesAKeyWithoutValueOne",
      {"set", "s", "k", "new"},
      kHead + "SECTION s\nk\nENDSECTION s\n",
@@ -119,15 +127,18 @@ const Row kRows[] = {
     {"setIntoAnEmptyTextMakesRoomForAHeader",
      {"set", "s", "k", "v"},
      "",
-     "\n\n\nSECTION s\nk=v\nENDSECTION s\n"},
+     "\n\n\nSECTION s\nk=v\nENDSECTION s\n",
+     "new section s"},
     {"setIntoATextOfOneLine",
      {"set", "s", "k", "v"},
      "#:1",
-     "#:1\n\n\nSECTION s\nk=v\nENDSECTION s\n"},
+     "#:1\n\n\nSECTION s\nk=v\nENDSECTION s\n",
+     "new section s"},
     {"setIntoATextThatIsAllHeader",
      {"set", "s", "k", "v"},
      "#:1\n#:2\n# comment\n",
-     "#:1\n#:2\n# comment\n\nSECTION s\nk=v\nENDSECTION s\n"},
+     "#:1\n#:2\n# comment\n\nSECTION s\nk=v\nENDSECTION s\n",
+     "new section s"},
     // ---- set, header values
     {"setOfTheFileVersionKeepsTheRuler",
      {"set", "head", "File Version", "2.0"},
@@ -148,7 +159,7 @@ const Row kRows[] = {
     {"setOfTheAddressChangesTheLineThatCounts",
      {"set", "head", "Factory IP", "10.0.0.9"},
      "#:1\n#:2\n# Camera IP: 10.0.0.1\n# Configuration of 10.0.0.2 \n\n",
-     "#:1\n#:2\n# Camera IP: 10.0.0.1\n# Configuration of 10.0.0.9\n\n"},
+     "#:1\n#:2\n# Camera IP: 10.0.0.1\n# Configuration of 10.0.0.9 \n\n"},
     {"setOfTheAddressBehindABareConfigurationOf",
      {"set", "head", "Factory IP", "10.0.0.9"},
      "#:1\n#:2\n# Configuration of\n\n",
@@ -160,7 +171,8 @@ const Row kRows[] = {
     {"setOfAHeadValueWithoutPlaceInTheHeader",
      {"set", "head", "Type Long", "D24M"},
      kHead,
-     kHead + "SECTION head\nType Long=D24M\nENDSECTION head\n"},
+     kHead + "SECTION head\nType Long=D24M\nENDSECTION head\n",
+     "new key Type Long in section head"},
     // ---- add
     {"addPutsTheNewestValueBehindTheOthers",
      {"add", "s", "k", "3"},
@@ -204,11 +216,17 @@ std::vector<std::string> commandLine(const std::vector<std::string> &edit, const
     return words;
 }
 
+/** What @p row says on standard error. */
+QByteArray told(const Row &row)
+{
+    return row.made.isEmpty() ? QByteArray() : "vantero-formats: -: " + row.made + '\n';
+}
+
 TEST(ConfigEdit, changesOnlyTheLinesThatItMust)
 {
     for (const Row &row : kRows) {
         SCOPED_TRACE(row.name);
-        expectRun(runTool(commandLine(row.edit, "-"), row.before), 0, row.after, "");
+        expectRun(runTool(commandLine(row.edit, "-"), row.before), 0, row.after, told(row));
     }
 }
 
@@ -220,7 +238,7 @@ TEST(ConfigEdit, keepsWindowsLineEnds)
             continue; // nothing tells what line ends the text has
         SCOPED_TRACE(row.name);
         expectRun(runTool(commandLine(row.edit, "-"), windows(row.before)), 0, windows(row.after),
-                  "");
+                  told(row));
     }
 }
 
@@ -229,7 +247,8 @@ TEST(ConfigEdit, keepsTheByteOrderMark)
     const QByteArray mark = "\xEF\xBB\xBF";
     for (const Row &row : kRows) {
         SCOPED_TRACE(row.name);
-        expectRun(runTool(commandLine(row.edit, "-"), mark + row.before), 0, mark + row.after, "");
+        expectRun(runTool(commandLine(row.edit, "-"), mark + row.before), 0, mark + row.after,
+                  told(row));
     }
 }
 
@@ -249,7 +268,7 @@ TEST(ConfigEdit, keepsEveryByteOfLatin1Text)
         QByteArray after = row.after;
         // An empty line behind it, as the edit may look at the line before it.
         expectRun(runTool(commandLine(row.edit, "-"), before.insert(at, all + '\n')), 0,
-                  after.insert(at, all + '\n'), "");
+                  after.insert(at, all + '\n'), told(row));
     }
 }
 
@@ -300,7 +319,7 @@ TEST(ConfigEdit, refusesWhatTheFormatCannotHold)
         {{"add", "s", "k", "v\n"}, "a value cannot hold a line break"},
         {{"add", "s", "#", "v"}, "a key cannot begin with \"#\", which begins a comment"},
         {{"set", "head", "File Version", "1=2"},
-         "the format cannot hold that: it would be read back differently"},
+         "the file version of the header cannot hold \"=\""},
         {{"set", "head", "Software Version", "a\rb\r"}, "a value cannot hold a line break"},
         {{"unset", "head", "File Version"}, "the version lines of the header cannot be removed"},
         {{"unset", "head", "Software Version"},
@@ -312,8 +331,8 @@ TEST(ConfigEdit, refusesWhatTheFormatCannotHold)
     expectRun(runTool({"config", "set", "-", "head", "Factory IP", " blank"},
                       "#:1\n#:2\n# Configuration of 10.0.0.1\n"),
               2, "",
-              "vantero-formats: -: the format cannot hold that: it would be read back "
-              "differently\n");
+              "vantero-formats: -: an address in a title of the header cannot begin or end with a "
+              "blank\n");
 }
 
 TEST(ConfigEdit, unsetOfWhatIsMissingIsAnAnswer)

@@ -8,6 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -68,6 +69,42 @@ public:
                               option, std::move(store)});
     }
 
+    /** A parameter that the help tells of; another one takes what is given for it. */
+    void addShown(const char *name, const char *what, bool repeated)
+    {
+        parameters.push_back({QString::fromUtf8(name),
+                              QString(),
+                              QString::fromUtf8(what),
+                              "text",
+                              true,
+                              repeated,
+                              !repeated,
+                              nullptr,
+                              {}});
+    }
+
+    void addEntries(const char *option, const char *form, const char *what,
+                    QList<EntryArgument> &target)
+    {
+        const QString name = QString::fromUtf8(option);
+        const QString shape = QString::fromUtf8(form);
+        const bool hasValue = shape.contains(QLatin1Char('='));
+        add(option, form, what, "text", true,
+            [this, name, shape, hasValue, &target](const Values &values) {
+                for (const std::string &each : values) {
+                    const QString text = textFromArgument(fromStdString(each));
+                    const int slash = text.indexOf(QLatin1Char('/'));
+                    const int equals = hasValue ? text.indexOf(QLatin1Char('='), slash) : -1;
+                    if (slash < 0 || (hasValue && equals < 0))
+                        throw usageError(
+                            QStringLiteral("%1 takes %2, not \"%3\"").arg(name, shape, text));
+                    const int keyEnd = hasValue ? equals : text.size();
+                    target.append({text.left(slash), text.mid(slash + 1, keyEnd - slash - 1),
+                                   hasValue ? text.mid(equals + 1) : QString()});
+                }
+            });
+    }
+
     void addFlag(const char *name, const char *what, std::function<void(const Values &)> store)
     {
         parameters.push_back({QString::fromUtf8(name), QString(), QString::fromUtf8(what),
@@ -110,6 +147,7 @@ public:
     QString summary;
     QStringList paragraphs;
     QList<QPair<QString, QString>> examples;
+    QString several; // the option with which there may be several files
     CLI::App app;
     std::vector<Parameter> parameters;
 };
@@ -161,6 +199,47 @@ void Arguments::texts(const char *name, const char *what, QStringList &target)
         for (const std::string &value : values)
             target += textFromArgument(fromStdString(value));
     });
+}
+
+void Arguments::fileThenTexts(const char *name, const char *what, QStringList &files,
+                              std::vector<Text> texts, const char *several, QStringList *list)
+{
+    d->several = QString::fromUtf8(several);
+    const std::size_t single = list ? texts.size() - 1 : texts.size();
+    d->add(name, "", what, "file", true,
+           [this, &files, texts, single, several, list](const Private::Values &values) {
+               const bool areFiles = d->app.get_option(several)->count() > 0;
+               for (const std::string &value : values)
+                   if (areFiles || files.isEmpty())
+                       files += fileNameFromArgument(fromStdString(value));
+               if (areFiles)
+                   return;
+               if (values.size() <= single)
+                   throw d->usageError(QString::fromUtf8(texts[values.size() - 1].name) +
+                                       QLatin1String(" is missing"));
+               for (std::size_t i = 1; i < values.size(); ++i) {
+                   const QString text = textFromArgument(fromStdString(values[i]));
+                   if (i <= single)
+                       *texts[i - 1].target = text;
+                   else if (list)
+                       *list += text;
+                   else
+                       throw d->usageError(QStringLiteral("unexpected argument \"%1\"").arg(text));
+               }
+           });
+    d->parameters.back().repeated = false;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        d->addShown(texts[i].name, texts[i].what, i >= single);
+}
+
+void Arguments::assignments(const char *option, const char *what, QList<EntryArgument> &target)
+{
+    d->addEntries(option, "SECTION/KEY=VALUE", what, target);
+}
+
+void Arguments::entries(const char *option, const char *what, QList<EntryArgument> &target)
+{
+    d->addEntries(option, "SECTION/KEY", what, target);
 }
 
 void Arguments::fileOption(const char *option, const char *value, const char *what,
@@ -279,7 +358,7 @@ bool Arguments::parse(const QList<QByteArray> &arguments)
         throw d->usageError(textFromArgument(e.what()));
     }
     for (const Private::Parameter &parameter : d->parameters)
-        if (parameter.option->count() > 0)
+        if (parameter.option && parameter.option->count() > 0)
             parameter.store(Private::withoutGuards(parameter.option->results()));
     return true;
 }
@@ -313,6 +392,15 @@ QString Arguments::help() const
         if (parameter.positional)
             usage +=
                 QLatin1Char(' ') + parameter.name + QLatin1String(parameter.repeated ? "..." : "");
+
+    if (!d->several.isEmpty()) {
+        const auto &parameters = d->parameters;
+        const auto option = std::find_if(
+            parameters.begin(), parameters.end(),
+            [this](const Private::Parameter &each) { return each.name == d->several; });
+        usage += QStringLiteral("\nvantero-formats %1 [options] %2... %3 %4")
+                     .arg(d->command, parameters.front().name, d->several, option->value);
+    }
 
     QString summary = d->summary;
     summary[0] = summary.at(0).toUpper();
@@ -357,6 +445,7 @@ Json Arguments::toJson() const
     for (const auto &example : qAsConst(d->examples))
         examples.append(Json::object({{"command", example.first}, {"meaning", example.second}}));
     return Json::object({{"name", d->command},
+                         {"several", d->several},
                          {"summary", d->summary},
                          {"description", Json::array(d->paragraphs)},
                          {"arguments", std::move(positionals)},

@@ -14,8 +14,17 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace vn::tool {
+
+/** An entry of a configuration among the arguments: "SECTION/KEY" or "SECTION/KEY=VALUE". */
+struct EntryArgument
+{
+    QString section; ///< up to the first "/"
+    QString key;     ///< up to the first "="
+    QString value;   ///< null where none is taken
+};
 
 /**
  * The arguments of one command: what there is, what it means, and where its values go.
@@ -59,6 +68,27 @@ public:
 
     /** Declares a list of at least one text. */
     void texts(const char *name, const char *what, QStringList &target);
+
+    /** A text that follows a file name; see fileThenTexts(). */
+    struct Text
+    {
+        const char *name;
+        const char *what;
+        QString *target;
+    };
+
+    /**
+     * Declares one file name and @p texts behind it, of which the last may be a @p list. Where the
+     * option @p several is given, everything is a file name instead, and no text is filled.
+     */
+    void fileThenTexts(const char *name, const char *what, QStringList &files,
+                       std::vector<Text> texts, const char *several, QStringList *list = nullptr);
+
+    /** Declares an option with "SECTION/KEY=VALUE" that may be given several times. */
+    void assignments(const char *option, const char *what, QList<EntryArgument> &target);
+
+    /** Declares an option with "SECTION/KEY" that may be given several times. */
+    void entries(const char *option, const char *what, QList<EntryArgument> &target);
 
     /** Declares an option with a file name. */
     void fileOption(const char *option, const char *value, const char *what,

@@ -22,8 +22,12 @@ public:
             "comments nor empty go, too, and all line ends become \"\\n\". Where there is none of "
             "the sections and no option asks for more, nothing is written and the exit status is "
             "1.");
-        arguments.file("FILE", "configuration, \"-\" for standard input", m_file);
-        arguments.texts("SECTION", "names of the sections", m_sections);
+        arguments.fileThenTexts(
+            "FILE", "configuration, \"-\" for standard input", m_target.names(),
+            {{"SECTION", "names of the sections; none where an option says what goes", nullptr}},
+            "--section", &m_sections);
+        arguments.repeatedOption("--section", "SECTION",
+                                 "remove this section; all arguments are files then", m_sections);
         arguments.flag("--outer-comments",
                        "remove comments outside of sections, the header block included",
                        m_outerComments);
@@ -38,22 +42,25 @@ public:
 
     ExitCode run(Output &out) override
     {
-        m_target.requireReplaceable(m_file);
-        const ConfigTextFile file(m_file);
-        const QStringList missing = missingSections(file.text());
         const bool asksForMore = m_outerComments || m_sectionComments || m_emptyLines;
-        const auto message = [](const QString &section) {
-            return QStringLiteral("no section \"%1\"").arg(section);
-        };
-        if (missing.size() == m_sections.size() && !asksForMore)
-            throw ToolError(ExitCode::No, message(missing.first())).at(m_file);
-        for (const QString &section : missing)
-            out.warn(m_file, message(section));
-        m_target.deliver(file,
-                         VanteroConfigFile::removeSections(file.text(), m_sections, m_outerComments,
-                                                           m_sectionComments, m_emptyLines),
-                         out);
-        return ExitCode::Done;
+        if (m_sections.isEmpty() && !asksForMore)
+            throw ToolError(ExitCode::BadInput,
+                            QStringLiteral("config remove: SECTION is missing (see vantero-formats "
+                                           "config remove --help)"));
+        return m_target.run(out, [&](const ConfigTextFile &file) {
+            const QStringList missing = missingSections(file.text());
+            const auto message = [](const QString &section) {
+                return QStringLiteral("no section \"%1\"").arg(section);
+            };
+            if (missing.size() == m_sections.size() && !asksForMore)
+                throw ToolError(ExitCode::No, message(missing.first())).at(file.name());
+            for (const QString &section : missing)
+                out.warn(file.name(), message(section));
+            return EditTarget::Edited{
+                VanteroConfigFile::removeSections(file.text(), m_sections, m_outerComments,
+                                                  m_sectionComments, m_emptyLines),
+                {}};
+        });
     }
 
 private:
@@ -71,7 +78,6 @@ private:
         return result;
     }
 
-    QString m_file;
     QStringList m_sections;
     bool m_outerComments = false;
     bool m_sectionComments = false;

@@ -38,18 +38,18 @@ public:
         if (m_targetFile == QLatin1String("-") && m_sourceFile == m_targetFile)
             throw ToolError(ExitCode::BadInput,
                             QStringLiteral("only one of the files can be standard input"));
-        m_target.requireReplaceable(m_targetFile);
-        const ConfigTextFile target(m_targetFile);
         const ConfigTextFile source(m_sourceFile);
-        const QString edited =
-            VanteroConfigFile::replaceSection(target.text(), source.text(), m_section);
-        if (edited == target.text()) // a replacement always grows
-            throw ToolError(
-                ExitCode::No,
-                QStringLiteral("no section \"%1\", nor in %2").arg(m_section, m_sourceFile))
-                .at(m_targetFile);
-        m_target.deliver(target, edited, out);
-        return ExitCode::Done;
+        m_target.names() = QStringList{m_targetFile};
+        return m_target.run(out, [&](const ConfigTextFile &target) {
+            const QString edited =
+                VanteroConfigFile::replaceSection(target.text(), source.text(), m_section);
+            if (edited == target.text()) // a replacement always grows
+                throw ToolError(
+                    ExitCode::No,
+                    QStringLiteral("no section \"%1\", nor in %2").arg(m_section, m_sourceFile))
+                    .at(target.name());
+            return EditTarget::Edited{edited, {}};
+        });
     }
 
 private:

@@ -4,7 +4,6 @@
 #include "tool/files/ConfigInput.h"
 
 #include "tool/cli/ToolError.h"
-#include "tool/files/ConfigLines.h"
 #include "tool/files/Input.h"
 #include "tool/files/JpegComment.h"
 
@@ -15,6 +14,35 @@
 
 namespace vn::tool {
 
+namespace {
+
+/** The line where reading fails: of a section that is not closed, the one behind the last. */
+int lineOf(const Finding &fault, const QString &text)
+{
+    if (fault.code != QLatin1String("section-not-closed"))
+        return fault.range.line;
+    return text.count(QLatin1Char('\n')) + (text.endsWith(QLatin1Char('\n')) ? 1 : 2);
+}
+
+} // namespace
+
+void requireWellFormed(const VanteroConfigText &text, const QString &name)
+{
+    for (const Finding &finding : text.findings())
+        if (finding.severity == Finding::Severity::Error)
+            throw ToolError(ExitCode::BadInput, finding.message)
+                .at(name, lineOf(finding, text.text()));
+}
+
+void requireDone(const VanteroConfigText::Result &result, const QString &name)
+{
+    if (!result)
+        throw ToolError(result.outcome == VanteroConfigText::Outcome::NotFound ? ExitCode::No
+                                                                               : ExitCode::BadInput,
+                        result.reason)
+            .at(name);
+}
+
 VanteroConfigFile parseConfig(const QString &text, const QString &name, bool *hasVersionLines)
 {
     VanteroConfigFile config;
@@ -23,7 +51,8 @@ VanteroConfigFile parseConfig(const QString &text, const QString &name, bool *ha
         if (hasVersionLines)
             *hasVersionLines = result;
     } catch (const ExceptionQt &e) {
-        throw inputError(e, name).at(name, ConfigLines(text).malformedLine());
+        requireWellFormed(VanteroConfigText(text), name);
+        throw inputError(e, name);
     }
     return config;
 }

@@ -7,6 +7,7 @@
 #include "tool/files/ConfigSources.h"
 
 #include "config/VanteroConfigFile.h"
+#include "config/VanteroConfigText.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
@@ -41,6 +42,13 @@ void refuseArchive(const ConfigSource &source);
  */
 VanteroConfigFile parseConfig(const QString &text, const QString &name,
                               bool *hasVersionLines = nullptr);
+
+/** @throws ToolError (bad input) with the line when @p text, of the file @p name, is malformed */
+void requireWellFormed(const VanteroConfigText &text, const QString &name);
+
+/** @throws ToolError with the reason when an edit of the file @p name was not done: No when there
+ * is nothing to edit, bad input when the format cannot hold it */
+void requireDone(const VanteroConfigText::Result &result, const QString &name);
 
 } // namespace vn::tool
 

@@ -17,6 +17,12 @@ void EditTarget::declare(Arguments &arguments)
     arguments.describe(
         "The edited text goes to standard output. Bytes outside the changed lines stay as they "
         "are: encoding (UTF-8 or Latin-1), byte order mark and line ends included.");
+    arguments.describe(
+        "Several files, or a folder with --recursive, are edited with --in-place or --dry-run; "
+        "with --in-place the changed ones are listed. One that cannot be edited is told and stays "
+        "as it is, the rest goes on, and the exit status is 2. In a folder, a file counts when its "
+        "first two lines tell the versions.");
+    m_sources.declare(arguments);
     arguments.fileOption("--output", "FILE", "write the text to this file instead", m_outputName);
     arguments.flag("--in-place",
                    "replace the input: the file is the old or the new one at any time, and keeps "
@@ -43,17 +49,45 @@ void EditTarget::requireReplaceable(const QString &inputName) const
             .at(inputName);
 }
 
-void EditTarget::deliver(const ConfigTextFile &original, const QString &edited, Output &out) const
+ExitCode EditTarget::run(Output &out, const std::function<Edited(const ConfigTextFile &)> &edit)
 {
-    const QByteArray bytes = original.encode(edited);
+    if (m_sources.isOne()) {
+        const QString name = m_sources.names().first();
+        requireReplaceable(name);
+        const ConfigTextFile file(name);
+        deliver(file, edit(file), out);
+        return ExitCode::Done;
+    }
+    if (!m_inPlace && !m_dryRun)
+        throw ToolError(ExitCode::BadInput,
+                        QStringLiteral("several files are edited only with --in-place or "
+                                       "--dry-run"));
+    m_sources.forEach(out, [&](const ConfigSource &source) {
+        requireReplaceable(source.name);
+        const ConfigTextFile file(source);
+        const Edited edited = edit(file);
+        deliver(file, edited, out);
+        if (m_inPlace && edited.text != file.text())
+            out.printLine(source.name + QLatin1String(": changed"));
+    });
+    return m_sources.exitCode();
+}
+
+void EditTarget::deliver(const ConfigTextFile &original, const Edited &edited, Output &out) const
+{
+    const QByteArray bytes = original.encode(edited.text);
+    const QByteArray name = toOutputBytes(original.name());
     if (m_dryRun)
-        out.print(unifiedDiff(original.bytes(), bytes, toOutputBytes(original.name())));
+        out.print(edited.edits ? unifiedDiff(original.bytes(), bytes, *edited.edits, name)
+                               : unifiedDiff(original.bytes(), bytes, name));
     else if (m_inPlace && bytes != original.bytes())
         writeFileAtomically(original.name(), bytes);
     else if (m_outputName && *m_outputName != QLatin1String("-"))
         writeFileAtomically(*m_outputName, bytes);
     else if (!m_inPlace)
         out.print(bytes);
+    for (const QString &note : edited.notes)
+        out.complain(ToolError(ExitCode::Done, note).at(original.name()));
 }
 
 } // namespace vn::tool

@@ -19,6 +19,15 @@ constexpr int kMostChanges = 2000;
 
 enum class Step { Keep, Delete, Insert };
 
+/** Lines that go, and the lines of the other text that come in their place. */
+struct LineChange
+{
+    int begin;
+    int end;
+    int newBegin;
+    int newEnd;
+};
+
 /** The lines of a text, each with its line end. */
 std::vector<QByteArray> splitLines(const QByteArray &text)
 {
@@ -102,8 +111,9 @@ std::vector<Step> shortestWay(const std::vector<int> &a, int aEnd, const std::ve
     return steps;
 }
 
-std::vector<Step> allSteps(const std::vector<QByteArray> &before,
-                           const std::vector<QByteArray> &after)
+/** The changes that lead from @p before to @p after, as few lines of them as can be. */
+std::vector<LineChange> searchChanges(const std::vector<QByteArray> &before,
+                                      const std::vector<QByteArray> &after)
 {
     QHash<QByteArray, int> numbers;
     const std::vector<int> a = numbered(before, numbers);
@@ -117,11 +127,42 @@ std::vector<Step> allSteps(const std::vector<QByteArray> &before,
         --aEnd;
         --bEnd;
     }
-    std::vector<Step> steps(std::size_t(begin), Step::Keep);
-    const std::vector<Step> middle = shortestWay(a, aEnd, b, bEnd, begin);
-    steps.insert(steps.end(), middle.begin(), middle.end());
-    steps.insert(steps.end(), a.size() - std::size_t(aEnd), Step::Keep);
-    return steps;
+    std::vector<LineChange> changes;
+    int x = begin;
+    int y = begin;
+    bool isOpen = false;
+    for (const Step step : shortestWay(a, aEnd, b, bEnd, begin)) {
+        if (step != Step::Keep && !isOpen)
+            changes.push_back({x, x, y, y});
+        isOpen = step != Step::Keep;
+        x += step != Step::Insert ? 1 : 0;
+        y += step != Step::Delete ? 1 : 0;
+        if (isOpen) {
+            changes.back().end = x;
+            changes.back().newEnd = y;
+        }
+    }
+    return changes;
+}
+
+/** The change without the lines at its ends that are the same in both. */
+LineChange trimmed(LineChange change, const std::vector<QByteArray> &before,
+                   const std::vector<QByteArray> &after)
+{
+    const auto isSame = [&](int x, int y) {
+        return before[std::size_t(x)] == after[std::size_t(y)];
+    };
+    while (change.begin < change.end && change.newBegin < change.newEnd &&
+           isSame(change.begin, change.newBegin)) {
+        ++change.begin;
+        ++change.newBegin;
+    }
+    while (change.begin < change.end && change.newBegin < change.newEnd &&
+           isSame(change.end - 1, change.newEnd - 1)) {
+        --change.end;
+        --change.newEnd;
+    }
+    return change;
 }
 
 /** "start,count" of a hunk's head, as `diff` writes it. */
@@ -161,62 +202,91 @@ QByteArray headName(const QByteArray &name)
     return name.contains(' ') ? name + '\t' : name; // the tabulator ends the name
 }
 
+/** The diff of the given changes, which are ascending and do not touch each other. */
+QByteArray printed(const std::vector<QByteArray> &before, const std::vector<QByteArray> &after,
+                   const std::vector<LineChange> &changes, const QByteArray &name)
+{
+    if (changes.empty())
+        return QByteArray();
+    QByteArray out = "--- " + headName(name) + "\n+++ " + headName(name) + '\n';
+    const int count = int(before.size());
+    for (auto first = changes.begin(); first != changes.end();) {
+        // A hunk goes on as long as the contexts of two changes overlap or meet.
+        auto last = first;
+        while (last + 1 != changes.end() && (last + 1)->begin - last->end <= 2 * kContext)
+            ++last;
+        const int begin = std::max(0, first->begin - kContext);
+        const int end = std::min(count, last->end + kContext);
+
+        QByteArray body;
+        int x = begin;
+        const auto keepUntil = [&](int line) {
+            for (; x < line; ++x)
+                body += hunkLine(' ', before[std::size_t(x)]);
+        };
+        int grown = 0;
+        for (auto change = first; change <= last; ++change) {
+            keepUntil(change->begin);
+            for (; x < change->end; ++x)
+                body += hunkLine('-', before[std::size_t(x)]);
+            for (int y = change->newBegin; y < change->newEnd; ++y)
+                body += hunkLine('+', after[std::size_t(y)]);
+            grown += change->newEnd - change->newBegin - (change->end - change->begin);
+        }
+        keepUntil(end);
+        out += "@@ -" + range(begin, end - begin) + " +" +
+               range(first->newBegin - (first->begin - begin), end - begin + grown) + " @@\n" +
+               body;
+        first = last + 1;
+    }
+    return out;
+}
+
 } // namespace
 
 QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after, const QByteArray &name)
 {
-    if (before == after)
-        return QByteArray();
     const std::vector<QByteArray> a = splitLines(before);
     const std::vector<QByteArray> b = splitLines(after);
-    const std::vector<Step> steps = allSteps(a, b);
+    return printed(a, b, searchChanges(a, b), name);
+}
 
-    QByteArray out = "--- " + headName(name) + "\n+++ " + headName(name) + '\n';
-    const int count = int(steps.size());
-    int x = 0; // lines of a and b before steps[i]
-    int y = 0;
-    for (int i = 0; i < count;) {
-        int change = i;
-        while (change < count && steps[std::size_t(change)] == Step::Keep)
-            ++change;
-        if (change == count)
-            break;
-        const int begin = std::max(i, change - kContext);
-        x += begin - i;
-        y += begin - i;
-
-        // The hunk goes on as long as the contexts of two changes overlap or meet.
-        int lastChange = change;
-        for (int j = change; j < count && j - lastChange <= 2 * kContext + 1; ++j)
-            if (steps[std::size_t(j)] != Step::Keep)
-                lastChange = j;
-        const int end = std::min(count, lastChange + 1 + kContext);
-
-        QByteArray body;
-        const int xBegin = x;
-        const int yBegin = y;
-        for (int j = begin; j < end; ++j) {
-            switch (steps[std::size_t(j)]) {
-            case Step::Keep:
-                body += hunkLine(' ', a[std::size_t(x)]);
-                ++x;
-                ++y;
-                break;
-            case Step::Delete:
-                body += hunkLine('-', a[std::size_t(x)]);
-                ++x;
-                break;
-            case Step::Insert:
-                body += hunkLine('+', b[std::size_t(y)]);
-                ++y;
-                break;
-            }
+QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after,
+                       const QVector<VanteroConfigText::Splice> &edits, const QByteArray &name)
+{
+    const std::vector<QByteArray> a = splitLines(before);
+    const std::vector<QByteArray> b = splitLines(after);
+    const int count = int(a.size());
+    std::vector<LineChange> changes;
+    int grown = 0; // by the edits so far, in lines
+    for (const VanteroConfigText::Splice &edit : edits) {
+        const TextRange &range = edit.range;
+        const bool isWholeLines = range.column == 1 && range.endColumn == 1 &&
+                                  (edit.text.isEmpty() || edit.text.endsWith(QLatin1Char('\n')));
+        LineChange change = {};
+        change.begin = std::min(range.line - 1, count);
+        change.end = std::min(isWholeLines ? range.endLine - 1 : range.endLine, count);
+        change.newBegin = change.begin + grown;
+        grown += edit.text.count(QLatin1Char('\n')) - (range.endLine - range.line);
+        change.newEnd = change.end + grown;
+        if (!changes.empty() && change.begin < changes.back().end) { // another place of a line
+            changes.back().end = change.end;
+            changes.back().newEnd = change.newEnd;
+        } else {
+            changes.push_back(change);
         }
-        out +=
-            "@@ -" + range(xBegin, x - xBegin) + " +" + range(yBegin, y - yBegin) + " @@\n" + body;
-        i = end;
     }
-    return out;
+    if (!changes.empty() && changes.back().end == count) // the last line need not be ended
+        changes.back().newEnd = int(b.size());
+    for (LineChange &change : changes)
+        change = trimmed(change, a, b);
+    changes.erase(std::remove_if(changes.begin(), changes.end(),
+                                 [](const LineChange &change) {
+                                     return change.begin == change.end &&
+                                            change.newBegin == change.newEnd;
+                                 }),
+                  changes.end());
+    return printed(a, b, changes, name);
 }
 
 } // namespace vn::tool

@@ -4,7 +4,10 @@
 #ifndef VN_TOOL_FILES_UNIFIEDDIFF_H
 #define VN_TOOL_FILES_UNIFIEDDIFF_H
 
+#include "config/VanteroConfigText.h"
+
 #include <QtCore/QByteArray>
+#include <QtCore/QVector>
 
 namespace vn::tool {
 
@@ -15,6 +18,11 @@ namespace vn::tool {
  * diff than necessary.
  */
 QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after, const QByteArray &name);
+
+/** The same where it is known where the texts differ: @p edits are places in the text of
+ * @p before. */
+QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after,
+                       const QVector<VanteroConfigText::Splice> &edits, const QByteArray &name);
 
 } // namespace vn::tool
 
