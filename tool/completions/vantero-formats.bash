@@ -55,112 +55,133 @@ _vantero_formats() {
         words=("${words[@]:1}")
     fi
 
-    local options='' files='' folders='' others='' choices='' again='' arguments=''
+    local options='' files='' folders='' others='' choices='' again='' several='' arguments=''
     case $command in
     'config show')
         options='--section --key --recursive --password-file --json --help'
         files='--password-file' folders='' others='--section|--key'
-        choices='' again='' arguments='file ...'
+        choices='' again=''
+        several='' arguments='file ...'
         ;;
     'config set')
-        options='--output --in-place --dry-run --help'
-        files='--output' folders='' others=''
-        choices='' again='' arguments='file text text text'
+        options='--set --index --existing --if --recursive --output --in-place --dry-run --help'
+        files='--output' folders='' others='--set|--if|--index'
+        choices='' again='--set|--if'
+        several='--set' arguments='file text text text'
         ;;
     'config add')
-        options='--output --in-place --dry-run --help'
-        files='--output' folders='' others=''
-        choices='' again='' arguments='file text text text'
+        options='--add --existing --if --recursive --output --in-place --dry-run --help'
+        files='--output' folders='' others='--add|--if'
+        choices='' again='--add|--if'
+        several='--add' arguments='file text text text'
         ;;
     'config unset')
-        options='--output --in-place --dry-run --help'
-        files='--output' folders='' others=''
-        choices='' again='' arguments='file text text'
+        options='--key --value --index --recursive --output --in-place --dry-run --help'
+        files='--output' folders='' others='--key|--value|--index'
+        choices='' again='--key'
+        several='--key' arguments='file text text'
         ;;
     'config remove')
-        options='--outer-comments --section-comments --empty-lines --output --in-place --dry-run --help'
-        files='--output' folders='' others=''
-        choices='' again='' arguments='file text ...'
+        options='--section --outer-comments --section-comments --empty-lines --recursive --output --in-place --dry-run --help'
+        files='--output' folders='' others='--section'
+        choices='' again='--section'
+        several='--section' arguments='file text ...'
         ;;
     'config splice')
-        options='--output --in-place --dry-run --help'
+        options='--recursive --output --in-place --dry-run --help'
         files='--output' folders='' others=''
-        choices='' again='' arguments='file file text'
+        choices='' again=''
+        several='' arguments='file file text'
         ;;
     'config merge')
         options='--network --motion --time-tables --output --explain --json --help'
         files='--output' folders='' others=''
-        choices='' again='' arguments='file file'
+        choices='' again=''
+        several='' arguments='file file'
         ;;
     'config diff')
         options='--by --password-file --json --help'
         files='--password-file' folders='' others=''
-        choices='--by=address,name' again='' arguments='file file'
+        choices='--by=address,name' again=''
+        several='' arguments='file file'
         ;;
     'config write')
         options='--output --help'
         files='--output' folders='' others=''
-        choices='' again='' arguments='file'
+        choices='' again=''
+        several='' arguments='file'
         ;;
     'config collect')
         options='--recursive --password-file --output-archive --output-folder --json --help'
         files='--password-file|--output-archive' folders='--output-folder' others=''
-        choices='' again='' arguments='file ...'
+        choices='' again=''
+        several='' arguments='file ...'
         ;;
     'version show')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again='' arguments='text'
+        choices='' again=''
+        several='' arguments='text'
         ;;
     'version compare')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again='' arguments='text text'
+        choices='' again=''
+        several='' arguments='text text'
         ;;
     'version check')
         options='--model --json --help'
         files='' folders='' others='--model'
-        choices='' again='' arguments='text text'
+        choices='' again=''
+        several='' arguments='text text'
         ;;
     'firmware')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again='' arguments='file ...'
+        choices='' again=''
+        several='' arguments='file ...'
         ;;
     'app-version')
         options='--revision --debug --json --help'
         files='' folders='' others='--revision'
-        choices='' again='' arguments='text'
+        choices='' again=''
+        several='' arguments='text'
         ;;
     'alarms list')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again='' arguments='file'
+        choices='' again=''
+        several='' arguments='file'
         ;;
     'alarms update')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again='' arguments='file'
+        choices='' again=''
+        several='' arguments='file'
         ;;
     'alarms lint')
         options='--severity --json --updates --help'
         files='' folders='' others=''
-        choices='--severity=error,warning,note' again='' arguments='file ...'
+        choices='--severity=error,warning,note' again=''
+        several='' arguments='file ...'
         ;;
     'erdinfo write')
         options='--id1 --id2 --number1 --number2 --time1 --time2 --text1 --text2 --text3 --json --help'
         files='' folders='' others='--text1|--text2|--text3|--id1|--id2|--number1|--number2|--time1|--time2'
-        choices='' again='' arguments='file'
+        choices='' again=''
+        several='' arguments='file'
         ;;
     'erdinfo show')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again='' arguments='file'
+        choices='' again=''
+        several='' arguments='file'
         ;;
     'erdinfo layout')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again='' arguments=''
+        choices='' again=''
+        several='' arguments=''
         ;;
     *)
         return
@@ -196,6 +217,7 @@ _vantero_formats() {
         _vantero_formats_reply -W "$options"
         return
     fi
+    [[ -n $several && " ${words[*]} " == *" $several "* ]] && arguments='file ...'
     read -r -a words <<<"$arguments"
     [[ ${words[count]-} != ... ]] || count=$((count - 1))
     ((count >= ${#words[@]})) && [[ $arguments == *...* ]] && count=$((${#words[@]} - 2))

@@ -54,25 +54,41 @@ complete -c vantero-formats -n '__vantero_formats_in config show' -l recursive -
 complete -c vantero-formats -n '__vantero_formats_in config show' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config show' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in config set' -F
+complete -c vantero-formats -n '__vantero_formats_in config set' -l set -d 'set this value; all arguments are files then' -x
+complete -c vantero-formats -n '__vantero_formats_in config set' -l index -d 'change this value of a repeated key, counting from the newest (0)' -x
+complete -c vantero-formats -n '__vantero_formats_in config set' -l existing -d 'refuse to make a new section or a new key'
+complete -c vantero-formats -n '__vantero_formats_in config set' -l if -d 'edit only files in which a value of the key is this one' -x
+complete -c vantero-formats -n '__vantero_formats_in config set' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config set' -l output -d 'write the text to this file instead' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config set' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
 complete -c vantero-formats -n '__vantero_formats_in config set' -l dry-run -d 'print what would change as a unified diff; write nothing'
 complete -c vantero-formats -n '__vantero_formats_in config add' -F
+complete -c vantero-formats -n '__vantero_formats_in config add' -l add -d 'add this value; all arguments are files then' -x
+complete -c vantero-formats -n '__vantero_formats_in config add' -l existing -d 'refuse to make a new section or a new key'
+complete -c vantero-formats -n '__vantero_formats_in config add' -l if -d 'edit only files in which a value of the key is this one' -x
+complete -c vantero-formats -n '__vantero_formats_in config add' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config add' -l output -d 'write the text to this file instead' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config add' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
 complete -c vantero-formats -n '__vantero_formats_in config add' -l dry-run -d 'print what would change as a unified diff; write nothing'
 complete -c vantero-formats -n '__vantero_formats_in config unset' -F
+complete -c vantero-formats -n '__vantero_formats_in config unset' -l key -d 'remove this key; all arguments are files then' -x
+complete -c vantero-formats -n '__vantero_formats_in config unset' -l value -d 'remove only lines with this value' -x
+complete -c vantero-formats -n '__vantero_formats_in config unset' -l index -d 'remove only this value of a repeated key, counting from the newest (0)' -x
+complete -c vantero-formats -n '__vantero_formats_in config unset' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config unset' -l output -d 'write the text to this file instead' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config unset' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
 complete -c vantero-formats -n '__vantero_formats_in config unset' -l dry-run -d 'print what would change as a unified diff; write nothing'
 complete -c vantero-formats -n '__vantero_formats_in config remove' -F
+complete -c vantero-formats -n '__vantero_formats_in config remove' -l section -d 'remove this section; all arguments are files then' -x
 complete -c vantero-formats -n '__vantero_formats_in config remove' -l outer-comments -d 'remove comments outside of sections, the header block included'
 complete -c vantero-formats -n '__vantero_formats_in config remove' -l section-comments -d 'remove comments inside of sections'
 complete -c vantero-formats -n '__vantero_formats_in config remove' -l empty-lines -d 'remove empty lines'
+complete -c vantero-formats -n '__vantero_formats_in config remove' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config remove' -l output -d 'write the text to this file instead' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config remove' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
 complete -c vantero-formats -n '__vantero_formats_in config remove' -l dry-run -d 'print what would change as a unified diff; write nothing'
 complete -c vantero-formats -n '__vantero_formats_in config splice' -F
+complete -c vantero-formats -n '__vantero_formats_in config splice' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config splice' -l output -d 'write the text to this file instead' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config splice' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
 complete -c vantero-formats -n '__vantero_formats_in config splice' -l dry-run -d 'print what would change as a unified diff; write nothing'
