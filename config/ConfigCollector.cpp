@@ -55,15 +55,15 @@ void explain(const IOException &exception, ConfigCollector::Found &found)
 class Q_DECL_HIDDEN ConfigCollector::Private
 {
 public:
-    Private(SourceWalk givenWalk, SourceWalk walkToMeasure, const Options &givenOptions)
-        : options(givenOptions)
+    Private(SourceWalk givenWalk, SourceWalk walkToMeasure, Options givenOptions)
+        : options(std::move(givenOptions))
         , walk(std::move(givenWalk))
         , measuring(std::move(walkToMeasure))
     {
     }
 
     Found read(const Source &source, bool isNext);
-    void readFile(const Source &source, bool isNext, Found &found);
+    void readFile(const Source &source, bool isNext, Found &found) const;
     void readEntry(const Source &source, Found &found);
 
     const Options options;
@@ -109,7 +109,7 @@ ConfigCollector::Found ConfigCollector::Private::read(const Source &source, bool
     return found;
 }
 
-void ConfigCollector::Private::readFile(const Source &source, bool isNext, Found &found)
+void ConfigCollector::Private::readFile(const Source &source, bool isNext, Found &found) const
 {
     try {
         if (!isNext || !walk.readFile(found.bytes))
@@ -224,7 +224,7 @@ ConfigCollector::Progress ConfigCollector::progress() const noexcept
 
 bool ConfigCollector::wasStopped() const noexcept
 {
-    return !d->walk.isAtEnd() && d->options.stop && *d->options.stop;
+    return !d->walk.isAtEnd() && d->options.stop != nullptr && *d->options.stop;
 }
 
 } // namespace vn

@@ -94,14 +94,14 @@ void CollectedArchive::dropReader()
 
 // ---- Folders -----------------------------------------------------------------------------------
 
-SourceWalk::SourceWalk(QStringList paths, const ConfigCollector::Options &options)
+SourceWalk::SourceWalk(QStringList paths, ConfigCollector::Options options)
     : m_paths(std::move(paths))
-    , m_options(options)
+    , m_options(std::move(options))
 {
 }
 
-SourceWalk::SourceWalk(ZipReader &archive, const ConfigCollector::Options &options)
-    : m_options(options)
+SourceWalk::SourceWalk(ZipReader &archive, ConfigCollector::Options options)
+    : m_options(std::move(options))
     , m_given(&archive)
 {
 }

@@ -17,8 +17,6 @@
 #include <optional>
 #include <vector>
 
-class QFileInfo;
-
 namespace vn {
 
 namespace internal {
@@ -67,8 +65,8 @@ private:
 class SourceWalk
 {
 public:
-    SourceWalk(QStringList paths, const ConfigCollector::Options &options);
-    SourceWalk(ZipReader &archive, const ConfigCollector::Options &options);
+    SourceWalk(QStringList paths, ConfigCollector::Options options);
+    SourceWalk(ZipReader &archive, ConfigCollector::Options options);
 
     /** The next source; nothing at the end. */
     std::optional<ConfigCollector::Source> next();

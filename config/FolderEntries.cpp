@@ -128,7 +128,10 @@ bool FolderEntries::readFile(const QString &name, QByteArray &bytes) const
         return ::openat(::dirfd(m_folder.get()), QFile::encodeName(name).constData(),
                         O_RDONLY | O_CLOEXEC);
     }));
-    return file.isValid() && readContent(file, bytes) == 0;
+    if (file.isValid() && readContent(file, bytes) == 0)
+        return true;
+    bytes.clear();
+    return false;
 }
 
 } // namespace internal

@@ -352,9 +352,9 @@ public:
      *
      * The entries of a folder are taken in the order in which the file system has them, which may
      * be another on each machine; of two texts of one address in a folder either may so come first.
-     * A folder that cannot be listed is passed over in silence, like one that is not there; a
-     * folder that can be listed but not entered raises with its first file. ConfigCollector takes
-     * them by name and tells of both.
+     * A folder that cannot be listed is passed over in silence, like one that is not there, and so
+     * are the files of one that can be listed but not entered. ConfigCollector tells of both, and
+     * takes entries by name where asked.
      * @param paths     files, archives and folders; what is neither is passed over
      * @param configurations gets the texts by factory address, the latest of one address first
      * @param recursive whether folders are looked into, at any depth

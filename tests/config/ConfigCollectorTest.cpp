@@ -10,12 +10,12 @@
 #include "support/Random.h"
 
 #include <QtCore/QDirIterator>
-#include <QtCore/QMutex>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -132,6 +132,24 @@ TEST_F(ConfigCollectorTest, keepsTheExceptionThatParseAllRaises)
     ASSERT_TRUE(exception);
     EXPECT_EQ(exception->fileName(), path("huge"_q));
     EXPECT_EQ(exception->message(), path("huge"_q) + ": File too large"_q);
+}
+
+TEST_F(ConfigCollectorTest, keepsNothingOfAFileThatOpensAndThenFails)
+{
+    // Files of the kernel, which fail to read where no security module answers.
+    ConfigCollector collector({"/proc/self/attr"_q}, recursive());
+    int failed = 0;
+    while (const auto found = collector.next()) {
+        if (found->status != Status::FileUnreadable)
+            continue;
+        ++failed;
+        EXPECT_EQ(found->systemError, EINVAL);
+        EXPECT_EQ(found->reason, "Invalid argument"_q);
+        EXPECT_TRUE(found->bytes.isNull());
+        EXPECT_TRUE(found->text.isNull());
+    }
+    if (failed == 0)
+        GTEST_SKIP() << "all files of /proc/self/attr can be read";
 }
 
 TEST_F(ConfigCollectorTest, namesFilesOfFoldersAsTheFolderWasNamed)
