@@ -34,6 +34,7 @@
 
 #include <ctime>
 #include <deque>
+#include <limits>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -434,7 +435,7 @@ void addArchives(const char *kind, const char *password, const std::vector<int64
 
 const bool s_registered = [] {
     // The heap keeps its pages between repetitions: their first use is the system's time.
-    mallopt(M_TRIM_THRESHOLD, 1 << 30);
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
     const std::vector<int64_t> counts{100, 1000, 10000};
     add(
         "folders/ours", [](const Collection &collection) { return collect(collection.tree(), {}); },
