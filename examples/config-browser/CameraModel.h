@@ -7,6 +7,7 @@
 #include "Document.h"
 
 #include <QtCore/QAbstractTableModel>
+#include <QtCore/QSet>
 
 #include <memory>
 #include <vector>

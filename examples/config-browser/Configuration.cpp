@@ -10,25 +10,9 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
-#include <algorithm>
-
 using vn::VanteroConfigFile;
-using vn::VanteroConfigMap;
 
 namespace browser {
-
-namespace {
-
-VanteroConfigMap mapOf(const VanteroConfigFile &config)
-{
-    VanteroConfigMap map;
-    const QStringList sections = config.allSectionKeys();
-    for (const QString &section : sections)
-        map.replaceSection(section, config.section(section));
-    return map;
-}
-
-} // namespace
 
 QString Configuration::address() const
 {
@@ -73,24 +57,8 @@ Configuration makeConfiguration(const QString &path, const QString &entry, int e
     } catch (const vn::ExceptionQt &e) {
         result.parseError = e.message(); // the sections before it were read
     }
-    result.map = mapOf(config);
+    result.map = config.map();
     return result;
-}
-
-VanteroConfigMap parseMap(const QString &text)
-{
-    VanteroConfigFile config;
-    config.parse(text, QDateTime::currentDateTime());
-    return mapOf(config);
-}
-
-bool isSameMap(const VanteroConfigMap &a, const VanteroConfigMap &b)
-{
-    const QStringList sections = a.allSectionKeys();
-    return sections == b.allSectionKeys() &&
-           std::all_of(sections.begin(), sections.end(), [&](const QString &section) {
-               return a.section(section) == b.section(section);
-           });
 }
 
 } // namespace browser

@@ -35,13 +35,6 @@ struct Configuration
 Configuration makeConfiguration(const QString &path, const QString &entry, int entryIndex,
                                 const QString &text);
 
-/** What @p text says.
- * @throws vn::ParseException for a malformed section */
-vn::VanteroConfigMap parseMap(const QString &text);
-
-/** Whether both hold the same values in the same order. */
-bool isSameMap(const vn::VanteroConfigMap &a, const vn::VanteroConfigMap &b);
-
 } // namespace browser
 
 #endif // BROWSER_CONFIGURATION_H

@@ -5,9 +5,9 @@
 
 #include "Colors.h"
 
-#include <QtGui/QBrush>
+#include "config/ConfigDiff.h"
 
-#include <set>
+#include <QtGui/QBrush>
 
 namespace browser {
 
@@ -22,7 +22,12 @@ void DifferenceModel::compare(const QString &firstTitle, const vn::VanteroConfig
     beginResetModel();
     m_firstTitle = firstTitle;
     m_secondTitle = secondTitle;
-    m_rows = differences(first, second);
+    m_rows.clear();
+    for (const vn::ConfigSectionDifference &section : vn::configDiff(first, second))
+        for (const vn::ConfigKeyDifference &key : section.keys)
+            // A key without "=" looks like one with an empty value.
+            if (key.kind != vn::ConfigKeyDifference::Kind::NullAgainstEmpty)
+                m_rows.push_back({section.section, key.key, key.first, key.second});
     endResetModel();
 }
 
@@ -31,30 +36,6 @@ void DifferenceModel::clear()
     beginResetModel();
     m_rows.clear();
     endResetModel();
-}
-
-std::vector<DifferenceModel::Row> DifferenceModel::differences(const vn::VanteroConfigMap &first,
-                                                               const vn::VanteroConfigMap &second)
-{
-    std::set<QString> sections;
-    for (const auto *map : {&first, &second}) {
-        const QStringList names = map->allSectionKeys();
-        sections.insert(names.begin(), names.end());
-    }
-    std::vector<Row> rows;
-    for (const QString &section : sections) {
-        std::set<QString> keys;
-        for (const auto *map : {&first, &second}) {
-            const QStringList names = map->section(section).uniqueKeys();
-            keys.insert(names.begin(), names.end());
-        }
-        for (const QString &key : keys) {
-            Row row = {section, key, first.values(section, key), second.values(section, key)};
-            if (row.first != row.second)
-                rows.push_back(std::move(row));
-        }
-    }
-    return rows;
 }
 
 int DifferenceModel::rowCount(const QModelIndex &parent) const

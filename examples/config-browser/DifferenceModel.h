@@ -42,9 +42,6 @@ private:
         QStringList second;
     };
 
-    static std::vector<Row> differences(const vn::VanteroConfigMap &first,
-                                        const vn::VanteroConfigMap &second);
-
     QString m_firstTitle;
     QString m_secondTitle;
     std::vector<Row> m_rows;

@@ -4,7 +4,6 @@
 #include "Document.h"
 
 #include "SafeSave.h"
-#include "SectionText.h"
 
 #include "base/Exceptions.h"
 #include "base/FileUtils.h"
@@ -13,7 +12,6 @@
 #include <utility>
 
 using vn::VanteroConfigFile;
-using vn::VanteroConfigMap;
 
 namespace browser {
 
@@ -21,13 +19,17 @@ Document::Document(Configuration configuration, QObject *parent)
     : QObject(parent)
     , m_configuration(std::move(configuration))
     , m_map(m_configuration.map)
-    , m_text(m_configuration.text)
 {
+}
+
+QString Document::text() const
+{
+    return m_edited ? m_edited->text() : m_configuration.text;
 }
 
 bool Document::isModified(const QString &section, const QString &key, int index) const
 {
-    return m_changedSections.contains(section) &&
+    return m_isModified &&
            m_map.value(section, key, index) != m_configuration.map.value(section, key, index);
 }
 
@@ -52,52 +54,30 @@ QString Document::setValue(const QString &section, const QString &key, int index
 {
     if (!isEditable(section))
         return tr("This value cannot be edited.");
-    if (value.contains(QLatin1Char('\n')) || value.endsWith(QLatin1Char('\r')))
-        return tr("A value cannot hold a line break.");
     if (m_map.value(section, key, index) == value)
         return {};
 
-    VanteroConfigMap map = m_map;
-    auto entry = map.find(section, key); // the newest
+    if (!m_edited)
+        m_edited.emplace(m_configuration.text);
+    const vn::VanteroConfigText::Result result = m_edited->setValue(section, key, value, index);
+    if (!result)
+        return tr("Not changed: %1.").arg(result.reason);
+    auto entry = m_map.find(section, key); // the newest
     std::advance(entry, index);
     *entry = value;
-
-    QSet<QString> sections = m_changedSections;
-    if (map.section(section) == m_configuration.map.section(section))
-        sections.remove(section);
-    else
-        sections.insert(section);
-
-    QString text = m_configuration.text;
-    for (const QString &changed : std::as_const(sections))
-        text = VanteroConfigFile::replaceSection(
-            text, sectionText(text, changed, std::as_const(map).section(changed)), changed);
-
-    // The library finds sections by their markers alone. A comment may hold them, too, or a section
-    // stand in several blocks: what cannot be read back as it was meant must not be written.
-    try {
-        if (!isSameMap(parseMap(text), map))
-            return tr("The section \"%1\" of this text cannot be replaced: it stands in several "
-                      "blocks, or its name stands elsewhere, too.")
-                .arg(section);
-    } catch (const vn::ExceptionQt &e) {
-        return tr("The text could not be read back: %1.").arg(e.message());
-    }
-
-    m_map = std::move(map);
-    m_text = std::move(text);
-    m_changedSections = std::move(sections);
+    m_isModified = !m_edited->edits().isEmpty();
     Q_EMIT changed();
     return {};
 }
 
 QString Document::save()
 {
-    QString error = replaceText(m_configuration.path, m_configuration.text, m_text);
+    const QString edited = text();
+    QString error = replaceText(m_configuration.path, m_configuration.text, edited);
     if (!error.isNull())
         return error;
     Configuration saved = m_configuration;
-    saved.text = m_text;
+    saved.text = edited;
     saved.map = m_map;
     setConfiguration(std::move(saved));
     return {};
@@ -127,8 +107,8 @@ void Document::setConfiguration(Configuration configuration)
 {
     m_configuration = std::move(configuration);
     m_map = m_configuration.map;
-    m_text = m_configuration.text;
-    m_changedSections.clear();
+    m_edited.reset();
+    m_isModified = false;
     Q_EMIT changed();
 }
 

@@ -6,17 +6,18 @@
 
 #include "Configuration.h"
 
+#include "config/VanteroConfigText.h"
+
 #include <QtCore/QObject>
-#include <QtCore/QSet>
+
+#include <optional>
 
 namespace browser {
 
 /**
  * A configuration that is being looked at and edited.
  *
- * An edit changes a value of the map. The text to be saved is made from the text that was read:
- * VanteroConfigFile::replaceSection() puts the changed sections into it and leaves the rest alone.
- * Each edit is tried out at once, by reading that text back.
+ * An edit changes the characters of one value in the text, and the map beside it.
  */
 class Document : public QObject
 {
@@ -29,8 +30,8 @@ public:
     const Configuration &configuration() const { return m_configuration; }
     /** With what was edited since. */
     const vn::VanteroConfigMap &map() const { return m_map; }
-    const QString &text() const { return m_text; }
-    bool isModified() const { return !m_changedSections.isEmpty(); }
+    QString text() const;
+    bool isModified() const { return m_isModified; }
     bool isModified(const QString &section, const QString &key, int index) const;
 
     /** Why nothing can be edited; a null string where it can. */
@@ -59,8 +60,8 @@ private:
 
     Configuration m_configuration;
     vn::VanteroConfigMap m_map;
-    QString m_text;
-    QSet<QString> m_changedSections;
+    std::optional<vn::VanteroConfigText> m_edited; // from the first edit on
+    bool m_isModified = false;
 };
 
 } // namespace browser

@@ -73,11 +73,7 @@ TEST_F(Editing, savedValue_changesNothingElseOfTheFile)
     EXPECT_EQ(readFile(file), expected) << "written before it was saved";
     save();
 
-    // The comment and the order of the lines stay; replacing a section puts empty lines around it.
-    expected.replace("SECTION eventdlite\n# what is watched",
-                     "\n\nSECTION eventdlite\n# what is watched");
     expected.replace("\nmotioncheck=1\n", "\nmotioncheck=0\n");
-    expected.replace("ENDSECTION eventdlite", "ENDSECTION eventdlite\n\n");
     EXPECT_EQ(readFile(file), expected);
     EXPECT_EQ(names(), QStringList{"gate.cfg"_q}) << "a temporary file was left";
     EXPECT_FALSE(window().isWindowModified());
@@ -117,8 +113,6 @@ TEST_F(Editing, latin1_staysLatin1)
     edit("text"_q, "name"_q, "Eingang Süd, Tür 4"_q);
     save();
     QByteArray expected = readFile(example("entrance.cfg"));
-    expected.replace("SECTION text", "\n\nSECTION text")
-        .replace("END\n\nSECTION text", "ENDSECTION text\n\n");
     expected.replace("Eingang S\xFC\x64 - T\xFCr 3", "Eingang S\xFC\x64, T\xFCr 4");
     EXPECT_EQ(readFile(file), expected);
     EXPECT_EQ(message("valuesError"), QString());
@@ -130,25 +124,34 @@ TEST_F(Editing, carriageReturns_stay)
     edit("text"_q, "name"_q, "Dock 2"_q);
     save();
     QByteArray expected = readFile(example("dock.cfg"));
-    expected.replace("SECTION text", "\n\nSECTION text")
-        .replace("END\n\nSECTION text", "ENDSECTION text\n\n");
     expected.replace("name=Loading dock\r\n", "name=Dock 2\r\n");
     EXPECT_EQ(readFile(file), expected);
 }
 
-TEST_F(Editing, sectionInTwoBlocks_isRefusedWhereItCannotBeReplaced)
+TEST_F(Editing, sectionInTwoBlocks_isEditedInBoth)
 {
     const QString file = openCopyOf("dock.cfg");
-    edit("eventdlite"_q, "motiondef"_q, "0"_q); // the newest value stands in the second block
-    EXPECT_EQ(message("valuesError"),
-              "The section \"eventdlite\" of this text cannot be replaced: it stands in several "
-              "blocks, or its name stands elsewhere, too."_q);
-    EXPECT_FALSE(window().isWindowModified());
+    edit("eventdlite"_q, "motiondef"_q, "0"_q);   // the newest value stands in the second block
     edit("eventdlite"_q, "motioncheck"_q, "0"_q); // stands in the first one
-    EXPECT_TRUE(window().isWindowModified());
     save();
-    EXPECT_TRUE(readFile(file).contains("\nmotioncheck=0\r\n"));
-    EXPECT_TRUE(readFile(file).contains("\nmotiondef=0,0,96,320,144,sensitivity=15\r\n"));
+    QByteArray expected = readFile(example("dock.cfg"));
+    expected.replace("\nmotioncheck=1\r\n", "\nmotioncheck=0\r\n");
+    expected.replace("\nmotiondef=0,0,96,320,144,sensitivity=15\r\n", "\nmotiondef=0\r\n");
+    EXPECT_EQ(readFile(file), expected);
+}
+
+TEST_F(Editing, valueThatTheFormatCannotHold_isRefused)
+{
+    const QString file = openCopyOf("gate.cfg");
+    auto *model = table("values")->model();
+    const QModelIndexList found =
+        model->match(model->index(0, 1), Qt::DisplayRole, "HOSTNAME"_q, 1, Qt::MatchExactly);
+    ASSERT_EQ(found.size(), 1);
+    const QModelIndex value = found.first().siblingAtColumn(2);
+    EXPECT_FALSE(model->setData(value, "two\nlines"_q, Qt::EditRole));
+    EXPECT_EQ(message("valuesError"), "Not changed: a value cannot hold a line break."_q);
+    EXPECT_FALSE(window().isWindowModified());
+    EXPECT_EQ(value.data(), "gate-south"_q);
 }
 
 TEST_F(Editing, fileThatChangedOnTheDisk_isNotOverwritten)
