@@ -82,6 +82,14 @@ private:
         int count = 0; // of entries
     };
 
+    /** Characters of the original text, and what stands there instead. */
+    struct Change
+    {
+        const QChar *begin;
+        const QChar *end;
+        QString text;
+    };
+
     struct Key
     {
         int section;
@@ -119,10 +127,10 @@ private:
     QString lineEndOf(QStringView line) const;
     QString lineEnd() const;
     const QChar *placeOfNewAddress() const;
-    void addChange(const Entry &entry, std::vector<Splice> &splices) const;
+    void addChange(const Entry &entry, std::vector<Change> &changes) const;
     QString added(const Block &block, const QString &lineEnd) const;
     QString newBlocks() const;
-    Splice splice(const QChar *begin, const QChar *end, const QString &text) const;
+    std::vector<Change> changes() const;
 
     QString m_original;
     Form m_form;
