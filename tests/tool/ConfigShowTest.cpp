@@ -3,6 +3,7 @@
 
 // What the case files of this folder cannot say: JSON as a value, images made for the test.
 
+#include "Files.h"
 #include "support/Literals.h"
 #include "support/ToolRunner.h"
 
@@ -12,6 +13,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -178,6 +183,38 @@ TEST(ConfigShow, archiveIsRefusedWithAHint)
     expectRun(runTool({"config", "show", VANTERO_EXAMPLE_DATA "/cameras.zip"}), 2, "",
               "vantero-formats: " VANTERO_EXAMPLE_DATA
               "/cameras.zip: a zip archive; \"config collect\" reads its configurations\n");
+}
+
+/** What the tool prints on a terminal. */
+QByteArray shownOnATerminal(const std::string &path)
+{
+    int terminal = -1;
+    const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0) {
+        ::execl(VANTERO_TOOL, VANTERO_TOOL, "config", "show", path.c_str(), nullptr);
+        ::_exit(127);
+    }
+    EXPECT_GT(child, 0);
+    QByteArray out;
+    char piece[4096];
+    for (ssize_t size = 0; (size = ::read(terminal, piece, sizeof piece)) > 0;)
+        out.append(piece, int(size));
+    int status = 0;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    ::close(terminal);
+    return out;
+}
+
+TEST(ConfigShow, controlCharactersAreEscapedOnATerminalOnly)
+{
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("a.cfg"_q).toStdString();
+    const QByteArray section = "SECTION s\nk=a\tb\x1b[31m\xC2\x9B\x7f ö\nENDSECTION s\n";
+    ASSERT_NO_FATAL_FAILURE(writeFile(path, "#:1\n#:2\n\n" + section));
+    EXPECT_TRUE(runTool({"config", "show", path}).out.endsWith(section));
+    const QByteArray shown = shownOnATerminal(path);
+    EXPECT_TRUE(shown.contains("\r\nk=a\tb\\x1B[31m\\x9B\\x7F ö\r\n")) << shown.constData();
 }
 
 } // namespace

@@ -5,6 +5,8 @@
 
 #include <QtCore/QStringList>
 
+#include <algorithm>
+
 namespace vn::tool {
 
 namespace {
@@ -68,13 +70,18 @@ void FindingsPrinter::addError(Output &out, const ToolError &error)
 
 ExitCode FindingsPrinter::finish(Output &out)
 {
+    return finish(out, m_errors, m_hasFailed ? ExitCode::BadInput : ExitCode::Done);
+}
+
+ExitCode FindingsPrinter::finish(Output &out, const Json &errors, ExitCode worst)
+{
     if (out.json()) {
         Json result = Json::object({{"findings", std::move(m_findings)}});
-        if (m_hasFailed)
-            result.insert(QStringLiteral("errors"), std::move(m_errors));
+        if (worst == ExitCode::BadInput)
+            result.insert(QStringLiteral("errors"), errors);
         out.setResult(std::move(result));
     }
-    return m_hasFailed ? ExitCode::BadInput : m_hasErrors ? ExitCode::No : ExitCode::Done;
+    return std::max(worst, m_hasErrors ? ExitCode::No : ExitCode::Done);
 }
 
 } // namespace vn::tool

@@ -46,6 +46,10 @@ public:
      * read, No when there are findings of severity "error", else Done. */
     ExitCode finish(Output &out);
 
+    /** The same behind work that has told its errors itself: these are @p errors, as errorToJson()
+     * has each, and @p worst is what it would have ended with. */
+    ExitCode finish(Output &out, const Json &errors, ExitCode worst);
+
 private:
     bool isWanted(const Finding &finding) const;
 

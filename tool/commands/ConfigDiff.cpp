@@ -100,7 +100,7 @@ private:
         if (!m_by.isNull())
             throw ToolError(ExitCode::BadInput, QStringLiteral("--by is for folders and archives"));
         const ConfigDiff found =
-            differences(readConfig(m_a).config.map(), readConfig(m_b).config.map());
+            differences(readConfig(m_a, out).config.map(), readConfig(m_b, out).config.map());
         if (!out.json())
             print(m_a, m_b, found, out);
         else
@@ -150,7 +150,7 @@ private:
     {
         const QString root = m_sources.names().first();
         m_sources.forEach(out, [&](const ConfigSource &source) {
-            const VanteroConfigFile config = readConfig(source).config;
+            const VanteroConfigFile config = readConfig(source, out).config;
             const QString key =
                 m_by == QLatin1String("name") ? nameBelow(root, source) : config.getFactoryIP();
             (groups[key].*side).push_back({source.name, config.map()});

@@ -73,8 +73,8 @@ public:
         if (m_new == QLatin1String("-") && m_previous == m_new)
             throw ToolError(ExitCode::BadInput,
                             QStringLiteral("only one of the files can be standard input"));
-        const VanteroConfigFile config = readConfig(m_new).config;
-        const VanteroConfigFile previous = readConfig(m_previous).config;
+        const VanteroConfigFile config = readConfig(m_new, out).config;
+        const VanteroConfigFile previous = readConfig(m_previous, out).config;
         const QList<PreservePreset> presets = wantedPresets();
 
         const QString text = merge(presets, config, previous);

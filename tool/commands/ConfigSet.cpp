@@ -13,6 +13,9 @@ namespace vn::tool {
 
 namespace {
 
+/** What is made is told of the file, not of a place in it. */
+constexpr TextRange kNowhere = {0, 0, 0, 0, 0, 0};
+
 /** `config set` and `config add`, which differ in what becomes of the values that are there. */
 class ConfigSet : public Command
 {
@@ -96,7 +99,7 @@ private:
         if (!isMet)
             return {file.text(), text.edits()};
         m_hasMet = true;
-        QStringList made;
+        QVector<QPair<QString, TextRange>> made;
         for (const EntryArgument &each : qAsConst(m_edits)) {
             const QString news = whatIsNew(text, each);
             if (m_existing && !news.isNull())
@@ -108,7 +111,7 @@ private:
             requireDone(result, file.name());
             // A value that is added is meant to be new; one that is set is meant to be there.
             if (m_kind == Kind::Set && !news.isNull())
-                made += QLatin1String("new ") + news;
+                made.append({QLatin1String("new ") + news, kNowhere});
         }
         return {text.text(), text.edits(), made};
     }

@@ -77,7 +77,7 @@ private:
     Json show(const ConfigSource &source, const QString &title, const QString &mark,
               Output &out) const
     {
-        const ConfigInput input = readConfig(source);
+        const ConfigInput input = readConfig(source, out);
         const auto nothingThere = [&source](const QString &message) {
             return ToolError(ExitCode::No, message).at(source.name);
         };

@@ -24,6 +24,15 @@ int lineOf(const Finding &fault, const QString &text)
     return text.count(QLatin1Char('\n')) + (text.endsWith(QLatin1Char('\n')) ? 1 : 2);
 }
 
+/** The text in an image. */
+QString imageComment(const ConfigSource &source)
+{
+    const QByteArray comment = jpegComment(source.bytes, source.name);
+    if (comment.isNull())
+        throw ToolError(ExitCode::No, QStringLiteral("the image has no comment")).at(source.name);
+    return FileUtils::decodeText(comment);
+}
+
 } // namespace
 
 void requireWellFormed(const VanteroConfigText &text, const QString &name)
@@ -66,22 +75,38 @@ void refuseArchive(const ConfigSource &source)
             .at(source.name);
 }
 
-ConfigInput readConfig(const ConfigSource &source)
+VanteroConfigText configText(const ConfigSource &source)
+{
+    refuseArchive(source);
+    if (isJpeg(source.bytes))
+        return VanteroConfigText(imageComment(source), VanteroConfigText::Form::ImageComment);
+    return VanteroConfigText(FileUtils::decodeText(source.bytes));
+}
+
+void warnOfLostSection(const QString &text, const QString &name, Output &out)
+{
+    if (!text.startsWith(QLatin1String("SECTION")))
+        return;
+    for (const Finding &finding : VanteroConfigText(text).findings())
+        if (finding.code == QLatin1String("no-header"))
+            out.warn(name, QStringLiteral("%1 (line %2)")
+                               .arg(finding.message, QString::number(finding.range.line)));
+}
+
+ConfigInput readConfig(const ConfigSource &source, Output &out)
 {
     refuseArchive(source);
     ConfigInput result;
     if (!isJpeg(source.bytes)) {
+        const QString text = FileUtils::decodeText(source.bytes);
         bool hasVersionLines = false;
-        result.config =
-            parseConfig(FileUtils::decodeText(source.bytes), source.name, &hasVersionLines);
+        result.config = parseConfig(text, source.name, &hasVersionLines);
         result.hasVersionLines = hasVersionLines;
+        warnOfLostSection(text, source.name, out);
         return result;
     }
-    const QByteArray comment = jpegComment(source.bytes, source.name);
-    if (comment.isNull())
-        throw ToolError(ExitCode::No, QStringLiteral("the image has no comment")).at(source.name);
     try {
-        result.config.parseJpegComment(FileUtils::decodeText(comment));
+        result.config.parseJpegComment(imageComment(source));
     } catch (const ExceptionQt &e) {
         throw ToolError(ExitCode::BadInput, QLatin1String("image comment: ") + e.message())
             .at(source.name);
@@ -89,9 +114,9 @@ ConfigInput readConfig(const ConfigSource &source)
     return result;
 }
 
-ConfigInput readConfig(const QString &name)
+ConfigInput readConfig(const QString &name, Output &out)
 {
-    return readConfig(ConfigSource{name, readInput(name)});
+    return readConfig(ConfigSource{name, readInput(name)}, out);
 }
 
 } // namespace vn::tool

@@ -24,14 +24,21 @@ struct ConfigInput
 };
 
 /**
- * Loads @p source.
+ * Loads @p source; warns as warnOfLostSection() does.
  * @throws ToolError when it is malformed (with the line), or no configuration
  */
-ConfigInput readConfig(const ConfigSource &source);
+ConfigInput readConfig(const ConfigSource &source, Output &out);
 
 /** The same for the file @p name ("-" is standard input).
  * @throws ToolError also when it cannot be read */
-ConfigInput readConfig(const QString &name);
+ConfigInput readConfig(const QString &name, Output &out);
+
+/** Warns of a text, of the file @p name, that begins with a section: it is read as a header. */
+void warnOfLostSection(const QString &text, const QString &name, Output &out);
+
+/** The text of @p source, which of an image is its comment; the form says which.
+ * @throws ToolError when it is an archive, or an image without a comment */
+VanteroConfigText configText(const ConfigSource &source);
 
 /** @throws ToolError when @p source is an archive, which would pass for a text without sections */
 void refuseArchive(const ConfigSource &source);

@@ -5,6 +5,7 @@
 
 #include "tool/cli/FileNameCodec.h"
 #include "tool/cli/ToolError.h"
+#include "tool/files/ConfigInput.h"
 #include "tool/files/OutputFile.h"
 #include "tool/files/UnifiedDiff.h"
 
@@ -55,6 +56,7 @@ ExitCode EditTarget::run(Output &out, const std::function<Edited(const ConfigTex
         const QString name = m_sources.names().first();
         requireReplaceable(name);
         const ConfigTextFile file(name);
+        warnOfLostSection(file.text(), name, out);
         deliver(file, edit(file), out);
         return ExitCode::Done;
     }
@@ -65,6 +67,7 @@ ExitCode EditTarget::run(Output &out, const std::function<Edited(const ConfigTex
     m_sources.forEach(out, [&](const ConfigSource &source) {
         requireReplaceable(source.name);
         const ConfigTextFile file(source);
+        warnOfLostSection(file.text(), source.name, out);
         const Edited edited = edit(file);
         deliver(file, edited, out);
         if (m_inPlace && edited.text != file.text())
@@ -86,8 +89,9 @@ void EditTarget::deliver(const ConfigTextFile &original, const Edited &edited, O
         writeFileAtomically(*m_outputName, bytes);
     else if (!m_inPlace)
         out.print(bytes);
-    for (const QString &note : edited.notes)
-        out.complain(ToolError(ExitCode::Done, note).at(original.name()));
+    for (const auto &note : edited.notes)
+        out.complain(ToolError(ExitCode::Done, escapedControls(note.first))
+                         .at(original.name(), note.second.line, note.second.column));
 }
 
 } // namespace vn::tool

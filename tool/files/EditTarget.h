@@ -11,6 +11,7 @@
 
 #include "config/VanteroConfigText.h"
 
+#include <QtCore/QPair>
 #include <QtCore/QVector>
 
 #include <functional>
@@ -28,8 +29,8 @@ public:
         QString text;
         /** Where it differs, where that is known. */
         std::optional<QVector<VanteroConfigText::Splice>> edits;
-        /** What the user should know once it is done. */
-        QStringList notes = {};
+        /** What the user should know once it is done, and of which place of the original. */
+        QVector<QPair<QString, TextRange>> notes = {};
     };
 
     /** The files to be edited; the command declares them as its argument. */
