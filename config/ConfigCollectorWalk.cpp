@@ -207,8 +207,9 @@ std::optional<ConfigCollector::Source> SourceWalk::visitFolder(Source &&source)
     }
     FolderEntries entries = openFolder(source.m_location);
     if (const int error = entries.error()) {
-        source.m_status = error == ENOENT ? Status::NotFound : Status::FolderUnreadable;
-        source.m_systemError = error;
+        const bool isGone = error == ENOENT; // since its parent was listed
+        source.m_status = isGone ? Status::NotFound : Status::FolderUnreadable;
+        source.m_systemError = isGone ? 0 : error;
         return std::move(source);
     }
     const bool isClosed = entries.isClosedToEntry();

@@ -300,6 +300,18 @@ TEST_F(ConfigCollectorTest, saysThatAFolderCannotBeListed)
                                   "b: file unreadable: Too many open files"_q}));
 }
 
+TEST_F(ConfigCollectorTest, passesOverWhatGoesWhileItRuns)
+{
+    file("dir/a"_q, camera("10.0.0.1"));
+    file("dir/b"_q, camera("10.0.0.2"));
+    file("dir/c/inner"_q, camera("10.0.0.3"));
+    ConfigCollector collector({path("dir"_q)}, recursive()); // which holds the names once it begins
+    ASSERT_TRUE(collector.next());
+    ASSERT_TRUE(QFile::remove(path("dir/b"_q)));
+    ASSERT_TRUE(QDir(path("dir/c"_q)).removeRecursively());
+    EXPECT_EQ(collected(collector), (QStringList{"dir/b: not found"_q, "dir/c: not found"_q}));
+}
+
 TEST_F(ConfigCollectorTest, saysThatAFolderIsClosedToThoseWithoutTheRight)
 {
     if (::geteuid() != 0)
