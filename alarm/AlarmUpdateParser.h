@@ -6,15 +6,13 @@
 
 #include "base/Export.h"
 
-#include <QtCore/QByteArray>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtScript/QScriptValue>
 
 #include <memory>
-#include <vector>
 
-class QDateTime;
+class QByteArray;
 class QIODevice;
 class QScriptEngine;
 class QTextStream;
@@ -163,32 +161,9 @@ public:
 
 private:
     Q_DISABLE_COPY(AlarmUpdateParser)
-    friend class AlarmUpdateActions;
 
-    struct ScannerDeleter
-    {
-        Q_DECL_HIDDEN void operator()(void *scanner) const;
-    };
-
-    /** The last text that was made a date, and that date in milliseconds. */
-    struct RememberedDate
-    {
-        QByteArray text;
-        double milliseconds = 0;
-    };
-    Q_DECL_HIDDEN QScriptValue date(RememberedDate &last, const char *text,
-                                    void (*set)(QDateTime &, const QString &));
-
-    std::unique_ptr<void, ScannerDeleter> m_scanner;
-    PULocation m_location = {0, 0};
-    QString m_errorMessage;
-    QScriptEngine *m_engine;
-    QScriptValue m_result;
-    std::vector<QScriptValue> m_values; // keys and values that are in no object or list yet
-    RememberedDate m_date;
-    RememberedDate m_time;
-    std::unique_ptr<internal::StandardInputRest> m_standardInput;
-    std::unique_ptr<internal::SharedStrings> m_strings;
+    struct Private;
+    std::unique_ptr<Private> d;
 };
 
 } // namespace vn

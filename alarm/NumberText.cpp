@@ -114,4 +114,12 @@ qint32 toInt32(const char *text)
     return static_cast<qint32>(static_cast<quint32>(static_cast<quint64>(value)));
 }
 
+int toDayNumber(const char *text)
+{
+    Digits digits;
+    for (const int part : {0, 5, 8}) // "2010-05-01"
+        digits.read(text + part);
+    return static_cast<int>(digits.value);
+}
+
 } // namespace vn::internal

@@ -28,6 +28,10 @@ const char *readListNumber(const char *text, double &value);
  * -1, or 0 where it is negative. */
 qint32 toInt32(const char *text);
 
+/** The ISO date @p text, ten bytes, as year * 10000 + month * 100 + day, be there such a day or
+ * not. */
+int toDayNumber(const char *text);
+
 } // namespace vn::internal
 
 #endif // VN_ALARM_NUMBERTEXT_P_H

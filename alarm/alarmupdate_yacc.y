@@ -7,16 +7,15 @@
        #Camera offline:2.0
 
    Token     Code   Value
-   TSTRING   32001  script string
-   TINTEGER  32002  script number of a 32-bit integer
-   TFLOAT    32003  script number
-   TDATE     32004  script date
-   TTIME     32005  script date
-   TBOOL     32006  script boolean
+   TSTRING   32001  text
+   TINTEGER  32002  number, a 32-bit integer
+   TFLOAT    32003  number
+   TDATE     32004  year, month and day
+   TTIME     32005  no value, as it has no day
+   TBOOL     32006  boolean
    others: their character, no value
 
-   The result goes to the AlarmUpdateParser, which owns the scanner and the location and knows the
-   engine of all values.
+   What comes of it is the tape of the builder, see AlarmTape_p.h; the builder has the location, too.
 
    Kept on purpose:
    - Both list rules are right-recursive: of several pairs with one key the leftmost counts, and
@@ -27,9 +26,8 @@
    - There is no error recovery: the first syntax error ends the parse.
    - The stack never grows. Its 200 entries are also the limit of lists: 98 pairs, or 98 strings.
 
-   The values themselves wait in the parser object, in the order of the text, until the list or the
-   object that they belong to is complete. What the grammar passes on is how many strings or pairs
-   there are.
+   The values themselves stand on the tape, in the order of the text, when their token has been read.
+   What the grammar passes on is how many strings or pairs there are.
 
    Numbers in the comments are the rules' own. */
 
@@ -39,12 +37,10 @@
 %define parse.error custom
 
 %code requires {
-namespace vn {
-class AlarmUpdateParser;
-}
+#include "alarm/AlarmUpdateReader_p.h"
 }
 
-%param {vn::AlarmUpdateParser *parser}
+%param {vn::internal::AlarmUpdateBuilder *builder}
 
 %token END 0 "$end"
 %token TSTRING 32001
@@ -56,13 +52,8 @@ class AlarmUpdateParser;
 %token ';' '=' ',' '#' ':' 'a'
 
 %code {
-#include "alarm/AlarmUpdateActions_p.h"
-#include "alarm/SyntaxErrorText_p.h"
-
 #define YYINITDEPTH 200
 #define YYMAXDEPTH 200
-
-using vn::AlarmUpdateActions;
 }
 
 %expect 0
@@ -70,10 +61,9 @@ using vn::AlarmUpdateActions;
 %%
 
 input:
-    members                     { AlarmUpdateActions::makeMembers(parser, $1);
-                                  AlarmUpdateActions::storeResult(parser); }                /*  2 */
-  | errormessage                { AlarmUpdateActions::storeResult(parser); YYACCEPT; }      /*  3 */
-  | emptyimage                  { AlarmUpdateActions::storeNoResult(parser); YYACCEPT; }    /*  4 */
+    members                     { builder->wrapPairs($1); }                                 /*  2 */
+  | errormessage                { YYACCEPT; }                                               /*  3 */
+  | emptyimage                  { builder->tape().clear(); YYACCEPT; }                      /*  4 */
   ;
 
 members:
@@ -96,11 +86,11 @@ value:
   | TDATE                                                                                   /* 12 */
   | TTIME                                                                                   /* 13 */
   | TBOOL                                                                                   /* 14 */
-  | stringlist                  { AlarmUpdateActions::makeList(parser, $1); }               /* 15 */
+  | stringlist                  { if ($1 > 1) builder->wrapTexts($1); }                     /* 15 */
   ;
 
 errormessage:
-    '#' TSTRING ':' TFLOAT      { AlarmUpdateActions::makeErrorReport(parser); }            /* 16 */
+    '#' TSTRING ':' TFLOAT      { builder->wrapPairs(1); }                                  /* 16 */
   ;
 
 emptyimage:
@@ -109,22 +99,15 @@ emptyimage:
 
 %%
 
-/** The name of a symbol in messages. */
-static const char *symbolName(yysymbol_kind_t symbol)
-{
-    return symbol == YYSYMBOL_YYUNDEF ? "$undefined" : yysymbol_name(symbol);
-}
-
 /** Reports the offending token and, if they are few, the tokens that the parser could take. */
-static int yyreport_syntax_error(const yypcontext_t *context, vn::AlarmUpdateParser *parser)
+static int yyreport_syntax_error(const yypcontext_t *context, vn::internal::AlarmUpdateBuilder *builder)
 {
-    using namespace vn::internal;
-    yysymbol_kind_t symbols[kMaxExpectedTokens];
-    const char *names[kMaxExpectedTokens];
-    const int count = yypcontext_expected_tokens(context, symbols, kMaxExpectedTokens);
-    for (int i = 0; i < count; ++i)
-        names[i] = symbolName(symbols[i]);
-    const SyntaxErrorText error(symbolName(yypcontext_token(context)), names, count);
-    alarmupdate_error(parser, error.text());
-    return error.isComplete() ? 0 : YYENOMEM;
+    yysymbol_kind_t expected[vn::internal::kMaxExpectedTokens];
+    const int count =
+        yypcontext_expected_tokens(context, expected, vn::internal::kMaxExpectedTokens);
+    const auto name = [](yysymbol_kind_t symbol) {
+        return symbol == YYSYMBOL_YYUNDEF ? "$undefined" : yysymbol_name(symbol);
+    };
+    return builder->reportSyntaxError(yypcontext_token(context), expected, count, name) ? 0
+                                                                                        : YYENOMEM;
 }

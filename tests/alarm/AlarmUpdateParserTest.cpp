@@ -155,6 +155,21 @@ TEST_F(AlarmUpdateParserTest, valuesOfEarlierTextsStay)
     EXPECT_EQ(shown(second), "{y: 2, x: 1}"_q);
 }
 
+TEST_F(AlarmUpdateParserTest, manyKeysComeAndGoWhileTheEngineCollectsItsGarbage)
+{
+    // More keys than are remembered, so that names are dropped which nobody else holds.
+    for (int round = 0; round < 30; ++round) {
+        QByteArray text;
+        for (int i = 0; i < 90; ++i)
+            text +=
+                (i ? ";k" : "k") + QByteArray::number(round * 61 + i) + "=" + QByteArray::number(i);
+        const QScriptValue update = parsed(text);
+        m_engine.collectGarbage();
+        for (const int i : {0, 45, 89})
+            ASSERT_EQ(update.property("k%1"_q.arg(round * 61 + i)).toInt32(), i);
+    }
+}
+
 TEST_F(AlarmUpdateParserTest, eachParseGivesAnObjectOfItsOwn)
 {
     QScriptValue first = parsed("x=1");

@@ -6,7 +6,6 @@
 
 #include "alarm/AlarmListParser.h"
 #include "alarm/AlarmListReader_p.h"
-#include "alarm/AlarmUpdateActions_p.h"
 #include "alarm/AlarmUpdateParser.h"
 #include "alarm/ScannerRuntime_p.h"
 #include "alarm/StandardInput.h"

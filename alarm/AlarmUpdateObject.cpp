@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "alarm/AlarmUpdateObject_p.h"
+
+#include "alarm/AlarmTape_p.h"
+#include "alarm/ShortHash_p.h"
+
+#include <QtScript/QScriptEngine>
+
+#include <limits>
+
+namespace vn::internal {
+
+namespace {
+
+bool isPrototype(const AlarmTape &tape, const AlarmEntry &key)
+{
+    const QLatin1String name("__proto__");
+    return AlarmTape::isInText(key) ? tape.bytes(key) == name : tape.keptText(key) == name;
+}
+
+} // namespace
+
+const QScriptString &PropertyNames::name(const AlarmTape &tape, const AlarmEntry &entry)
+{
+    const bool isInText = AlarmTape::isInText(entry);
+    const QLatin1String bytes = isInText ? tape.bytes(entry) : QLatin1String();
+    Slot &slot = m_slots[isInText ? hashOfEnds(bytes.data(), bytes.size()) % m_slots.size() : 0];
+    const bool isIt = isInText ? slot.text == bytes : slot.text == tape.keptText(entry);
+    if (!slot.name || !isIt) {
+        slot.text = tape.text(entry);
+        slot.name.reset();
+        slot.name.emplace(m_engine->toStringHandle(slot.text));
+    }
+    return *slot.name;
+}
+
+QScriptValue AlarmUpdateObject::object(const AlarmTape &tape)
+{
+    if (tape.isEmpty())
+        return {};
+    m_midnights.reset();
+    const int root = tape.root();
+    QScriptValue object = m_engine->newObject();
+    // The last pair comes first, so the leftmost one of a key stays. It is the same as
+    // addProperties(object, keyValue(key, value)) for all others; that of a pair "__proto__" would
+    // have no property of its own to be added.
+    int child = root - 1;
+    for (int left = tape[root].children.count; left > 0; --left) {
+        const AlarmEntry &key = tape[tape.before(child)];
+        const bool isLast = child == root - 1;
+        if (isLast || !isPrototype(tape, key))
+            object.setProperty(m_names.name(tape, key), value(tape, child));
+        child = tape.before(child) - 1;
+    }
+    return object;
+}
+
+QScriptValue AlarmUpdateObject::value(const AlarmTape &tape, int index)
+{
+    const AlarmEntry &entry = tape[index];
+    switch (entry.kind) {
+    case AlarmEntry::Kind::Bool:
+        return {entry.number != 0};
+    case AlarmEntry::Kind::Number:
+        return entry.integer ? QScriptValue(static_cast<int>(entry.number))
+                             : QScriptValue(entry.number);
+    case AlarmEntry::Kind::Date:
+        return m_engine->newDate(m_midnights.milliseconds(static_cast<int>(entry.number)));
+    case AlarmEntry::Kind::Time: // without a day it is no moment
+        return m_engine->newDate(std::numeric_limits<double>::quiet_NaN());
+    case AlarmEntry::Kind::Array:
+        return array(tape, index);
+    default:
+        return string(tape, index);
+    }
+}
+
+QScriptValue AlarmUpdateObject::array(const AlarmTape &tape, int index)
+{
+    const int count = tape[index].children.count;
+    QScriptValue array = m_engine->newArray(static_cast<uint>(count));
+    for (int i = 0; i < count; ++i) // in reverse, see the grammar
+        array.setProperty(static_cast<quint32>(i), string(tape, index - 1 - i));
+    return array;
+}
+
+QScriptValue AlarmUpdateObject::string(const AlarmTape &tape, int index)
+{
+    const AlarmEntry &entry = tape[index];
+    if (!AlarmTape::isInText(entry))
+        return {tape.keptText(entry)};
+    const QLatin1String bytes = tape.bytes(entry);
+    return {m_strings.string(bytes.data(), bytes.size())};
+}
+
+} // namespace vn::internal
