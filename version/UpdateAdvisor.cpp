@@ -44,8 +44,11 @@ void checkModel(const QString &model, Obstacles &obstacles)
     const QString meant = intendedModel(model);
     if (UpdateRules::modelClass(model) != others || UpdateRules::modelClass(meant) == others)
         return;
-    obstacles.texts.append(
-        QString::fromLatin1("model \"%1\": did you mean \"%2\"?").arg(model, meant));
+    const bool hasBlanks =
+        std::any_of(model.begin(), model.end(), [](QChar c) { return c.isSpace(); });
+    obstacles.texts.append(QString::fromLatin1(hasBlanks ? "model \"%1\": did you mean %2?"
+                                                         : "model %1: did you mean %2?")
+                               .arg(model, meant));
     obstacles.candidates.append(meant);
 }
 

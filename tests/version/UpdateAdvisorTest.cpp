@@ -139,7 +139,7 @@ const Row judgements[] = {
      "VN-3.0.6.2",
      kUnknown,
      {},
-     {"model \"h40\": did you mean \"H40\"?"_q},
+     {"model h40: did you mean H40?"_q},
      {"H40"_q}},
     {"lowerCaseWithMore",
      "k30b-out"_q,
@@ -147,7 +147,7 @@ const Row judgements[] = {
      "VN-3.2",
      kUnknown,
      {},
-     {"model \"k30b-out\": did you mean \"K30b-out\"?"_q},
+     {"model k30b-out: did you mean K30b-out?"_q},
      {"K30b-out"_q}},
     {"blankBefore",
      " K40"_q,
@@ -155,7 +155,7 @@ const Row judgements[] = {
      "VN-3.2",
      kUnknown,
      {},
-     {"model \" K40\": did you mean \"K40\"?"_q},
+     {"model \" K40\": did you mean K40?"_q},
      {"K40"_q}},
     {"blankInside",
      "W 40"_q,
@@ -163,7 +163,7 @@ const Row judgements[] = {
      "VN-3.2",
      kUnknown,
      {},
-     {"model \"W 40\": did you mean \"W40\"?"_q},
+     {"model \"W 40\": did you mean W40?"_q},
      {"W40"_q}},
     {"blankBefore50",
      "\tX50"_q,
@@ -171,7 +171,7 @@ const Row judgements[] = {
      "VN-3.2",
      kUnknown,
      {},
-     {"model \"\tX50\": did you mean \"X50\"?"_q},
+     {"model \"\tX50\": did you mean X50?"_q},
      {"X50"_q}},
     {"blankBehindIsNoMatter", "K40 "_q, "VN-3.0.6.25", "VN-3.0.6.26", kSafe, {}, {}, {}},
     {"otherModelInLowerCase", "d24"_q, "VN-3.1", "VN-3.2", kSafe, {}, {}, {}},
@@ -247,7 +247,7 @@ const Row judgements[] = {
      "VN-*",
      kUnknown,
      {},
-     {"model \"h40\": did you mean \"H40\"?"_q, "\"x\" names no known platform"_q,
+     {"model h40: did you mean H40?"_q, "\"x\" names no known platform"_q,
       "\"VN-*\" is a pattern, where one version is needed"_q},
      {"H40"_q}},
 };
@@ -537,7 +537,7 @@ TEST(UpdateAdvisor, plansNothingThatItCannotJudge)
     EXPECT_FALSE(plan.reachable);
     EXPECT_TRUE(plan.hops.isEmpty());
     EXPECT_EQ(plan.obstacles,
-              (QStringList{"model \"k40\": did you mean \"K40\"?"_q,
+              (QStringList{"model k40: did you mean K40?"_q,
                            "\"VN-3.0.6.*\" is a pattern, where one version is needed"_q}));
     EXPECT_EQ(plan.candidates, QStringList{"K40"_q});
 }

@@ -207,7 +207,7 @@ TEST(VersionLint, warnsOfATextExactlyWhereItsComponentsDoNotSayWhatItSays)
                              "pre"_q, "rc"_q,  "\u0663"_q, "\u00e9"_q, "\n"_q,    "\U0001f3a5"_q};
     const QString usual[] = {"VN-"_q, "3."_q, "0."_q, "6."_q, "29"_q, "-pre"_q};
     int plain = 0;
-    for (int run = 0; run < 200000; ++run) {
+    for (int run = 0; run < 60000; ++run) {
         QString text;
         if (random.below(2) == 0) { // something usual, with some change
             for (const QString &piece : usual)
@@ -231,7 +231,7 @@ TEST(VersionLint, warnsOfATextExactlyWhereItsComponentsDoNotSayWhatItSays)
             ASSERT_LE(finding.range.offset + finding.range.length, text.size());
         }
     }
-    EXPECT_GT(plain, 10000);
+    EXPECT_GT(plain, 5000);
 }
 
 } // namespace

@@ -276,6 +276,16 @@ void Arguments::choice(const char *option, const char *values, const char *what,
         });
 }
 
+void Arguments::fileList(const char *option, const char *value, const char *what,
+                         QStringList &target)
+{
+    d->add(option, value, what, "file", true, [&target](const Private::Values &values) {
+        for (const std::string &each : values)
+            target += fileNameFromArgument(fromStdString(each));
+    });
+    d->parameters.back().option->expected(1, -1)->allow_extra_args();
+}
+
 void Arguments::repeatedOption(const char *option, const char *value, const char *what,
                                QStringList &target)
 {
@@ -320,6 +330,12 @@ void Arguments::require()
 {
     d->parameters.back().required = true;
     d->parameters.back().option->required();
+}
+
+void Arguments::optional()
+{
+    d->parameters.back().required = false;
+    d->parameters.back().option->required(false);
 }
 
 void Arguments::needs(const char *option, const char *other)
@@ -390,8 +406,8 @@ QString Arguments::help() const
     usage += QLatin1String(" [options]");
     for (const Private::Parameter &parameter : d->parameters)
         if (parameter.positional)
-            usage +=
-                QLatin1Char(' ') + parameter.name + QLatin1String(parameter.repeated ? "..." : "");
+            usage += QString::fromLatin1(parameter.required ? " %1%2" : " [%1%2]")
+                         .arg(parameter.name, QLatin1String(parameter.repeated ? "..." : ""));
 
     if (!d->several.isEmpty()) {
         const auto &parameters = d->parameters;

@@ -102,6 +102,9 @@ public:
      * the help shows like that. */
     void choice(const char *option, const char *values, const char *what, QString &target);
 
+    /** Declares an option with file names: several behind it, or the option again. */
+    void fileList(const char *option, const char *value, const char *what, QStringList &target);
+
     /** Declares an option with a text that may be given several times. */
     void repeatedOption(const char *option, const char *value, const char *what,
                         QStringList &target);
@@ -119,6 +122,9 @@ public:
 
     /** Makes the option declared last required. */
     void require();
+
+    /** Makes the positional argument declared last one that may be missing. */
+    void optional();
 
     /** Makes @p option an error without @p other. */
     void needs(const char *option, const char *other);

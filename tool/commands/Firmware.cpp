@@ -3,10 +3,6 @@
 
 #include "tool/cli/Command.h"
 #include "tool/commands/Versions.h"
-#include "tool/files/Input.h"
-
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 
 #include <algorithm>
 #include <memory>
@@ -20,9 +16,12 @@ class Firmware : public Command
 public:
     void declare(Arguments &arguments) override
     {
-        arguments.describe("Prints \"FILE: VERSION\" for each package. The version is read from "
-                           "the first 30 lines; the image behind them is left alone.");
+        arguments.describe(
+            "Prints \"FILE: VERSION\" for each package. The version is read from "
+            "the first 30 lines; the image behind them is left alone. Of several lines "
+            "that name one the last counts; where they disagree, that is told.");
         arguments.files("FILE", "firmware package, \"-\" for standard input", m_files);
+        arguments.flag("-v", "print the line and its form, too", m_verbose);
         arguments.json();
         arguments.example("vantero-formats firmware camera.fwp",
                           "prints the version that the package holds");
@@ -50,37 +49,61 @@ public:
     }
 
 private:
-    static VanteroSoftwareVersion read(const QString &name)
+    /** The form of a line as people write it. */
+    static QString formText(FirmwareLine::Form form)
     {
-        // Only of a regular file, Qt knows where it ends before it has been read.
-        if (name == QLatin1String("-") || !QFileInfo(name).isFile())
-            return VanteroSoftwareVersion::fromFwp(readInput(name));
-        QFile file(name);
-        if (!file.open(QIODevice::ReadOnly))
-            throw ToolError(ExitCode::BadInput, file.errorString()).at(name);
-        VanteroSoftwareVersion version = VanteroSoftwareVersion::fromFwpFile(&file);
-        if (file.error() != QFile::NoError)
-            throw ToolError(ExitCode::BadInput, file.errorString()).at(name);
-        return version;
+        switch (form) {
+        case FirmwareLine::Form::TwoHashes:
+            return QStringLiteral("## Version:");
+        case FirmwareLine::Form::OneHash:
+            return QStringLiteral("# Version:");
+        case FirmwareLine::Form::Upload:
+            break;
+        }
+        return QStringLiteral("UPLD");
     }
 
-    static Json show(const QString &name, Output &out)
+    static QStringList warningsOf(const FirmwareHead &head)
     {
-        const VanteroSoftwareVersion version = read(name);
+        QStringList warnings = versionWarnings(head.version());
+        for (const Finding &finding : head.findings()) {
+            if (finding.code == QLatin1String("versions-differ"))
+                warnings.append(finding.message);
+        }
+        return warnings;
+    }
+
+    Json show(const QString &name, Output &out) const
+    {
+        const FirmwareHead head = readFirmware(name);
+        const VanteroSoftwareVersion version = head.version();
         if (version.isNull())
             throw ToolError(ExitCode::No, QStringLiteral("names no version")).at(name);
-        const QStringList warnings = versionWarnings(version);
+        const FirmwareLine &last = head.lines().last();
+        const QStringList warnings = warningsOf(head);
         if (!out.json()) {
             for (const QString &warning : warnings)
                 out.warn(name, warning);
-            out.printLine(name + QLatin1String(": ") + version);
+            QString line = name + QLatin1String(": ") + version;
+            if (m_verbose)
+                line += QStringLiteral(" (line %1, %2)").arg(last.line).arg(formText(last.form));
+            out.printLine(line);
         }
+        Json lines = Json::array();
+        for (const FirmwareLine &line : head.lines())
+            lines.append(Json::object({{"line", line.line},
+                                       {"form", formText(line.form)},
+                                       {"version", QString(line.version)}}));
         return Json::object({{"file", name},
                              {"version", QString(version)},
+                             {"line", last.line},
+                             {"form", formText(last.form)},
+                             {"lines", lines},
                              {"warnings", Json::array(warnings)},
                              {"error", Json()}});
     }
 
+    bool m_verbose = false;
     QStringList m_files;
 };
 

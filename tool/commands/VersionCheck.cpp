@@ -17,10 +17,22 @@ public:
     void declare(Arguments &arguments) override
     {
         arguments.describe(
-            "Prints \"safe\", or \"unsafe\" and the rule that forbids the update; then the exit "
-            "status is 1. A version without a known platform is judged by the rules all the same.");
+            "Prints \"safe\", or \"unsafe\" and the rule that forbids the update. Without a model "
+            "it "
+            "prints \"depends\" and a row a class of models where these differ. What may mean "
+            "something else is not judged but \"unknown\": a version without a known platform, a "
+            "pattern, a model in small letters.");
+        arguments.describe(
+            "The exit status is 0 only where the update is safe, 1 where it is unsafe or "
+            "depends on the model, and 2 where it is not judged.");
         arguments.option("--model", "MODEL", "model name of the camera", m_model);
-        arguments.require();
+        arguments.flag("--all-reasons", "print every rule that forbids the update", m_allReasons);
+        arguments.flag(
+            "--literal",
+            "judge by the rules alone whatever the texts are, as programs do that ask the "
+            "library whether an update is safe; without a model, as one that no rule names",
+            m_literal);
+        arguments.exclude("--literal", "--all-reasons");
         arguments.text("CURRENT", "version that the camera runs now", m_current);
         arguments.text("TARGET", "version that is to be installed", m_target);
         arguments.json();
@@ -30,13 +42,86 @@ public:
 
     ExitCode run(Output &out) override
     {
+        if (m_literal)
+            return checkLiterally(out);
+        const QString model = m_model.value_or(QString());
+        const UpdateJudgement judgement = UpdateAdvisor::judge(model, m_current, m_target);
+        const ExitCode code = exitCodeOf(judgement.verdict);
+        if (out.json()) {
+            out.setResult(toJson(model, judgement));
+            return code;
+        }
+        switch (judgement.verdict) {
+        case UpdateJudgement::Verdict::Safe:
+            out.printLine(QStringLiteral("safe"));
+            break;
+        case UpdateJudgement::Verdict::Unsafe:
+            print(QString(), false, judgement.reasons, out);
+            break;
+        case UpdateJudgement::Verdict::Depends:
+            out.printLine(QStringLiteral("depends on the model"));
+            for (const UpdateClassVerdict &row : judgement.classes)
+                print(row.models.name + QLatin1String(": "), row.safe, row.reasons, out);
+            break;
+        case UpdateJudgement::Verdict::Unknown:
+            out.printLine(QStringLiteral("unknown"));
+            return complainOfObstacles(judgement.obstacles, out);
+        }
+        return code;
+    }
+
+private:
+    static ExitCode exitCodeOf(UpdateJudgement::Verdict verdict)
+    {
+        switch (verdict) {
+        case UpdateJudgement::Verdict::Safe:
+            return ExitCode::Done;
+        case UpdateJudgement::Verdict::Unsafe:
+        case UpdateJudgement::Verdict::Depends:
+            return ExitCode::No;
+        case UpdateJudgement::Verdict::Unknown:
+            break;
+        }
+        return ExitCode::BadInput;
+    }
+
+    void print(const QString &prefix, bool safe, const QList<UpdateReason> &reasons,
+               Output &out) const
+    {
+        if (safe)
+            out.printLine(prefix + QLatin1String("safe"));
+        for (const UpdateReason &reason : m_allReasons ? reasons : reasons.mid(0, 1))
+            out.printLine(prefix + QLatin1String("unsafe: ") + reason.sentence);
+    }
+
+    Json toJson(const QString &model, const UpdateJudgement &judgement) const
+    {
+        Json classes = Json::array();
+        for (const UpdateClassVerdict &row : judgement.classes)
+            classes.append(Json::object({{"name", row.models.name},
+                                         {"models", Json::array(row.models.beginnings)},
+                                         {"verdict", row.safe ? "safe" : "unsafe"},
+                                         {"reasons", reasonsToJson(row.reasons)}}));
+        return Json::object({{"model", model},
+                             {"current", m_current},
+                             {"target", m_target},
+                             {"verdict", verdictName(judgement.verdict)},
+                             {"reasons", reasonsToJson(judgement.reasons)},
+                             {"classes", classes},
+                             {"obstacles", Json::array(judgement.obstacles)},
+                             {"candidates", Json::array(judgement.candidates)}});
+    }
+
+    ExitCode checkLiterally(Output &out) const
+    {
         const VanteroSoftwareVersion current(m_current);
         const VanteroSoftwareVersion target(m_target);
-        const SafeUpdateVerdict verdict = current.checkUpdate(*m_model, target);
+        const QString model = m_model.value_or(QString());
+        const SafeUpdateVerdict verdict = current.checkUpdate(model, target);
         const QStringList warnings = versionWarnings(current) + versionWarnings(target);
         const ExitCode code = verdict.safe ? ExitCode::Done : ExitCode::No;
         if (out.json()) {
-            out.setResult(Json::object({{"model", *m_model},
+            out.setResult(Json::object({{"model", model},
                                         {"current", m_current},
                                         {"target", m_target},
                                         {"safe", verdict.safe},
@@ -52,8 +137,9 @@ public:
         return code;
     }
 
-private:
     std::optional<QString> m_model;
+    bool m_allReasons = false;
+    bool m_literal = false;
     QString m_current;
     QString m_target;
 };

@@ -4,6 +4,8 @@
 #include "tool/cli/Command.h"
 #include "tool/commands/Versions.h"
 
+#include "version/VersionOrder.h"
+
 #include <memory>
 
 namespace vn::tool {
@@ -18,7 +20,10 @@ public:
         arguments.describe(
             "A version has six components; a part that is missing or no number counts as 0. \"*\" "
             "stands for any number from 0 to 99, but only for its own component.");
-        arguments.text("VERSION", "version or pattern, such as VN-3.0.8.*", m_text);
+        arguments.text(
+            "VERSION",
+            "version or pattern, such as VN-3.0.8.*; \"-\" for the lines of standard input",
+            m_text);
         arguments.json();
         arguments.example("vantero-formats version show 'VN-3.0.8.*'",
                           "shows the components of that pattern");
@@ -26,17 +31,28 @@ public:
 
     ExitCode run(Output &out) override
     {
-        const VanteroSoftwareVersion version(m_text);
-        const QStringList warnings = versionWarnings(version);
-        if (out.json()) {
-            out.setResult(toJson(version, warnings));
-            return ExitCode::Done;
+        const bool isInput = m_text == QLatin1String("-");
+        const QStringList texts = versionTexts({m_text});
+        Json versions = Json::array();
+        for (const QString &text : texts) {
+            const VanteroSoftwareVersion version(text);
+            const QStringList warnings = versionWarnings(version);
+            if (out.json()) {
+                versions.append(toJson(version, warnings));
+                continue;
+            }
+            for (const QString &warning : warnings)
+                out.warn(QString(), warning);
+            if (text != texts.first())
+                out.printLine(QString());
+            printRow(out, QStringLiteral("version"), text);
+            for (int i = 0; i < kVersionComponents; ++i)
+                printRow(out, versionComponentName(i), componentText(version, i));
         }
-        for (const QString &warning : warnings)
-            out.warn(QString(), warning);
-        printRow(out, QStringLiteral("version"), m_text);
-        for (int i = 0; i < kVersionComponents; ++i)
-            printRow(out, versionComponentName(i), componentText(version, i));
+        if (out.json() && isInput)
+            out.setResult(Json::object({{"versions", versions}}));
+        else if (out.json())
+            out.setResult(toJson(m_text, versionWarnings(m_text)));
         return ExitCode::Done;
     }
 
@@ -67,7 +83,7 @@ private:
             components.insert(versionComponentName(i), Json::array({version[i], version.high(i)}));
         return Json::object({{"version", QString(version)},
                              {"platform", version.platform()},
-                             {"pattern", isPattern(version)},
+                             {"pattern", VersionOrder::isPattern(version)},
                              {"components", components},
                              {"warnings", Json::array(warnings)}});
     }

@@ -7,6 +7,8 @@
 #include "tool/cli/Json.h"
 #include "tool/cli/Output.h"
 
+#include "version/FirmwareHead.h"
+#include "version/UpdateAdvisor.h"
 #include "version/VanteroSoftwareVersion.h"
 
 #include <QtCore/QStringList>
@@ -19,14 +21,42 @@ constexpr int kVersionComponents = 6;
 /** The name of component @p i: "platform", "major" and so on. */
 QString versionComponentName(int i);
 
-/** Whether a component of the version is a range of more than one number. */
-bool isPattern(const VanteroSoftwareVersion &version);
-
-/** Whether each number of @p version lies in the range that @p pattern has there. */
-bool covers(const VanteroSoftwareVersion &pattern, const VanteroSoftwareVersion &version);
+/** The head of the firmware package @p name ("-" is standard input).
+ * @throws ToolError (bad input) when it cannot be read */
+FirmwareHead readFirmware(const QString &name);
 
 /** What there is to warn of a version: at most that its platform is not known. */
 QStringList versionWarnings(const VanteroSoftwareVersion &version);
+
+/** The texts, in the place of each "-" the lines of standard input that are not empty.
+ * @throws ToolError (bad input) when "-" is there twice, or cannot be read */
+QStringList versionTexts(const QStringList &texts);
+
+/** The lines of the file @p name ("-" is standard input) that are not empty. */
+QStringList versionLines(const QString &name);
+
+/** A version at hand, and where it is from. */
+struct OfferedVersion
+{
+    VanteroSoftwareVersion version;
+    QString file; ///< the package; null where the version itself was given
+};
+
+/**
+ * The versions of @p arguments: each is a folder (the packages in it, by name; other files are
+ * passed over), a firmware package, "-" (a version a line of standard input) or a version.
+ * @throws ToolError when one cannot be read, or a package that was named names no version
+ */
+QList<OfferedVersion> offeredVersions(const QStringList &arguments);
+
+/** [{"rule", "sentence"}, …] */
+Json reasonsToJson(const QList<UpdateReason> &reasons);
+
+/** "safe", "unsafe", "depends" or "unknown". */
+QString verdictName(UpdateJudgement::Verdict verdict);
+
+/** Tells what keeps an update from being judged; the exit status of that. */
+ExitCode complainOfObstacles(const QStringList &obstacles, Output &out);
 
 } // namespace vn::tool
 
