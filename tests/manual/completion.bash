@@ -35,7 +35,7 @@ gives '--help,--json,--version,alarms,app-version,config,erdinfo,firmware,versio
 gives 'config' c
 gives 'config' --json c
 gives '' frobnicate ''
-gives '--help,check,compare,show' version ''
+gives '--help,check,compare,installable,lint,plan,rules,show,sort' version ''
 gives 'set,show,splice' config s
 gives 'set,show,splice' config --json s # it is one of the words that may stand anywhere
 gives "$all_files" config show ''
@@ -63,7 +63,7 @@ gives "$all_files" firmware ''
 gives "$all_files" firmware gate.cfg gate.cfg ''
 gives '' app-version ''
 gives '' version check --model ''
-gives '--help,--json' version check --model K40D --
+gives '--all-reasons,--available,--configurations,--csv,--help,--json,--literal,--models,--password-file,--recursive' version check --model K40D --
 gives '' erdinfo write event.erdinfo --id1 ''
 
 exit "$((failures > 0))"

@@ -22,7 +22,7 @@ end
 
 gives 'alarms,app-version,config,erdinfo,firmware,version' ''
 gives '--help,--json,--version' --
-gives 'check,compare,show' 'version '
+gives 'check,compare,installable,lint,plan,rules,show,sort' 'version '
 gives 'set,show,splice' 'config s'
 gives 'set,show,splice' '--json config s'
 gives 'backups/,gate.cfg' 'config show '

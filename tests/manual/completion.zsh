@@ -69,7 +69,7 @@ gives() {
 
 gives 'alarms,app-version,config,erdinfo,firmware,version' ''
 gives '--help,--json,--version,-h' -
-gives 'check,compare,show' 'version '
+gives 'check,compare,installable,lint,plan,rules,show,sort' 'version '
 gives 'set,show,splice' 'config s'
 gives '--help,--json,--key,--password-file,--recursive,--section,-h' 'config show -'
 gives 'address,name' 'config diff --by '

@@ -308,6 +308,145 @@ TEST(VersionCheck, jsonHoldsVerdictReasonsAndClasses)
     EXPECT_EQ(classes.at(5).toObject().value("verdict"_q), QJsonValue("safe"_q));
 }
 
+// ---- version check of a site
+// ---------------------------------------------------------------------
+
+class SiteCheck : public testing::Test
+{
+protected:
+    std::string write(const char *name, const QByteArray &content)
+    {
+        QFile file(m_folder.filePath(QString::fromUtf8(name)));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(content), content.size());
+        return QFile::encodeName(file.fileName()).toStdString();
+    }
+
+    /** A configuration that tells address and firmware. */
+    void writeCamera(const char *name, const QByteArray &address, const QByteArray &firmware)
+    {
+        write(name, "#:1.3===\n#:" + firmware + "\n# Camera IP: " + address +
+                        "\n\nSECTION a\nENDSECTION a\n");
+    }
+
+    std::string folder() const { return QFile::encodeName(m_folder.path()).toStdString(); }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(SiteCheck, hasARowACamera)
+{
+    writeCamera("a.cfg", "10.0.0.1", "VN-3.0.3.7");
+    writeCamera("b.cfg", "10.0.0.2", "VN-3.0.8.7");
+    writeCamera("c.cfg", "10.0.0.3", "VN-3.0.8.7");
+    writeCamera("d.cfg", "10.0.0.4", "VN-3.0.6.1");
+    const std::string models = write(
+        "models.csv", "address,model\r\n10.0.0.1,K40D\r\n10.0.0.2,\"h40\"\r\n\r\n10.0.0.4,D24");
+    const ToolResult result = runTool({"version", "check", "--configurations", folder(),
+                                       "--recursive", "--models", models, "--csv", "VN-3.0.6.2"});
+    expectRun(result, 1,
+              "address,firmware,verdict,reason,nextHop\n"
+              "10.0.0.1,VN-3.0.3.7,unsafe,K40 cameras on VN-3.0.3.* must first be updated to "
+              "VN-3.0.6.29 or later,VN-3.0.6.29 or later\n"
+              "10.0.0.2,VN-3.0.8.7,unknown,model h40: did you mean H40?,\n"
+              "10.0.0.3,VN-3.0.8.7,depends,H40 cameras on VN-3.0.8.* or later must stay on "
+              "VN-3.0.8.* or later,VN-3.0.8.* or later\n"
+              "10.0.0.4,VN-3.0.6.1,safe,,VN-3.0.6.2\n",
+              "");
+}
+
+TEST_F(SiteCheck, isATableForPeople_andNamesTheNextHop)
+{
+    writeCamera("a.cfg", "10.0.0.1", "VN-3.0.3.7");
+    writeCamera("b.cfg", "10.0.0.2", "VN-3.0.6.1");
+    const std::string models =
+        write("models.json", "{\"10.0.0.1\": \"K40\", \"10.0.0.2\": \"D24\"}");
+    expectRun(
+        runTool({"version", "check", "--configurations", folder() + "/a.cfg", folder() + "/b.cfg",
+                 "--models", models, "--available", kPackage, "VN-3.0.6.2"}),
+        1,
+        "ADDRESS   FIRMWARE    VERDICT  REASON                                                "
+        "                   NEXT HOP\n"
+        "10.0.0.1  VN-3.0.3.7  unsafe   K40 cameras on VN-3.0.3.* must first be updated to "
+        "VN-3.0.6.29 or later  VN-3.0.6.29\n"
+        "10.0.0.2  VN-3.0.6.1  safe     -                                                     "
+        "                   VN-3.0.6.2\n",
+        "");
+    expectRun(runTool({"version", "check", "--configurations", folder() + "/b.cfg", "--models",
+                       models, "VN-3.0.6.2"}),
+              0,
+              "ADDRESS   FIRMWARE    VERDICT  REASON  NEXT HOP\n"
+              "10.0.0.2  VN-3.0.6.1  safe     -       VN-3.0.6.2\n",
+              "");
+}
+
+TEST_F(SiteCheck, readsArchives_andJsonHoldsAll)
+{
+    const std::string zip = VANTERO_EXAMPLE_DATA "/cameras.zip";
+    const ToolResult result =
+        runTool({"version", "check", "--configurations", zip, "--json", "--csv", "VN-3.4.5.4"});
+    EXPECT_EQ(result.exitCode, 1);
+    const QJsonArray cameras = result.json().value("cameras"_q).toArray();
+    ASSERT_EQ(cameras.size(), 3);
+    const QJsonObject gate = cameras.at(0).toObject();
+    EXPECT_EQ(gate.value("address"_q), QJsonValue("10.14.7.21"_q));
+    EXPECT_EQ(gate.value("firmware"_q), QJsonValue("VN-3.0.6.29"_q));
+    EXPECT_TRUE(gate.value("model"_q).isNull());
+    EXPECT_EQ(gate.value("verdict"_q), QJsonValue("depends"_q));
+    EXPECT_EQ(cameras.at(1).toObject().value("verdict"_q), QJsonValue("unsafe"_q));
+    EXPECT_EQ(
+        cameras.at(1).toObject().value("reasons"_q).toArray().at(0).toObject().value("rule"_q),
+        QJsonValue("platform"_q));
+    EXPECT_EQ(result.json().value("errors"_q), QJsonArray());
+}
+
+TEST_F(SiteCheck, whatCannotBeReadIsExitStatus2)
+{
+    writeCamera("a.cfg", "10.0.0.1", "VN-3.0.3.7");
+    const std::string config = folder() + "/a.cfg";
+    const QByteArray missing = QByteArray::fromStdString(folder() + "/missing");
+    const ToolResult result =
+        runTool({"version", "check", "--configurations", config, missing.toStdString(), "--models",
+                 write("m.csv", "address,model\n10.0.0.1,D24\n"), "VN-3.1"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "vantero-formats: " + missing + ": No such file or directory\n");
+    EXPECT_THAT(result.out.toStdString(), HasSubstr("safe"));
+
+    const struct
+    {
+        const char *models;
+        const char *message;
+    } rows[] = {
+        {"", ":1: the first line is not \"address,model\""},
+        {"address,model\nx\n", ":2: not an address and a model"},
+        {"address,model\n\"x,K40\n", ":2: not an address and a model"},
+        {"address,model\n\"x\"y,K40\n", ":2: not an address and a model"},
+        {"address,model\nx,K40\n\nx,K41\n", ":4: x has a model already"},
+        {"{\"x\": 1}", ": the model of x is no text"},
+        {"{\n\"x\": \n", ":3: unterminated object"},
+    };
+    for (const auto &row : rows) {
+        const std::string models = write("bad", row.models);
+        expectRun(
+            runTool({"version", "check", "--configurations", config, "--models", models, "VN-4"}),
+            2, "", "vantero-formats: " + QByteArray::fromStdString(models + row.message + "\n"));
+    }
+}
+
+TEST_F(SiteCheck, takesOneVersion)
+{
+    for (const std::vector<std::string> &call :
+         {std::vector<std::string>{"version", "check", "VN-3"},
+          {"version", "check", "--configurations", "x", "--recursive", "VN-3", "VN-4"},
+          {"version", "check", "--recursive", "VN-3", "VN-4"},
+          {"version", "check", "--configurations", "x", "--model", "K40", "VN-3"}}) {
+        const ToolResult result = runTool({call});
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err.toStdString(), HasSubstr("version check: "));
+    }
+}
+
 // ---- version plan
 // --------------------------------------------------------------------------------
 
@@ -532,12 +671,11 @@ TEST_F(FirmwareCommand, anUnknownPlatformDrawsAWarning)
 TEST_F(FirmwareCommand, tellsTheLineAndItsForm_andWhereLinesDisagree)
 {
     const std::string file = write("two.fwp", "## Version: VN-3.0\n\n# VN-3.1 UPLD\n");
-    expectRun(runTool({"firmware", "-v", file, kPackage}), 0,
-              file + ": VN-3.1 (line 3, UPLD)\n" +
-                  (kPackage + ": VN-3.0.6.29 (line 2, ## Version:)\n"),
-              "vantero-formats: " +
-                  (file + ": warning: line 1 names \"VN-3.0\", but line 3 \"VN-3.1\", "
-                          "which counts\n"));
+    expectRun(
+        runTool({"firmware", "-v", file, kPackage}), 0,
+        file + ": VN-3.1 (line 3, UPLD)\n" + (kPackage + ": VN-3.0.6.29 (line 2, ## Version:)\n"),
+        "vantero-formats: " + (file + ": warning: line 1 names \"VN-3.0\", but line 3 \"VN-3.1\", "
+                                      "which counts\n"));
     const QJsonObject package =
         runTool({"firmware", file, "--json"}).json().value("packages"_q).toArray().at(0).toObject();
     EXPECT_EQ(package.value("line"_q), QJsonValue(3));

@@ -193,6 +193,14 @@ void Arguments::text(const char *name, const char *what, QString &target)
     });
 }
 
+void Arguments::text(const char *name, const char *what, std::optional<QString> &target)
+{
+    d->add(name, "", what, "text", false, [&target](const Private::Values &values) {
+        target = textFromArgument(fromStdString(values.front()));
+    });
+    optional();
+}
+
 void Arguments::texts(const char *name, const char *what, QStringList &target)
 {
     d->add(name, "", what, "text", true, [&target](const Private::Values &values) {

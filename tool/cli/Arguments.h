@@ -66,6 +66,9 @@ public:
     /** Declares a required text. */
     void text(const char *name, const char *what, QString &target);
 
+    /** Declares a text that may be missing. */
+    void text(const char *name, const char *what, std::optional<QString> &target);
+
     /** Declares a list of at least one text. */
     void texts(const char *name, const char *what, QStringList &target);
 

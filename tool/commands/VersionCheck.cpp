@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "tool/cli/Command.h"
+#include "tool/commands/SiteUpdate.h"
 #include "tool/commands/Versions.h"
 
 #include <memory>
@@ -33,19 +34,39 @@ public:
             "library whether an update is safe; without a model, as one that no rule names",
             m_literal);
         arguments.exclude("--literal", "--all-reasons");
-        arguments.text("CURRENT", "version that the camera runs now", m_current);
+        m_site.declare(arguments);
+        arguments.exclude("--configurations", "--model");
+        arguments.exclude("--configurations", "--literal");
+        arguments.exclude("--configurations", "--all-reasons");
+        arguments.text("CURRENT",
+                       "version that the camera runs now; not with --configurations, which tell it",
+                       m_current);
         arguments.text("TARGET", "version that is to be installed", m_target);
         arguments.json();
         arguments.example("vantero-formats version check --model K40D VN-3.0.3.7 VN-3.0.6.2",
                           "tells that a K40 on VN-3.0.3 needs a later version first");
+        arguments.example("vantero-formats version check --configurations backups --recursive "
+                          "--models models.csv VN-3.4.5.4",
+                          "tells which cameras of a site can get a version, and what the others "
+                          "need first");
     }
 
     ExitCode run(Output &out) override
     {
+        if (m_site.isWanted() == m_target.has_value())
+            throw ToolError(
+                ExitCode::BadInput,
+                m_site.isWanted()
+                    ? QStringLiteral("version check: with --configurations there is only "
+                                     "one version, TARGET")
+                    : QStringLiteral("version check: TARGET is missing (see "
+                                     "vantero-formats version check --help)"));
+        if (m_site.isWanted())
+            return m_site.run(m_current, out);
         if (m_literal)
             return checkLiterally(out);
         const QString model = m_model.value_or(QString());
-        const UpdateJudgement judgement = UpdateAdvisor::judge(model, m_current, m_target);
+        const UpdateJudgement judgement = UpdateAdvisor::judge(model, m_current, *m_target);
         const ExitCode code = exitCodeOf(judgement.verdict);
         if (out.json()) {
             out.setResult(toJson(model, judgement));
@@ -104,7 +125,7 @@ private:
                                          {"reasons", reasonsToJson(row.reasons)}}));
         return Json::object({{"model", model},
                              {"current", m_current},
-                             {"target", m_target},
+                             {"target", *m_target},
                              {"verdict", verdictName(judgement.verdict)},
                              {"reasons", reasonsToJson(judgement.reasons)},
                              {"classes", classes},
@@ -115,7 +136,7 @@ private:
     ExitCode checkLiterally(Output &out) const
     {
         const VanteroSoftwareVersion current(m_current);
-        const VanteroSoftwareVersion target(m_target);
+        const VanteroSoftwareVersion target(*m_target);
         const QString model = m_model.value_or(QString());
         const SafeUpdateVerdict verdict = current.checkUpdate(model, target);
         const QStringList warnings = versionWarnings(current) + versionWarnings(target);
@@ -123,7 +144,7 @@ private:
         if (out.json()) {
             out.setResult(Json::object({{"model", model},
                                         {"current", m_current},
-                                        {"target", m_target},
+                                        {"target", *m_target},
                                         {"safe", verdict.safe},
                                         {"rule", verdict.rule},
                                         {"sentence", verdict.sentence},
@@ -141,7 +162,8 @@ private:
     bool m_allReasons = false;
     bool m_literal = false;
     QString m_current;
-    QString m_target;
+    std::optional<QString> m_target; // the only argument comes as m_current
+    SiteUpdate m_site;
 };
 
 } // namespace

@@ -40,8 +40,8 @@ _vantero_formats() {
     local command=${words[0]} seconds=''
     words=("${words[@]:1}")
     case $command in
-        config) seconds='show set add unset remove splice merge diff write lint redact collect' ;;
-        version) seconds='show compare check' ;;
+        config) seconds='show set add unset remove splice merge diff write collect' ;;
+        version) seconds='show compare check plan installable rules sort lint' ;;
         alarms) seconds='list update lint' ;;
         erdinfo) seconds='write show layout' ;;
     esac
@@ -111,18 +111,6 @@ _vantero_formats() {
         choices='' again=''
         several='' arguments='file'
         ;;
-    'config lint')
-        options='--severity --json --recursive --password-file --help'
-        files='--password-file' folders='' others=''
-        choices='--severity=error,warning,note' again=''
-        several='' arguments='file ...'
-        ;;
-    'config redact')
-        options='--key --pattern --report --recursive --output --in-place --dry-run --help'
-        files='--output' folders='' others='--key|--pattern'
-        choices='' again='--key|--pattern'
-        several='' arguments='file ...'
-        ;;
     'config collect')
         options='--recursive --password-file --output-archive --output-folder --json --help'
         files='--password-file|--output-archive' folders='--output-folder' others=''
@@ -136,19 +124,49 @@ _vantero_formats() {
         several='' arguments='text'
         ;;
     'version compare')
-        options='--json --help'
+        options='-v --json --help'
         files='' folders='' others=''
         choices='' again=''
         several='' arguments='text text'
         ;;
     'version check')
+        options='--model --all-reasons --literal --configurations --recursive --password-file --models --available --csv --json --help'
+        files='--configurations|--password-file|--models|--available' folders='' others='--model'
+        choices='' again='--configurations|--available'
+        several='' arguments='text text'
+        ;;
+    'version plan')
+        options='--model --available --json --help'
+        files='--available' folders='' others='--model'
+        choices='' again='--available'
+        several='' arguments='text text'
+        ;;
+    'version installable')
         options='--model --json --help'
         files='' folders='' others='--model'
         choices='' again=''
-        several='' arguments='text text'
+        several='' arguments='text file ...'
+        ;;
+    'version rules')
+        options='--json --help'
+        files='' folders='' others=''
+        choices='' again=''
+        several='' arguments=''
+        ;;
+    'version sort')
+        options='--json --help'
+        files='' folders='' others=''
+        choices='' again=''
+        several='' arguments='file'
+        ;;
+    'version lint')
+        options='--severity --json --help'
+        files='' folders='' others=''
+        choices='--severity=error,warning,note' again=''
+        several='' arguments='text ...'
         ;;
     'firmware')
-        options='--json --help'
+        options='-v --json --help'
         files='' folders='' others=''
         choices='' again=''
         several='' arguments='file ...'

@@ -19,8 +19,8 @@ function __vantero_formats_in
 end
 
 complete -c vantero-formats -f
-complete -c vantero-formats -n '__vantero_formats_at' -a config -d 'commands: show, set, add, unset, remove, splice, merge, diff, write, lint, redact, collect'
-complete -c vantero-formats -n '__vantero_formats_at' -a version -d 'commands: show, compare, check'
+complete -c vantero-formats -n '__vantero_formats_at' -a config -d 'commands: show, set, add, unset, remove, splice, merge, diff, write, collect'
+complete -c vantero-formats -n '__vantero_formats_at' -a version -d 'commands: show, compare, check, plan, installable, rules, sort, lint'
 complete -c vantero-formats -n '__vantero_formats_at' -a firmware -d 'show the versions of firmware packages'
 complete -c vantero-formats -n '__vantero_formats_at' -a app-version -d 'show the version of an application as people read it'
 complete -c vantero-formats -n '__vantero_formats_at' -a alarms -d 'commands: list, update, lint'
@@ -36,12 +36,15 @@ complete -c vantero-formats -n '__vantero_formats_at config' -a splice -d 'take 
 complete -c vantero-formats -n '__vantero_formats_at config' -a merge -d 'keep entries of the configuration that is replaced'
 complete -c vantero-formats -n '__vantero_formats_at config' -a diff -d 'compare two configurations by section and key'
 complete -c vantero-formats -n '__vantero_formats_at config' -a write -d 'make a configuration of its JSON'
-complete -c vantero-formats -n '__vantero_formats_at config' -a lint -d 'find what is wrong with configurations'
-complete -c vantero-formats -n '__vantero_formats_at config' -a redact -d 'replace the secrets of configurations'
 complete -c vantero-formats -n '__vantero_formats_at config' -a collect -d 'gather the configurations of folders and archives'
 complete -c vantero-formats -n '__vantero_formats_at version' -a show -d 'show the components of a version'
 complete -c vantero-formats -n '__vantero_formats_at version' -a compare -d 'compare two versions or patterns'
 complete -c vantero-formats -n '__vantero_formats_at version' -a check -d 'tell whether an update is safe'
+complete -c vantero-formats -n '__vantero_formats_at version' -a plan -d 'find the way of safe updates to a version'
+complete -c vantero-formats -n '__vantero_formats_at version' -a installable -d 'tell which versions a camera may get, and how'
+complete -c vantero-formats -n '__vantero_formats_at version' -a rules -d 'show the rules of safe updates'
+complete -c vantero-formats -n '__vantero_formats_at version' -a sort -d 'sort versions'
+complete -c vantero-formats -n '__vantero_formats_at version' -a lint -d 'find what is read otherwise than it looks'
 complete -c vantero-formats -n '__vantero_formats_at alarms' -a list -d 'show an alarm list as a tree'
 complete -c vantero-formats -n '__vantero_formats_at alarms' -a update -d 'show an alarm update as scripts get it'
 complete -c vantero-formats -n '__vantero_formats_at alarms' -a lint -d 'tell all faults of alarm lists and alarm updates'
@@ -107,19 +110,6 @@ complete -c vantero-formats -n '__vantero_formats_in config diff' -l password-fi
 complete -c vantero-formats -n '__vantero_formats_in config diff' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in config write' -F
 complete -c vantero-formats -n '__vantero_formats_in config write' -l output -d 'write the text to this file instead' -r -F
-complete -c vantero-formats -n '__vantero_formats_in config lint' -F
-complete -c vantero-formats -n '__vantero_formats_in config lint' -l severity -d 'print no findings that are less severe' -x -a 'error warning note'
-complete -c vantero-formats -n '__vantero_formats_in config lint' -l json -d 'print the result as one JSON value'
-complete -c vantero-formats -n '__vantero_formats_in config lint' -l recursive -d 'look into folders, at any depth, and into archives'
-complete -c vantero-formats -n '__vantero_formats_in config lint' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
-complete -c vantero-formats -n '__vantero_formats_in config redact' -F
-complete -c vantero-formats -n '__vantero_formats_in config redact' -l key -d 'the values of this key are secrets, too; "*" stands for any characters' -x
-complete -c vantero-formats -n '__vantero_formats_in config redact' -l pattern -d 'what matches is a secret, too, or the first group of it' -x
-complete -c vantero-formats -n '__vantero_formats_in config redact' -l report -d 'list on standard error what was replaced where: "FILE:LINE:COLUMN: reason: SECTION/KEY"'
-complete -c vantero-formats -n '__vantero_formats_in config redact' -l recursive -d 'look into folders, at any depth'
-complete -c vantero-formats -n '__vantero_formats_in config redact' -l output -d 'write the text to this file instead' -r -F
-complete -c vantero-formats -n '__vantero_formats_in config redact' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
-complete -c vantero-formats -n '__vantero_formats_in config redact' -l dry-run -d 'print what would change as a unified diff; write nothing'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
@@ -127,10 +117,31 @@ complete -c vantero-formats -n '__vantero_formats_in config collect' -l output-a
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l output-folder -d 'write the configurations to this folder' -x -a '(__fish_complete_directories)'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in version show' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in version compare' -s v -d 'print the component that decides below, with both ranges'
 complete -c vantero-formats -n '__vantero_formats_in version compare' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in version check' -l model -d 'model name of the camera' -x
+complete -c vantero-formats -n '__vantero_formats_in version check' -l all-reasons -d 'print every rule that forbids the update'
+complete -c vantero-formats -n '__vantero_formats_in version check' -l literal -d 'judge by the rules alone whatever the texts are, as programs do that ask the library whether an update is safe; without a model, as one that no rule names'
+complete -c vantero-formats -n '__vantero_formats_in version check' -l configurations -d 'judge all cameras with configurations in these files, folders and archives; several behind it, or again' -r -F
+complete -c vantero-formats -n '__vantero_formats_in version check' -l recursive -d 'look into folders, at any depth, and into archives'
+complete -c vantero-formats -n '__vantero_formats_in version check' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in version check' -l models -d 'models of the cameras: lines "address,model" below a first line that says so, or a JSON object of address to model' -r -F
+complete -c vantero-formats -n '__vantero_formats_in version check' -l available -d 'versions at hand, for the next hop of those that cannot get the version at once; as of version plan' -r -F
+complete -c vantero-formats -n '__vantero_formats_in version check' -l csv -d 'print comma-separated values'
 complete -c vantero-formats -n '__vantero_formats_in version check' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in version plan' -l model -d 'model name of the camera; without it every update has to be safe on every model' -x
+complete -c vantero-formats -n '__vantero_formats_in version plan' -l available -d 'versions at hand: versions, firmware packages, folders of packages, "-" for the lines of standard input; several behind it, or again' -r -F
+complete -c vantero-formats -n '__vantero_formats_in version plan' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in version installable' -F
+complete -c vantero-formats -n '__vantero_formats_in version installable' -l model -d 'model name of the camera; without it every update has to be safe on every model' -x
+complete -c vantero-formats -n '__vantero_formats_in version installable' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in version rules' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in version sort' -F
+complete -c vantero-formats -n '__vantero_formats_in version sort' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in version lint' -l severity -d 'print no findings that are less severe' -x -a 'error warning note'
+complete -c vantero-formats -n '__vantero_formats_in version lint' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in firmware' -F
+complete -c vantero-formats -n '__vantero_formats_in firmware' -s v -d 'print the line and its form, too'
 complete -c vantero-formats -n '__vantero_formats_in firmware' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in app-version' -l revision -d 'source revision; what stands before its first colon is left out' -x
 complete -c vantero-formats -n '__vantero_formats_in app-version' -l debug -d 'a debug build'
