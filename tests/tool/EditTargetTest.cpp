@@ -4,8 +4,8 @@
 // Where an edited text goes: standard output, a file, the input itself, a diff.
 
 #include "Files.h"
+#include "RandomText.h"
 #include "support/Literals.h"
-#include "support/Random.h"
 #include "support/ToolRunner.h"
 
 #include <QtCore/QDir>
@@ -383,6 +383,38 @@ TEST_F(EditTarget, patchAppliesDiffsOfRandomTexts)
         if (HasFailure())
             return;
     }
+}
+
+TEST_F(EditTarget, patchAppliesDiffsOfManyEditsAtOnce)
+{
+    static const char *const entries[] = {"s/k", "t/k", "t/l", "new/k", " s/n", "s/ä", "head/k"};
+    Random random(20110322);
+    int changed = 0;
+    for (int round = 0; round < 100; ++round) {
+        const QByteArray text = randomText(random, random.below(2) ? "\n" : "\r\n");
+        SCOPED_TRACE(text.toStdString());
+        ASSERT_NO_FATAL_FAILURE(writeFile(path("a.cfg"), text));
+        ToolCall call{{"config", random.below(3) ? "set" : "add", "a.cfg"}};
+        call.folder = m_folder.path().toStdString();
+        const std::string option = "--" + call.arguments[1];
+        for (unsigned edit = 1 + random.below(6); edit > 0; --edit) {
+            call.arguments.push_back(option);
+            call.arguments.push_back(entries[random.below(7)] + std::string("=") +
+                                     std::to_string(random.below(3)));
+        }
+        const ToolResult edited = runTool(call);
+        ASSERT_EQ(edited.exitCode, 0) << edited.err.toStdString();
+        call.arguments.push_back("--dry-run");
+        const QByteArray diff = runTool(call).out;
+        if (edited.out != text) {
+            applyPatch(call.folder, diff);
+            ++changed;
+        }
+        EXPECT_EQ(readFile(path("a.cfg")), edited.out) << diff.toStdString();
+        if (HasFailure())
+            return;
+    }
+    EXPECT_GT(changed, 90);
 }
 
 } // namespace

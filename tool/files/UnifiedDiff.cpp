@@ -269,7 +269,8 @@ QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after,
         change.newBegin = change.begin + grown;
         grown += edit.text.count(QLatin1Char('\n')) - (range.endLine - range.line);
         change.newEnd = change.end + grown;
-        if (!changes.empty() && change.begin < changes.back().end) { // another place of a line
+        if (!changes.empty() &&
+            change.begin <= changes.back().end) { // of the same lines, or the next
             changes.back().end = change.end;
             changes.back().newEnd = change.newEnd;
         } else {
