@@ -89,10 +89,9 @@ private:
         internal::findShapes(line, spans);
         findPatterns(line, spans);
 
-        const qsizetype readAsKey = isComment                ? commentStart(line)
-                                    : isEntry && equals >= 0 ? equals + 1
-                                                             : line.size();
-        replace(line, merged(std::move(spans)), {{0, readAsKey}, addressPhrase(line)});
+        const qsizetype keyEnd = isComment ? 0 : equals >= 0 ? equals + 1 : line.size();
+        replace(line, merged(std::move(spans)), keyEnd,
+                isComment ? Kept{0, commentStart(line)} : Kept{0, keyEnd}, addressPhrase(line));
     }
 
     /** An entry that was commented out, or a remark such as "# Password: …": all that follows. */
@@ -166,15 +165,16 @@ private:
         return result;
     }
 
-    /** Replaces the spans but for what must stay. */
-    void replace(QStringView line, const SecretSpans &spans, std::initializer_list<Kept> kept)
+    /** Replaces the spans but for what must stay, and tells of what stays as it is read as a key,
+     * up to @p keyEnd. Patterns are often written with the key in front. */
+    void replace(QStringView line, const SecretSpans &spans, qsizetype keyEnd, Kept start,
+                 Kept phrase)
     {
         for (const SecretSpan &span : spans) {
-            SecretSpans pieces = {span};
-            for (const Kept &part : kept)
-                pieces = without(pieces, part);
-            if (pieces.empty())
-                m_result.left += described(line, span);
+            const SecretSpans pieces = without(without({span}, start), phrase);
+            if (span.begin < keyEnd && (pieces.empty() || span.reason != Reason::Pattern))
+                m_result.left +=
+                    described(line, {span.begin, std::min(span.end, keyEnd), span.reason});
             for (const SecretSpan &piece : pieces)
                 replacePiece(line, piece);
         }

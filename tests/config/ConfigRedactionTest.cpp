@@ -335,6 +335,18 @@ TEST(ConfigRedaction, tellsOfSecretsThatStayAsTheyAreKeys)
     expectPromises(text, redacted);
 }
 
+TEST(ConfigRedaction, tellsOfTheBeginningOfASecretThatStaysAsItIsPartOfAKey)
+{
+    const QString text = inSection("password: Hunter=2"_q);
+    const vn::RedactedConfig redacted = vn::redactConfig(text);
+    EXPECT_EQ(redacted.text, inSection("password: Hunter=***"_q));
+    ASSERT_EQ(redacted.replaced.size(), 1);
+    ASSERT_EQ(redacted.left.size(), 1);
+    EXPECT_EQ(redacted.left.first().range.column, 11);
+    EXPECT_EQ(redacted.left.first().range.length, 7); // "Hunter="
+    expectPromises(text, redacted);
+}
+
 TEST(ConfigRedaction, tellsOfTheLinesOfAPemBlockThatWasPastedIn)
 {
     const QString text = inSection("cert=-----BEGIN CERTIFICATE-----\nMIIBszCC\n# seen\nAQAB==\n"
@@ -345,7 +357,7 @@ TEST(ConfigRedaction, tellsOfTheLinesOfAPemBlockThatWasPastedIn)
     QStringList left;
     for (const vn::ConfigRedaction &redaction : redacted.left)
         left += redaction.key;
-    EXPECT_EQ(left, (QStringList{"MIIBszCC"_q, "-----END CERTIFICATE-----"_q}));
+    EXPECT_EQ(left, (QStringList{"MIIBszCC"_q, "AQAB"_q, "-----END CERTIFICATE-----"_q}));
     EXPECT_EQ(keysOf(redacted.text), keysOf(text));
 }
 
