@@ -10,7 +10,7 @@ namespace vn {
 
 namespace {
 
-const char kByteOrderMark[] = "\xEF\xBB\xBF";
+using internal::kByteOrderMark;
 
 /** The first code point of @p text that is larger than @p last or half a surrogate pair, and its
  * place; -1 where there is none. */
@@ -34,7 +34,7 @@ EncodedText::EncodedText(const QByteArray &bytes)
     : m_bytes(bytes)
     , m_text(FileUtils::decodeText(bytes))
 {
-    if (!internal::isUtf8(bytes.constData(), static_cast<std::size_t>(bytes.size())))
+    if (!internal::fromWellFormedUtf8(bytes))
         m_encoding = Encoding::Latin1;
     else
         m_hasByteOrderMark = bytes.startsWith(kByteOrderMark);

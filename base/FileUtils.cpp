@@ -24,9 +24,7 @@ namespace vn {
 
 namespace {
 
-using internal::asciiPrefix;
 using internal::FileDescriptor;
-using internal::isUtf8;
 using internal::kChunkSize;
 using internal::retried;
 
@@ -80,12 +78,9 @@ QString FileUtils::readText(QIODevice *device)
 
 QString FileUtils::decodeText(const QByteArray &bytes)
 {
-    const char *data = bytes.constData();
-    const auto size = static_cast<std::size_t>(bytes.size());
-    const std::size_t ascii = asciiPrefix(data, size);
-    if (ascii < size && isUtf8(data + ascii, size - ascii))
-        return QString::fromUtf8(data, bytes.size()); // drops the byte order mark
-    return QString::fromLatin1(data, bytes.size());
+    if (const auto text = internal::fromWellFormedUtf8(bytes))
+        return text->isNull() ? QString(QLatin1String("")) : *text;
+    return QString::fromLatin1(bytes.constData(), bytes.size());
 }
 
 void FileUtils::copyText(const QString &text, QIODevice *device)

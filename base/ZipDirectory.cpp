@@ -295,7 +295,7 @@ std::uint32_t crc32(const QByteArray &bytes)
 QString fromWholeUtf8(const QByteArray &bytes)
 {
     const QString text = QString::fromUtf8(bytes.constData(), bytes.size());
-    return bytes.startsWith("\xEF\xBB\xBF") ? QChar(QChar::ByteOrderMark) + text : text;
+    return bytes.startsWith(kByteOrderMark) ? QChar(QChar::ByteOrderMark) + text : text;
 }
 
 QString nameOf(const QByteArray &name, std::uint16_t flags, const char *extra, int extraSize)
@@ -442,7 +442,7 @@ QString zipEntryName(const QByteArray &name, bool isUtf8)
         0x00B0, 0x2219, 0x00B7, 0x221A, 0x207F, 0x00B2, 0x25A0, 0x00A0,
     };
     // clang-format on
-    if (isUtf8 || internal::isUtf8(name.constData(), static_cast<std::size_t>(name.size())))
+    if (isUtf8 || fromWellFormedUtf8(name))
         return fromWholeUtf8(name);
     QString result(name.size(), Qt::Uninitialized);
     std::transform(name.begin(), name.end(), result.begin(), [](char byte) {

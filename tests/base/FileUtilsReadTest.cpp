@@ -240,6 +240,37 @@ TEST(DecodeTextTest, agreesWithQtOnAllPairsOfBytes)
     }
 }
 
+TEST(DecodeTextTest, agreesWithQtAtTheBordersOfLongSequences)
+{
+    const QByteArray borders = "\x00\x41\x7F\x80\x8F\x90\x9F\xA0\xBF\xC0\xC2\xEF\xFF"_b;
+    const auto expectSame = [](const QByteArray &bytes) {
+        ASSERT_EQ(FileUtils::decodeText(bytes), decodedByQt(bytes)) << bytes.toHex().constData();
+    };
+    for (int lead = 0xC0; lead <= 0xFF; ++lead) {
+        for (int second = 0; second <= 0xFF; ++second) {
+            for (const char third : borders) {
+                const char bytes[] = {static_cast<char>(lead), static_cast<char>(second), third};
+                if (lead != 0xEF || second != 0xBB || third != '\xBF') // the byte order mark
+                    expectSame(QByteArray(bytes, 3));
+            }
+        }
+        for (const char second : borders)
+            for (const char third : borders)
+                for (const char fourth : borders) {
+                    const char bytes[] = {static_cast<char>(lead), second, third, fourth};
+                    expectSame(QByteArray(bytes, 4));
+                }
+    }
+}
+
+TEST(DecodeTextTest, takesAReplacementCharacterForOne)
+{
+    EXPECT_EQ(FileUtils::decodeText("\xEF\xBF\xBD"_b), u8"\uFFFD"_q);
+    EXPECT_EQ(FileUtils::decodeText("\xEF\xBB\xBF\xEF\xBF\xBD\xC3\xBC"_b), u8"\uFFFD\u00FC"_q);
+    EXPECT_EQ(FileUtils::decodeText("\xEF\xBF\xBD\xFC"_b), u8"\u00EF\u00BF\u00BD\u00FC"_q);
+    EXPECT_EQ(FileUtils::decodeText("\xFC\xEF\xBF\xBD"_b), u8"\u00FC\u00EF\u00BF\u00BD"_q);
+}
+
 TEST(DecodeTextTest, agreesWithQtOnRandomBytes)
 {
     Random random(20261121);
