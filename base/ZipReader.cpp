@@ -7,10 +7,8 @@
 #include "base/ZipDecoder_p.h"
 #include "base/ZipDirectory_p.h"
 
-#include <QtCore/QRandomGenerator>
-
 #include <algorithm>
-#include <cstdint>
+#include <cstddef>
 #include <cstring>
 #include <optional>
 
@@ -27,102 +25,48 @@ namespace {
 // Up to this size, in bytes, any ratio is harmless.
 constexpr qint64 kRatioFreeSize = 16 * 1024 * 1024;
 
-// The hash of names is computed modulo 2^61 - 1, a prime.
-constexpr int kHashBits = 61;
-constexpr std::uint64_t kHashModulus = (std::uint64_t(1) << kHashBits) - 1;
-__extension__ using Uint128 = unsigned __int128;
-
-/**
- * Finds entries by name, those of one name in turn.
- *
- * A table of entry numbers, each at the first free place from its name's hash on, costs less to
- * make than a QHash: many archives are read in sequence once, and each entry looked up once. And
- * names that all have one hash in Qt are easily made.
- */
+/** Finds entries by name, those of one name in turn. No names make it slow. */
 class NameIndex
 {
 public:
-    explicit NameIndex(const std::vector<ZipEntry> &entries);
+    explicit NameIndex(const std::vector<ZipEntry> &entries)
+        : m_entries(entries)
+        , m_turns(entries.size())
+    {
+        for (std::size_t i = 0; i < entries.size(); ++i)
+            if (!entries[i].isFolder())
+                m_order.push_back(static_cast<int>(i));
+        std::stable_sort(m_order.begin(), m_order.end(),
+                         [this](int a, int b) { return nameOf(a) < nameOf(b); });
+    }
 
     /** The entry called @p name that comes next; -1 when there is none. Folders are none. */
-    int next(const QString &name);
+    int next(const QString &name)
+    {
+        const auto first =
+            std::lower_bound(m_order.begin(), m_order.end(), name,
+                             [this](int index, const QString &n) { return nameOf(index) < n; });
+        const auto last =
+            std::upper_bound(first, m_order.end(), name,
+                             [this](const QString &n, int index) { return n < nameOf(index); });
+        if (first == last)
+            return -1;
+        std::ptrdiff_t &turn = m_turns[static_cast<std::size_t>(first - m_order.begin())];
+        const int index = *(first + turn);
+        turn = (turn + 1) % (last - first);
+        return index;
+    }
 
 private:
-    std::size_t placeOf(const QString &name) const;
-    std::uint64_t hash(const QString &name) const;
+    const QString &nameOf(int index) const
+    {
+        return m_entries[static_cast<std::size_t>(index)].name;
+    }
 
     const std::vector<ZipEntry> &m_entries;
-    std::uint64_t m_hashKey;
-    std::vector<int> m_table;     // for each name the entry that comes next; -1 is a free place
-    std::vector<int> m_following; // for each entry the next one of its name, in a ring
+    std::vector<int> m_order;            // sorted by name, those of one name in archive order
+    std::vector<std::ptrdiff_t> m_turns; // for the first of each name, whose turn it is
 };
-
-NameIndex::NameIndex(const std::vector<ZipEntry> &entries)
-    : m_entries(entries)
-    , m_hashKey(QRandomGenerator::global()->generate64() % kHashModulus)
-    , m_following(entries.size())
-{
-    std::size_t size = 2;
-    while (size < 2 * entries.size())
-        size *= 2; // at least half of it stays free
-    m_table.assign(size, -1);
-    // From the last entry to the first, so that the first one is what comes next in the end.
-    std::vector<int> last(m_following.size());
-    for (std::size_t i = entries.size(); i-- > 0;) {
-        if (entries[i].isFolder())
-            continue;
-        const int index = static_cast<int>(i);
-        int &head = m_table[placeOf(entries[i].name)];
-        const int following = head < 0 ? index : head;
-        const auto end =
-            static_cast<std::size_t>(head < 0 ? index : last[static_cast<std::size_t>(head)]);
-        last[i] = static_cast<int>(end);
-        m_following[i] = following;
-        m_following[end] = index;
-        head = index;
-    }
-}
-
-std::size_t NameIndex::placeOf(const QString &name) const
-{
-    const std::size_t mask = m_table.size() - 1;
-    std::size_t place = hash(name) & mask;
-    while (m_table[place] >= 0 && m_entries[static_cast<std::size_t>(m_table[place])].name != name)
-        place = (place + 1) & mask;
-    return place;
-}
-
-/**
- * The value at a secret place of the polynomial whose coefficients are the characters, three at a
- * time, modulo a prime: whoever does not know the place cannot make names of equal hashes.
- */
-std::uint64_t NameIndex::hash(const QString &name) const
-{
-    std::uint64_t value = static_cast<std::uint64_t>(name.size()) + 1;
-    const auto append = [&](std::uint64_t coefficient) {
-        const Uint128 product = Uint128(value) * m_hashKey + coefficient;
-        const auto folded = static_cast<std::uint64_t>(product & kHashModulus) +
-                            static_cast<std::uint64_t>(product >> kHashBits);
-        value = folded >= kHashModulus ? folded - kHashModulus : folded;
-    };
-    const ushort *letters = name.utf16();
-    int i = 0;
-    for (; i + 3 <= name.size(); i += 3)
-        append(letters[i] | std::uint64_t(letters[i + 1]) << 16 |
-               std::uint64_t(letters[i + 2]) << 32);
-    for (; i < name.size(); ++i)
-        append(letters[i]);
-    return value;
-}
-
-int NameIndex::next(const QString &name)
-{
-    int &next = m_table[placeOf(name)];
-    const int index = next;
-    if (index >= 0)
-        next = m_following[static_cast<std::size_t>(index)];
-    return index;
-}
 
 /** An archive that has been opened. */
 struct OpenArchive
@@ -131,7 +75,6 @@ struct OpenArchive
         : file(path)
         , directory(file, maxEntries)
         , decoder(file, directory, password)
-        , names(directory.entries())
         , isCounted(directory.entries().size())
     {
     }
@@ -144,9 +87,9 @@ struct OpenArchive
     ArchiveFile file;
     ZipDirectory directory;
     ZipDecoder decoder;
-    NameIndex names;
-    qint64 readSize = 0;         // of all entries read so far
-    std::vector<bool> isCounted; // which entries are in it
+    std::optional<NameIndex> names; // made when an entry is first looked for by its name
+    qint64 readSize = 0;            // of all entries read so far
+    std::vector<bool> isCounted;    // which entries are in it
 };
 
 ArchiveException notOpen(const QString &path)
@@ -339,7 +282,11 @@ qint64 ZipReader::entrySize(int index) const
 
 bool ZipReader::openFile(const QString &name)
 {
-    return choose(d->archive ? d->archive->names.next(name) : -1, name);
+    if (!d->archive)
+        return choose(-1, name);
+    if (!d->archive->names)
+        d->archive->names.emplace(d->archive->directory.entries());
+    return choose(d->archive->names->next(name), name);
 }
 
 bool ZipReader::openEntry(int index)
