@@ -14,8 +14,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-using vn::FileUtils;
-using vn::IOException;
+using vn::ArchiveError;
+using vn::ArchiveException;
 using vn::ZipReader;
 
 namespace {
@@ -43,6 +43,23 @@ bool open(ZipReader &reader)
     return reader.open(QIODevice::ReadOnly);
 }
 
+/** Whether an entry of an archive that could be opened may fail for that reason. */
+bool isOfAnEntry(ArchiveError error)
+{
+    return error == ArchiveError::Damaged || error == ArchiveError::Truncated ||
+           error == ArchiveError::NeedsPassword || error == ArchiveError::WrongPassword ||
+           error == ArchiveError::DamagedOrWrongPassword ||
+           error == ArchiveError::UnsupportedMethod || error == ArchiveError::OverEntrySizeLimit ||
+           error == ArchiveError::OverArchiveSizeLimit || error == ArchiveError::OverRatioLimit;
+}
+
+/** Whether an archive cannot be opened for that reason. */
+bool isOfTheArchive(ArchiveError error)
+{
+    return error == ArchiveError::NotAnArchive || error == ArchiveError::Truncated ||
+           error == ArchiveError::Damaged || error == ArchiveError::OverEntryCountLimit;
+}
+
 /** The content of the entry, or a null array where it gives an error. */
 QByteArray contentOf(ZipReader &reader, const QString &name)
 {
@@ -54,6 +71,9 @@ QByteArray contentOf(ZipReader &reader, const QString &name)
         if (count < 0) {
             FUZZ_CHECK(content.isEmpty()); // nothing is handed on before all has been checked
             FUZZ_CHECK(reader.errorString().contains(name));
+            FUZZ_CHECK(isOfAnEntry(reader.error()));
+            FUZZ_EQUAL(reader.exception().entry(), name);
+            FUZZ_EQUAL(reader.exception().message(), reader.errorString());
             return QByteArray();
         }
         if (count == 0)
@@ -62,6 +82,7 @@ QByteArray contentOf(ZipReader &reader, const QString &name)
         FUZZ_CHECK(content.size() <= kEntryLimit);
     }
     FUZZ_CHECK(reader.atEnd());
+    FUZZ_CHECK(reader.error() == ArchiveError::None);
     return content.isNull() ? QByteArray("") : content;
 }
 
@@ -77,6 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (!open(reader)) {
         FUZZ_CHECK(!reader.errorString().isEmpty());
         FUZZ_CHECK(!reader.isOpen());
+        FUZZ_CHECK(isOfTheArchive(reader.error()));
         return 0;
     }
     const QStringList names = reader.fileListBySuffix(QString());
@@ -91,6 +113,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     FUZZ_CHECK(!reader.openFile(QStringLiteral("no such entry/")));
     char byte = 0;
     FUZZ_CHECK(reader.read(&byte, 1) == -1);
+    FUZZ_CHECK(reader.error() == ArchiveError::NoSuchEntry);
 
     // The limit of the archive counts in the order of reading; names that repeat change places.
     QStringList unique = names;
@@ -111,7 +134,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     try {
         FUZZ_CHECK(vn::VanteroConfigFile::parseAll(all, configurations) == configNames.size());
         FUZZ_CHECK(configurations.size() == configNames.size());
-    } catch (const IOException &e) {
+    } catch (const ArchiveException &e) {
+        FUZZ_CHECK(isOfAnEntry(e.error()));
         FUZZ_CHECK(!e.message().isEmpty());
         FUZZ_CHECK(configurations.size() < configNames.size());
     }

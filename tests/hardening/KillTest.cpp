@@ -4,6 +4,7 @@
 // The tool is killed, or its disk is full, at any moment of a write: the file is the old or the
 // new.
 
+#include "base/AtomicFile.h"
 #include "support/Literals.h"
 #include "support/Random.h"
 
@@ -14,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <ctime>
 #include <string>
@@ -116,4 +118,39 @@ TEST(ToolWrites, leaveTheOldFileWhenTheDiskIsFull)
         EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
                   QStringList("a.cfg"_q));
     }
+}
+
+TEST(AtomicFilesKill, leavesWholeFilesOnly)
+{
+    // A process of its own makes batches of files until it is killed.
+    constexpr int kBatchSize = 40;
+    const QByteArray content = QByteArray("key=value\n").repeated(2000);
+    Random random(2);
+    int most = 0;
+    for (int i = 0; i < 40; ++i) {
+        const QTemporaryDir folder;
+        const QString path = folder.path();
+        const pid_t child = ::fork();
+        if (child == 0) {
+            vn::AtomicFiles files(path);
+            for (int number = 0;; ++number) {
+                if (!files.add(QString::number(number), content + QByteArray::number(number)))
+                    ::_exit(1);
+                if (files.count() == kBatchSize && !files.commit().isEmpty())
+                    ::_exit(1);
+            }
+        }
+        ::usleep(random.below(60000));
+        ::kill(child, SIGKILL);
+        EXPECT_EQ(WTERMSIG(waitFor(child)), SIGKILL);
+
+        const QStringList names = QDir(path).entryList(QDir::Files);
+        for (const QString &name : names)
+            ASSERT_EQ(contentOf(folder.filePath(name)), content + name.toLatin1());
+        most = std::max(most, names.size());
+        const QStringList all =
+            QDir(path).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        ASSERT_LE(all.size(), names.size() + 1) << "one hidden folder at the most";
+    }
+    EXPECT_GT(most, kBatchSize) << "killed too early: nothing shown";
 }
