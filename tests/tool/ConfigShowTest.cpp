@@ -185,6 +185,61 @@ TEST(ConfigShow, archiveIsRefusedWithAHint)
               "/cameras.zip: a zip archive; \"config collect\" reads its configurations\n");
 }
 
+TEST(ConfigLint, linesOfAnImageAreThoseOfItsComment)
+{
+    expectRun(runTool({"config", "lint", "-"}, imageWith({"\nSECTION a\nk=1\n", "ENDSECTION b\n"})),
+              1, "-:4:1: error: ENDSECTION b does not match SECTION [end-of-another-section]\n",
+              "");
+    expectRun(runTool({"config", "lint", "-"}, imageWith({})), 1, "",
+              "vantero-formats: -: the image has no comment\n");
+    const ToolResult cut = runTool({"config", "lint", "-"}, exampleImage().left(20));
+    EXPECT_EQ(cut.exitCode, 2);
+    EXPECT_TRUE(cut.err.startsWith("vantero-formats: -: damaged JPEG image: "));
+}
+
+TEST(ConfigLint, oneLineAFinding)
+{
+    // What the file is called and what it holds must not make two of it.
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("a\nb.cfg"_q).toStdString();
+    ASSERT_NO_FATAL_FAILURE(writeFile(path, "#:1\n#:2\n\nENDSECTION a\x1b\n"));
+    const ToolResult result = runTool({"config", "lint", path});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out.count("[end-without-section]\n"), 1);
+    EXPECT_EQ(result.out.count('\n'), result.out.count("]\n"));
+    EXPECT_TRUE(
+        result.out.contains("a\\x0Ab.cfg:4:1: error: SECTION expected before ENDSECTION a\\x1B"))
+        << result.out.constData();
+}
+
+TEST(ConfigShow, imagesInAFolderCountWhenTheirCommentsHoldSections)
+{
+    const QTemporaryDir folder;
+    const auto write = [&](const char *name, const QByteArray &content) {
+        writeFile(folder.filePath(QString::fromLatin1(name)).toStdString(), content);
+    };
+    write("a.jpg", imageWith({"made by hand"}));
+    write("b.jpg", imageWith({"SECTION a\nk=1\nENDSECTION a\n"}));
+    write("c.jpg", imageWith({}));
+    write("d.txt", "SECTION a\nk=2\nENDSECTION a\n");
+    ToolCall call{{"config", "show", ".", "--recursive", "--section", "a", "--key", "k"}};
+    call.folder = folder.path().toStdString();
+    expectRun(runTool(call), 0, "./b.jpg: 1\n", "");
+}
+
+TEST(ConfigShow, aFolderWithoutConfigurationsHasNothingToShow)
+{
+    const QTemporaryDir folder;
+    expectRun(runTool({"config", "show", folder.path().toStdString(), "--recursive"}), 1, "",
+              "vantero-formats: no configurations found\n");
+}
+
+TEST(ConfigShow, standardInputIsReadOnce)
+{
+    expectRun(runTool({"config", "show", "-", "-"}), 2, "",
+              "vantero-formats: only one of the files can be standard input\n");
+}
+
 /** What the tool prints on a terminal. */
 QByteArray shownOnATerminal(const std::string &path)
 {

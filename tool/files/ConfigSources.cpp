@@ -61,6 +61,10 @@ bool ConfigSources::isWalked(const QString &name) const
 
 void ConfigSources::forEach(Output &out, const std::function<void(const ConfigSource &)> &use)
 {
+    const QString standardInput(QLatin1Char('-'));
+    if (m_names.count(standardInput) + (m_passwordFile == standardInput ? 1 : 0) > 1)
+        throw ToolError(ExitCode::BadInput,
+                        QStringLiteral("only one of the files can be standard input"));
     if (m_passwordFile)
         m_password = readPassword(*m_passwordFile);
     for (const QString &name : qAsConst(m_names)) {
