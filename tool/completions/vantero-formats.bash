@@ -40,7 +40,7 @@ _vantero_formats() {
     local command=${words[0]} seconds=''
     words=("${words[@]:1}")
     case $command in
-        config) seconds='show set add unset remove splice merge diff write collect' ;;
+        config) seconds='show set add unset remove splice merge diff write lint redact collect' ;;
         version) seconds='show compare check plan installable rules sort lint' ;;
         alarms) seconds='list update lint' ;;
         erdinfo) seconds='write show layout' ;;
@@ -110,6 +110,18 @@ _vantero_formats() {
         files='--output' folders='' others=''
         choices='' again=''
         several='' arguments='file'
+        ;;
+    'config lint')
+        options='--severity --json --recursive --password-file --help'
+        files='--password-file' folders='' others=''
+        choices='--severity=error,warning,note' again=''
+        several='' arguments='file ...'
+        ;;
+    'config redact')
+        options='--key --pattern --report --recursive --output --in-place --dry-run --help'
+        files='--output' folders='' others='--key|--pattern'
+        choices='' again='--key|--pattern'
+        several='' arguments='file ...'
         ;;
     'config collect')
         options='--recursive --password-file --output-archive --output-folder --json --help'

@@ -19,7 +19,7 @@ function __vantero_formats_in
 end
 
 complete -c vantero-formats -f
-complete -c vantero-formats -n '__vantero_formats_at' -a config -d 'commands: show, set, add, unset, remove, splice, merge, diff, write, collect'
+complete -c vantero-formats -n '__vantero_formats_at' -a config -d 'commands: show, set, add, unset, remove, splice, merge, diff, write, lint, redact, collect'
 complete -c vantero-formats -n '__vantero_formats_at' -a version -d 'commands: show, compare, check, plan, installable, rules, sort, lint'
 complete -c vantero-formats -n '__vantero_formats_at' -a firmware -d 'show the versions of firmware packages'
 complete -c vantero-formats -n '__vantero_formats_at' -a app-version -d 'show the version of an application as people read it'
@@ -36,6 +36,8 @@ complete -c vantero-formats -n '__vantero_formats_at config' -a splice -d 'take 
 complete -c vantero-formats -n '__vantero_formats_at config' -a merge -d 'keep entries of the configuration that is replaced'
 complete -c vantero-formats -n '__vantero_formats_at config' -a diff -d 'compare two configurations by section and key'
 complete -c vantero-formats -n '__vantero_formats_at config' -a write -d 'make a configuration of its JSON'
+complete -c vantero-formats -n '__vantero_formats_at config' -a lint -d 'find what is wrong with configurations'
+complete -c vantero-formats -n '__vantero_formats_at config' -a redact -d 'replace the secrets of configurations'
 complete -c vantero-formats -n '__vantero_formats_at config' -a collect -d 'gather the configurations of folders and archives'
 complete -c vantero-formats -n '__vantero_formats_at version' -a show -d 'show the components of a version'
 complete -c vantero-formats -n '__vantero_formats_at version' -a compare -d 'compare two versions or patterns'
@@ -110,6 +112,19 @@ complete -c vantero-formats -n '__vantero_formats_in config diff' -l password-fi
 complete -c vantero-formats -n '__vantero_formats_in config diff' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in config write' -F
 complete -c vantero-formats -n '__vantero_formats_in config write' -l output -d 'write the text to this file instead' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config lint' -F
+complete -c vantero-formats -n '__vantero_formats_in config lint' -l severity -d 'print no findings that are less severe' -x -a 'error warning note'
+complete -c vantero-formats -n '__vantero_formats_in config lint' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in config lint' -l recursive -d 'look into folders, at any depth, and into archives'
+complete -c vantero-formats -n '__vantero_formats_in config lint' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config redact' -F
+complete -c vantero-formats -n '__vantero_formats_in config redact' -l key -d 'the values of this key are secrets, too; "*" stands for any characters' -x
+complete -c vantero-formats -n '__vantero_formats_in config redact' -l pattern -d 'what matches is a secret, too, or the first group of it' -x
+complete -c vantero-formats -n '__vantero_formats_in config redact' -l report -d 'list on standard error what was replaced where: "FILE:LINE:COLUMN: reason: SECTION/KEY"'
+complete -c vantero-formats -n '__vantero_formats_in config redact' -l recursive -d 'look into folders, at any depth'
+complete -c vantero-formats -n '__vantero_formats_in config redact' -l output -d 'write the text to this file instead' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config redact' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
+complete -c vantero-formats -n '__vantero_formats_in config redact' -l dry-run -d 'print what would change as a unified diff; write nothing'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
