@@ -27,9 +27,9 @@ class ConfigTextData;
  * class keeps them: an edit changes the characters that say the value, and no other.
  * @code
  * VanteroConfigText text(FileUtils::readText(path));
- * text.setValue("ethernet", "HOSTNAME", "gate-2");
- * text.addValue("ethernet", "DNS", "10.14.0.4");
- * text.text(); // the whole text; text.edits() has the two places where it differs
+ * if (const auto done = text.setValue("ethernet", "HOSTNAME", "gate-2"); !done)
+ *     qWarning() << done.reason;
+ * text.text(); // the whole text; text.edits() has the one place where it differs
  * @endcode
  * Values are those that VanteroConfigFile::parse() reads, in its order: of several values of a key
  * the newest, which is the last line of it in the text, has the index 0. The values of the header
@@ -230,33 +230,34 @@ public:
      *                header as an empty value
      * @param index   NotFound when there are fewer values, though at least one or @p index above 0
      */
-    Result setValue(const QString &section, const QString &key, const QString &value,
-                    int index = 0);
+    [[nodiscard]] Result setValue(const QString &section, const QString &key, const QString &value,
+                                  int index = 0);
 
     /** Adds an entry, which is then the newest: before the end of the section's last block, or in a
      * new block at the end of the text. Of a map: addValue(). Parameters as of setValue(). */
-    Result addValue(const QString &section, const QString &key, const QString &value);
+    [[nodiscard]] Result addValue(const QString &section, const QString &key, const QString &value);
 
     /**
      * Removes the @p index-th value of @p key, counting from the newest (0), with its line. Of a
      * map: erase() of that entry. The version lines of the header cannot be removed; the address of
      * the header goes with all lines that say one.
      */
-    Result removeValue(const QString &section, const QString &key, int index = 0);
+    [[nodiscard]] Result removeValue(const QString &section, const QString &key, int index = 0);
 
     /** Removes all values of @p key, as removeValue() does. Of a map: remove(). */
-    Result removeKey(const QString &section, const QString &key);
+    [[nodiscard]] Result removeKey(const QString &section, const QString &key);
 
     /** Removes all blocks of the section, comments included; also one without entries. Of a map:
      * removeSection(). Refused for HEAD_SECTION where the header has a version line. */
-    Result removeSection(const QString &section);
+    [[nodiscard]] Result removeSection(const QString &section);
 
     /**
      * Adds a block at the end of the text with the values of @p content, keys ascending; without
      * @p content it is empty and no section to a reader. Refused when the text has a block of that
      * name, or the header values of HEAD_SECTION. Of a map without the section: replaceSection().
      */
-    Result addSection(const QString &section, const VanteroConfigMap::Section &content = {});
+    [[nodiscard]] Result addSection(const QString &section,
+                                    const VanteroConfigMap::Section &content = {});
 
 private:
     QSharedDataPointer<internal::ConfigTextData> m_data;

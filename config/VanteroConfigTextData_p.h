@@ -99,9 +99,9 @@ private:
         {
             return a.section == b.section && a.key == b.key;
         }
-        friend uint qHash(const Key &key, uint seed)
+        friend uint qHash(const Key &of, uint seed)
         {
-            return qHash(key.key, seed) + uint(key.section) * 0x9e3779b9U;
+            return qHash(of.key, seed) + uint(of.section) * 0x9e3779b9U;
         }
     };
 

@@ -328,6 +328,11 @@ private:
                beginsWith(m_lines[line], internal::kTitleMark);
     }
 
+    bool holdsInAnyCase(std::size_t line, const char *words) const
+    {
+        return m_lines[line].contains(QLatin1String(words), Qt::CaseInsensitive);
+    }
+
     /** A line that looks as if it said an address. */
     void checkUnread(std::size_t line)
     {
@@ -337,7 +342,7 @@ private:
                 QString::fromLatin1("a title at the very start of a line has no address"),
                 m_lines[line]);
         else if (!m_hasValue[line] &&
-                 m_lines[line].contains(QLatin1String("Camera IP"), Qt::CaseInsensitive))
+                 (holdsInAnyCase(line, "Camera IP") || holdsInAnyCase(line, internal::kTitleMark)))
             m_findings.warn("address-not-read",
                             QString::fromLatin1(
                                 "an address must stand behind \"# Camera IP: \" at the start of a "

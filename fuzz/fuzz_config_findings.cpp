@@ -14,5 +14,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QString text =
         QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<int>(size));
     FUZZ_EQUAL(brokenPromise(text), QString());
+    FUZZ_EQUAL(brokenPromiseOfComment(text), QString());
     return 0;
 }

@@ -130,6 +130,10 @@ INSTANTIATE_TEST_SUITE_P(
             "3:1+20 warning address-not-read: an address must stand behind \"# Camera IP: \" at "
             "the "
             "start of a line\n"_q},
+        Row{"aTitleInAnotherCase", "#:1\n#:2\n# configuration of 10.0.0.1\n"_q,
+            "3:1+27 warning address-not-read: an address must stand behind \"# Camera IP: \" at "
+            "the "
+            "start of a line\n"_q},
         Row{"anAddressInTheBody", kHead + "# Camera IP: 10.0.0.1\n"_q,
             "4:1+21 warning address-not-read: this address is not in the header, so it is not "
             "read\n"_q},
@@ -354,6 +358,7 @@ TEST(ConfigTextFinding, tellsAllThatIsLostOrChanged)
             text.chop(1);
         const QString broken = brokenPromise(text);
         ASSERT_EQ(broken, QString()) << "text:\n" << text.toStdString();
+        ASSERT_EQ(brokenPromiseOfComment(text), QString()) << "text:\n" << text.toStdString();
         const Findings findings = VanteroConfigText(text).findings();
         clean += findings.isEmpty();
         refused += std::any_of(findings.begin(), findings.end(), [](const Finding &finding) {

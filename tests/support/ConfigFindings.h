@@ -135,6 +135,37 @@ inline vn::VanteroConfigMap mapOf(const vn::VanteroConfigText::Outline &outline)
     return map;
 }
 
+/** Says how the first error of @p findings is not @p fault, the message of an exception or null. */
+inline QString otherFault(const vn::Findings &findings, const QString &fault)
+{
+    const auto error =
+        std::find_if(findings.begin(), findings.end(), [](const vn::Finding &finding) {
+            return finding.severity == vn::Finding::Severity::Error;
+        });
+    if ((error == findings.end()) != fault.isNull())
+        return QStringLiteral("errors and exceptions differ: ") + fault;
+    if (error != findings.end() && error->message != fault)
+        return QStringLiteral("the first error differs: ") + error->message;
+    return QString();
+}
+
+/** Says how the findings of an image's comment are not as it is read; null where they are. */
+inline QString brokenPromiseOfComment(const QString &text)
+{
+    using vn::VanteroConfigText;
+    const VanteroConfigText places(text, VanteroConfigText::Form::ImageComment);
+    vn::VanteroConfigFile config;
+    QString fault;
+    try {
+        config.parseJpegComment(text);
+    } catch (const vn::ParseException &e) {
+        fault = e.message();
+    }
+    if (mapOf(places.outline()).toString() != config.toString())
+        return QStringLiteral("the outline of the comment is of another map");
+    return otherFault(places.findings(), fault);
+}
+
 /** Says which promise of outline and findings @p text breaks; null where it breaks none. */
 inline QString brokenPromise(const QString &text)
 {
@@ -152,14 +183,8 @@ inline QString brokenPromise(const QString &text)
         fault = e.message();
     }
 
-    // The first error is the fault of the exception.
-    const auto error = std::find_if(findings.begin(), findings.end(), [](const Finding &finding) {
-        return finding.severity == Finding::Severity::Error;
-    });
-    if ((error == findings.end()) != fault.isNull())
-        return QStringLiteral("errors and exceptions differ: ") + fault;
-    if (error != findings.end() && error->message != fault)
-        return QStringLiteral("the first error differs: ") + error->message;
+    if (const QString other = otherFault(findings, fault); !other.isNull())
+        return other;
 
     // Places are those of the text, in order.
     for (int i = 0; i < findings.size(); ++i) {
