@@ -72,7 +72,7 @@ QVariantMap AlarmListTree::object(const AlarmTape &tape, int index)
     return object;
 }
 
-QString AlarmListTree::text(const AlarmTape &tape, int index)
+const QString &AlarmListTree::text(const AlarmTape &tape, int index)
 {
     const AlarmEntry &entry = tape[index];
     if (!AlarmTape::isInText(entry))

@@ -25,7 +25,7 @@ private:
     void fill(QVariant &value, const AlarmTape &tape, int index);
     QVariantList array(const AlarmTape &tape, int index);
     QVariantMap object(const AlarmTape &tape, int index);
-    QString text(const AlarmTape &tape, int index);
+    const QString &text(const AlarmTape &tape, int index);
 
     SharedStrings m_strings;
     KnownObjects m_objects;

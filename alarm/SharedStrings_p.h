@@ -23,23 +23,23 @@ namespace vn::internal {
 class SharedStrings
 {
 public:
-    /** The @p length bytes at @p text, read as Latin-1. */
-    QString string(const char *text, int length)
+    /** The @p length bytes at @p text, read as Latin-1; until the next call. */
+    const QString &string(const char *text, int length)
     {
         if (length == 0)
-            return {}; // null, as a string that was cleared
+            return m_last = QString(); // null, as a string that was cleared
         if (length > kLongest)
-            return QString::fromLatin1(text, length);
+            return m_last = QString::fromLatin1(text, length);
         const std::uint64_t hash = hashOfEnds(text, length);
         Slot &slot = m_slots[hash % kSlots];
         const QLatin1String wanted(text, length);
         if (slot.string == wanted)
             return slot.string;
-        const QString string(wanted);
+        m_last = QString(wanted);
         if (slot.seen == hash)
-            slot.string = string;
+            slot.string = m_last;
         slot.seen = hash;
-        return string;
+        return m_last;
     }
 
 private:
@@ -53,6 +53,7 @@ private:
     };
 
     std::array<Slot, kSlots> m_slots;
+    QString m_last;
 };
 
 } // namespace vn::internal

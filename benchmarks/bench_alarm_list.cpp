@@ -67,6 +67,16 @@ QByteArray flatObject(int members)
     return text + "}";
 }
 
+/** The same values as in nestedText() in a text that is no JSON: with comments, and with an escape
+ * in each string, which no reader of alarm lists decodes. */
+QByteArray commentedText(int bytes)
+{
+    QByteArray text = nestedText(bytes);
+    text.replace("\"Entrance ", "\"Entrance\\/");
+    text.replace("\"since\"", "/* local */ \"since\"");
+    return "/* alarms */ " + text;
+}
+
 using MakeText = QByteArray (*)(int);
 
 // ---- The same tree by each parser
@@ -163,6 +173,31 @@ void ours(benchmark::State &state, MakeText makeText)
     require(count(tree) == expected(text), "ours");
 }
 
+/** With a parser for each text, which remembers nothing of those before. */
+void oursOneOff(benchmark::State &state, MakeText makeText)
+{
+    const QByteArray text = makeText(int(state.range(0)));
+    QByteArray terminated = text + QByteArray(2, '\0');
+    QVariant tree;
+    for (auto _ : state) {
+        vn::AlarmListParser parser;
+        tree = parser.parse(terminated.constData(), unsigned(terminated.size()));
+    }
+    require(count(tree) == expected(text), "ours, one-off");
+}
+
+/** Texts that peers cannot read: theirs is the one with the same values. */
+void oursCommented(benchmark::State &state, MakeText makeText)
+{
+    const QByteArray text = commentedText(int(state.range(0)));
+    QByteArray terminated = text + QByteArray(2, '\0');
+    vn::AlarmListParser parser;
+    QVariant tree;
+    for (auto _ : state)
+        tree = parser.parse(terminated.constData(), unsigned(terminated.size()));
+    require(count(tree) == expected(makeText(int(state.range(0)))), "ours, commented");
+}
+
 void simdjsonToVariant(benchmark::State &state, MakeText makeText)
 {
     const QByteArray text = makeText(int(state.range(0)));
@@ -224,19 +259,24 @@ struct Work
 const bool s_registered = [] {
     const Work works[] = {{"nested", nestedText, {2'000, 60'000, 1'000'000}},
                           {"flat list", flatList, {9, 90}},
-                          {"flat object", flatObject, {9, 90}}};
-    const Implementation implementations[] = {{"ours", ours},
-                                              {"simdjson", simdjsonToVariant},
-                                              {"RapidJSON", rapidjsonToVariant},
-                                              {"QJsonDocument", qJsonToVariant},
-                                              {"limit", limit}};
+                          {"flat object", flatObject, {9, 90}},
+                          {"commented", nestedText, {2'000, 60'000, 1'000'000}}};
+    const Implementation peers[] = {{"simdjson", simdjsonToVariant},
+                                    {"RapidJSON", rapidjsonToVariant},
+                                    {"QJsonDocument", qJsonToVariant},
+                                    {"limit", limit}};
+    const auto registerRow = [](const Work &work, const Implementation &implementation) {
+        benchmark::RegisterBenchmark((std::string(work.name) + '/' + implementation.name).c_str(),
+                                     implementation.run, work.text)
+            ->ArgsProduct({work.sizes});
+    };
     for (const Work &work : works) {
-        for (const Implementation &implementation : implementations) {
-            benchmark::RegisterBenchmark(
-                (std::string(work.name) + '/' + implementation.name).c_str(), implementation.run,
-                work.text)
-                ->ArgsProduct({work.sizes});
-        }
+        const bool isCommented = work.name == std::string("commented");
+        registerRow(work, {"ours", isCommented ? oursCommented : ours});
+        if (!isCommented)
+            registerRow(work, {"ours, one-off parsers", oursOneOff});
+        for (const Implementation &peer : peers)
+            registerRow(work, peer);
     }
     return true;
 }();

@@ -13,10 +13,31 @@
 #include <QtScript/QScriptEngine>
 #include <QtScript/QScriptValue>
 
+#include <ctime>
+#include <string>
 #include <utility>
 #include <vector>
 
 namespace {
+
+/** The time zone of a run; null for none, as most programs run. */
+class TimeZone
+{
+public:
+    explicit TimeZone(const char *name) { set(name); }
+    ~TimeZone() { set(m_before.isNull() ? nullptr : m_before.constData()); }
+    TimeZone(const TimeZone &) = delete; // there is one time zone
+    TimeZone &operator=(const TimeZone &) = delete;
+
+private:
+    static void set(const char *name)
+    {
+        name ? qputenv("TZ", name) : qunsetenv("TZ");
+        tzset();
+    }
+
+    const QByteArray m_before = qgetenv("TZ");
+};
 
 /** One update in the form of each reader: strings, numbers, dates and lists in turn. */
 struct Update
@@ -40,10 +61,7 @@ struct Update
                 add(separator, key, number, number);
                 break;
             case 2:
-                text += key + "=2010-05-01";
-                script += separator + '"' + key + "\":new Date(2010,4,1)";
-                json += separator + '"' + key + "\":0";
-                dates += QString::fromLatin1(key);
+                addDate(separator, key, QDate(2010, 1, 1).addDays(7 * i));
                 break;
             default:
                 add(separator, key, "front,back", "[\"back\",\"front\"]");
@@ -62,23 +80,34 @@ struct Update
         script += separator + '"' + key + "\":" + literal;
     }
 
+    /** Each another one, through summer and winter. */
+    void addDate(const QByteArray &separator, const QByteArray &key, const QDate &date)
+    {
+        text += key + '=' + date.toString(Qt::ISODate).toLatin1();
+        script += separator + '"' + key + "\":new Date(" + QByteArray::number(date.year()) + ',' +
+                  QByteArray::number(date.month() - 1) + ',' + QByteArray::number(date.day()) + ')';
+        json += separator + '"' + key + "\":0";
+        dates.emplace_back(QString::fromLatin1(key), date);
+    }
+
     QByteArray text;
     QByteArray json;
     QByteArray script;
     QStringList keys;
-    QStringList dates;
+    std::vector<std::pair<QString, QDate>> dates;
 };
 
 void check(const Update &update, const QScriptValue &result, const char *what)
 {
     require(result.property(QStringLiteral("key0")).toString() == QLatin1String("entrance0"), what);
-    for (const QString &key : update.dates)
-        require(result.property(key).toDateTime().date() == QDate(2010, 5, 1), what);
+    for (const auto &[key, date] : update.dates)
+        require(result.property(key).toDateTime() == date.startOfDay(), what);
     require(result.property(update.keys.last()).isValid(), what);
 }
 
-void ours(benchmark::State &state)
+void ours(benchmark::State &state, const char *timeZone)
 {
+    const TimeZone zone(timeZone);
     const Update update(int(state.range(0)));
     QScriptEngine engine;
     vn::AlarmUpdateParser parser(&engine);
@@ -89,8 +118,9 @@ void ours(benchmark::State &state)
     check(update, result, "update/ours");
 }
 
-void jsonParse(benchmark::State &state)
+void jsonParse(benchmark::State &state, const char *timeZone)
 {
+    const TimeZone zone(timeZone);
     const Update update(int(state.range(0)));
     QScriptEngine engine;
     QScriptValue parse =
@@ -99,14 +129,15 @@ void jsonParse(benchmark::State &state)
     QScriptValue result;
     for (auto _ : state) {
         result = parse.call(QScriptValue(), QScriptValueList{QScriptValue(json)});
-        for (const QString &key : update.dates)
-            result.setProperty(key, engine.newDate(QDateTime(QDate(2010, 5, 1), QTime(0, 0))));
+        for (const auto &[key, date] : update.dates)
+            result.setProperty(key, engine.newDate(QDateTime(date, QTime(0, 0))));
     }
     check(update, result, "update/JSON.parse");
 }
 
-void evaluate(benchmark::State &state)
+void evaluate(benchmark::State &state, const char *timeZone)
 {
+    const TimeZone zone(timeZone);
     const Update update(int(state.range(0)));
     QScriptEngine engine;
     const QString script = QString::fromLatin1(update.script);
@@ -117,8 +148,9 @@ void evaluate(benchmark::State &state)
 }
 
 /** An object from values that lie ready. */
-void limit(benchmark::State &state)
+void limit(benchmark::State &state, const char *timeZone)
 {
+    const TimeZone zone(timeZone);
     const Update update(int(state.range(0)));
     QScriptEngine engine;
     vn::AlarmUpdateParser parser(&engine);
@@ -136,17 +168,33 @@ void limit(benchmark::State &state)
     check(update, result, "update/limit");
 }
 
-void sizes(benchmark::internal::Benchmark *benchmark)
-{
-    benchmark->Arg(1)->Arg(10)->Arg(90);
-}
+const bool s_registered = [] {
+    const struct
+    {
+        const char *name;
+        const char *timeZone;
+    } works[] = {
+        {"update", nullptr}, {"update in UTC", "UTC"}, {"update in Berlin", "Europe/Berlin"}};
+    const struct
+    {
+        const char *name;
+        void (*run)(benchmark::State &, const char *);
+    } implementations[] = {
+        {"ours", ours}, {"JSON.parse", jsonParse}, {"evaluate", evaluate}, {"limit", limit}};
+    for (const auto &work : works) {
+        for (const auto &implementation : implementations) {
+            benchmark::RegisterBenchmark(
+                (std::string(work.name) + '/' + implementation.name).c_str(), implementation.run,
+                work.timeZone)
+                ->Arg(1)
+                ->Arg(10)
+                ->Arg(90);
+        }
+    }
+    return true;
+}();
 
 } // namespace
-
-BENCHMARK(ours)->Name("update/ours")->Apply(sizes);
-BENCHMARK(jsonParse)->Name("update/JSON.parse")->Apply(sizes);
-BENCHMARK(evaluate)->Name("update/evaluate")->Apply(sizes);
-BENCHMARK(limit)->Name("update/limit")->Apply(sizes);
 
 // A script engine wants an application.
 int main(int argc, char **argv)
