@@ -5,6 +5,7 @@
 
 #include "Support.h"
 
+#include "version/FirmwareHead.h"
 #include "version/VanteroSoftwareVersion.h"
 
 #include <QtCore/QBuffer>
@@ -51,5 +52,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
     FUZZ_EQUAL(QString(VanteroSoftwareVersion::fromFwpFile(&buffer)), expected);
+
+    const vn::FirmwareHead head = vn::FirmwareHead::read(bytes);
+    FUZZ_EQUAL(QString(head.version()), expected);
+    FUZZ_CHECK(!head.lines().isEmpty() || !head.findings().isEmpty());
+    for (const vn::FirmwareLine &line : head.lines()) {
+        FUZZ_CHECK(line.line >= 1 && line.line <= 30);
+        FUZZ_CHECK(line.range.length == QString(line.version).size());
+    }
     return 0;
 }

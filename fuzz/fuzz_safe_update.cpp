@@ -5,6 +5,7 @@
 
 #include "Support.h"
 
+#include "version/UpdateAdvisor.h"
 #include "version/VanteroSoftwareVersion.h"
 
 #include <QtCore/QRegExp>
@@ -115,5 +116,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     FUZZ_CHECK(verdict.safe == safe);
     FUZZ_CHECK(!verdict.rule.isEmpty() && !verdict.sentence.isEmpty());
     FUZZ_CHECK(safe || verdict.rule != QLatin1String("none"));
+
+    // The advice never says yes where this does not, and a plan to a safe target is that target.
+    using Verdict = vn::UpdateJudgement::Verdict;
+    const vn::UpdateJudgement judgement = vn::UpdateAdvisor::judge(model, current, target);
+    FUZZ_CHECK(judgement.verdict != Verdict::Safe || safe);
+    FUZZ_CHECK(model.isEmpty() || judgement.verdict != Verdict::Unsafe || !safe);
+    FUZZ_CHECK((judgement.verdict == Verdict::Unknown) == !judgement.obstacles.isEmpty());
+    const vn::UpdatePlan plan = vn::UpdateAdvisor::plan(model, current, target, {target, current});
+    FUZZ_CHECK(plan.obstacles == judgement.obstacles);
+    FUZZ_CHECK(judgement.verdict != Verdict::Safe || (plan.reachable && plan.hops.size() <= 1));
+    FUZZ_CHECK(plan.reachable || judgement.verdict != Verdict::Safe);
     return 0;
 }

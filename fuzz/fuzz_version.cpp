@@ -7,6 +7,8 @@
 #include "Support.h"
 
 #include "version/VanteroSoftwareVersion.h"
+#include "version/VersionLint.h"
+#include "version/VersionOrder.h"
 
 using vn::VanteroSoftwareVersion;
 
@@ -49,5 +51,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         FUZZ_CHECK(version[i] == low[i]);
         FUZZ_CHECK(version.high(i) == high[i]);
     }
+
+    // A version without a warning is what it looks like; every finding is in the text.
+    bool warns = false;
+    const vn::Findings findings = vn::VersionLint::check(text);
+    for (const vn::Finding &finding : findings) {
+        warns = warns || finding.severity == vn::Finding::Severity::Warning;
+        FUZZ_CHECK(finding.range.offset >= 0 && finding.range.length >= 0);
+        FUZZ_CHECK(finding.range.offset + finding.range.length <= text.size());
+    }
+    FUZZ_CHECK(warns || (!version.platform().isNull() && parts.size() <= 6));
+    FUZZ_CHECK(warns || !vn::VersionOrder::isPattern(version)); // no "*" is in the text
+    FUZZ_CHECK(!vn::VersionOrder::before(version, version));
+    FUZZ_CHECK(vn::VersionOrder::covers(version, version));
     return 0;
 }
