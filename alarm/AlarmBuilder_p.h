@@ -40,6 +40,8 @@ struct AlarmToken
         collected = text;
     }
 
+    bool throwsFatalErrors = false; // what the scanner does where it cannot go on
+
     bool hasValue = false;
     Kind kind = Kind::Null;
     bool isInteger = false;

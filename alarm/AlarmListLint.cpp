@@ -6,10 +6,10 @@
 
 #include "alarm/AlarmFindings_p.h"
 #include "alarm/AlarmLint.h"
-#include "alarm/AlarmListParser.h"
+#include "alarm/AlarmListReader_p.h"
+#include "alarm/ParserInput_p.h"
 
 #include <QtCore/QSet>
-#include <QtCore/QVariant>
 
 #include <cstring>
 
@@ -667,13 +667,14 @@ private:
     QString m_exhausted;
 };
 
-/** What a parser says to @p text: nothing where it accepts it. */
+/** What a new parser says to @p text: nothing where it accepts it. */
 std::optional<ParseException> refusalOf(const QByteArray &text)
 {
-    QByteArray buffer = text;
+    QByteArray bytes = text;
+    appendEndMark(&bytes);
     try {
-        AlarmListParser parser;
-        (void)parser.parse(&buffer);
+        AlarmListReader reader(nullptr);
+        reader.read(bytes.constData(), static_cast<unsigned int>(bytes.size()));
     } catch (const ParseException &e) {
         return e;
     }
@@ -688,17 +689,7 @@ Findings alarmListFindings(const QByteArray &text)
     Reader reader(text, findings);
     reader.read();
 
-    std::optional<ParseException> refusal;
-    if (!reader.scanner().isJammed()) {
-        refusal = refusalOf(text);
-    } else {
-        // Without its last star the text ends inside the comment and harms nobody.
-        refusal = refusalOf(text.left(text.size() - 1));
-        const int comment = reader.scanner().unclosed();
-        if (!refusal || refusal->endColumn() > comment)
-            refusal = ParseException(QString::fromLatin1("flex scanner jammed"), 0, comment, 0,
-                                     text.size());
-    }
+    const std::optional<ParseException> refusal = refusalOf(text);
     const bool isExhausted = refusal && refusal->message() == QLatin1String("memory exhausted");
     return findings.take(refusal, isExhausted ? reader.exhausted() : QString());
 }

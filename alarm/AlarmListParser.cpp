@@ -65,4 +65,25 @@ QString AlarmListParser::errorMessage() const
     return d->reader.errorMessage();
 }
 
+bool AlarmListParser::isClean() const
+{
+    return d->reader.isClean();
+}
+
+void AlarmListParser::reset()
+{
+    d->reader.resetScanner();
+}
+
+FatalErrors AlarmListParser::fatalErrors() const
+{
+    return d->reader.builder().token().throwsFatalErrors ? FatalErrors::Throw
+                                                         : FatalErrors::EndProcess;
+}
+
+void AlarmListParser::setFatalErrors(FatalErrors policy)
+{
+    d->reader.builder().token().throwsFatalErrors = policy == FatalErrors::Throw;
+}
+
 } // namespace vn

@@ -4,6 +4,7 @@
 #ifndef VN_ALARM_ALARMLISTPARSER_H
 #define VN_ALARM_ALARMLISTPARSER_H
 
+#include "alarm/FatalErrors.h"
 #include "base/Export.h"
 
 #include <QtCore/QObject>
@@ -65,7 +66,7 @@ struct PLLocation
  * the byte offsets from 0 of the beginning and the end of the token at which the parser stopped; at
  * the end of the text, of the last thing read. A "*" as the last byte of a text, inside a comment,
  * ends the process: "flex scanner jammed" on standard error, exit status 2. So does running out of
- * memory in the scanner.
+ * memory in the scanner. setFatalErrors() makes exceptions of these.
  *
  * Threads: reentrant, with one exception: the scanners of all objects collect quoted strings in one
  * place, so texts that hold quoted strings must not be parsed on two threads at the same time.
@@ -124,6 +125,20 @@ public:
      * there was none; empty before the first parse().
      */
     QString errorMessage() const;
+
+    /** Whether the scanner stands neither in a string nor in a comment: the next text begins
+     * afresh. True before the first parse(). @since 1.0.0 */
+    [[nodiscard]] bool isClean() const;
+
+    /** Takes the scanner out of the string or comment that it stands in, so that the next text
+     * begins afresh. @since 1.0.0 */
+    void reset();
+
+    /** What happens where the scanner cannot go on; FatalErrors::EndProcess unless set. With
+     * FatalErrors::Throw the object can be used on; see isClean(). @since 1.0.0 */
+    [[nodiscard]] FatalErrors fatalErrors() const;
+    /** Sets that for the texts to come. @since 1.0.0 */
+    void setFatalErrors(FatalErrors policy);
 
 private:
     Q_DISABLE_COPY(AlarmListParser)

@@ -39,6 +39,8 @@ AlarmListReader::AlarmListReader(AlarmListParser *parser)
     : m_scanner(newScanner(parser))
     , m_builder(m_scanner.get(), false)
 {
+    alarmlistset_lval(&m_builder.token(), m_scanner.get());
+    m_builder.token().throwsFatalErrors = !parser;
 }
 
 AlarmListReader::~AlarmListReader()
@@ -76,6 +78,11 @@ void AlarmListReader::readByGrammar(const char *data, unsigned int length)
             alarmlist_collected() = tape().text(tape()[last]);
     });
     runGrammar<ListInput>(m_builder, data, length, m_standardInput, alarmlist_parse);
+}
+
+void AlarmListReader::resetScanner()
+{
+    alarmlist_set_initial(m_scanner.get());
 }
 
 bool AlarmListReader::isClean() const

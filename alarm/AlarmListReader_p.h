@@ -25,7 +25,7 @@ class AlarmListReader
     Q_DISABLE_COPY(AlarmListReader)
 
 public:
-    /** @p parser is what the scanner calls its owner; it may be null. */
+    /** @p parser is what the scanner calls its owner. Without one, fatal errors are thrown. */
     explicit AlarmListReader(AlarmListParser *parser);
     ~AlarmListReader();
 
@@ -51,6 +51,8 @@ public:
     const QString &errorMessage() const { return m_builder.errorMessage(); }
     /** Whether the scanner stands neither in a string nor in a comment. */
     bool isClean() const;
+    /** Takes the scanner out of the string or comment that it stands in. */
+    void resetScanner();
 
     AlarmListBuilder &builder() { return m_builder; }
 
@@ -80,6 +82,9 @@ void alarmlist_restore_text(void *scanner);
 
 /** Whether @p scanner stands neither in a string nor in a comment. */
 bool alarmlist_is_initial(void *scanner);
+
+/** Puts @p scanner into its first state. */
+void alarmlist_set_initial(void *scanner);
 
 /** The string in which the scanners of all parsers collect quoted texts. */
 QString &alarmlist_collected();

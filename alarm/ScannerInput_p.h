@@ -4,6 +4,7 @@
 #ifndef VN_ALARM_SCANNERINPUT_P_H
 #define VN_ALARM_SCANNERINPUT_P_H
 
+#include "alarm/ScannerRuntime_p.h"
 #include "alarm/TokenLocation_p.h"
 #include "base/Exceptions.h"
 
@@ -84,6 +85,9 @@ private:
     Buffer m_accepted; // none while standard input is read
 };
 
+/** The result of a grammar whose scanner could not go on; 1 and 2 are the grammar's own. */
+constexpr int kScannerFailed = 3;
+
 /**
  * Lets the grammar @p parse read the @p length bytes at @p data, or standard input, into the tape
  * of
@@ -100,7 +104,12 @@ void runGrammar(Builder &builder, const char *data, unsigned int length, Standar
         builder.begin();
         const Input input(data, length, builder.scanner(), rest, builder.token().space);
         builder.tape().begin(input.isStandardInput() ? nullptr : data);
-        return parse(&builder);
+        try {
+            return parse(&builder);
+        } catch (const ScannerError &e) {
+            builder.setErrorMessage(e.message.c_str());
+            return kScannerFailed;
+        }
     }();
     if (error != 0)
         throw ParseException(builder.errorMessage(), 0, builder.location().start, 0,

@@ -17,22 +17,30 @@ constexpr int kExitFailure = 2;
 constexpr const char *kPrefixed[] = {"yy_create_buffer()", "yy_scan_buffer()",
                                      "yyensure_buffer_stack()"};
 
+std::string withPrefix(const char *prefix, const char *message)
+{
+    for (const char *name : kPrefixed)
+        if (const char *place = std::strstr(message, name))
+            return std::string(message, place) + prefix + (place + std::strlen("yy"));
+    return message;
+}
+
 } // namespace
 
 void endProcess(const char *prefix, const char *message)
 {
-    for (const char *name : kPrefixed) {
-        if (const char *place = std::strstr(message, name)) {
-            (void)std::fprintf(stderr, "%.*s%s%s\n", static_cast<int>(place - message), message,
-                               prefix, place + std::strlen("yy"));
-            std::exit(kExitFailure);
-        }
-    }
-    (void)std::fprintf(stderr, "%s\n", message);
+    (void)std::fprintf(stderr, "%s\n", withPrefix(prefix, message).c_str());
     std::exit(kExitFailure);
 }
 
-int readInput(const char *prefix, std::FILE *file, char *buffer, int size)
+void fatalError(bool throws, const char *prefix, const char *message)
+{
+    if (throws)
+        throw ScannerError{withPrefix(prefix, message)};
+    endProcess(prefix, message);
+}
+
+int readInput(const char *prefix, std::FILE *file, char *buffer, int size, bool throws)
 {
     for (;;) {
         errno = 0;
@@ -40,7 +48,7 @@ int readInput(const char *prefix, std::FILE *file, char *buffer, int size)
         if (count > 0 || !std::ferror(file))
             return static_cast<int>(count);
         if (errno != EINTR)
-            endProcess(prefix, "input in flex scanner failed");
+            fatalError(throws, prefix, "input in flex scanner failed");
         std::clearerr(file);
     }
 }

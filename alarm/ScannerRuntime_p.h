@@ -7,6 +7,7 @@
 /** @file What the generated scanners do to the process: reading its standard input, ending it. */
 
 #include <cstdio>
+#include <string>
 
 namespace vn::internal {
 
@@ -17,8 +18,17 @@ namespace vn::internal {
  */
 [[noreturn]] void endProcess(const char *prefix, const char *message);
 
-/** Reads up to @p size bytes from @p file; 0 at its end. Ends the process when reading fails. */
-int readInput(const char *prefix, std::FILE *file, char *buffer, int size);
+/** What a scanner throws that must not end the process; the message is that of endProcess(). */
+struct ScannerError
+{
+    std::string message;
+};
+
+/** Ends the process, or throws ScannerError where @p throws is set. */
+[[noreturn]] void fatalError(bool throws, const char *prefix, const char *message);
+
+/** Reads up to @p size bytes from @p file; 0 at its end. A fatal error when reading fails. */
+int readInput(const char *prefix, std::FILE *file, char *buffer, int size, bool throws = false);
 
 } // namespace vn::internal
 

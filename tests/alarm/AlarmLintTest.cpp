@@ -167,7 +167,7 @@ INSTANTIATE_TEST_SUITE_P(Table, AlarmListLint, testing::Values(
     Row{"commentThatNeverEndsInAList", "[1 /* a",
         "warning 1:4-1:8 @3+4 comment-not-closed: this comment is never closed, and the parser goes on inside of it with the next list\n"
         "error 1:6-1:8 @5+2 not-closed: the text ends where a comma or ] was expected: the [ at byte 0 is not closed (syntax error, unexpected $end, expecting ']')"},
-    Row{"commentThatEndsTheProcess", "{} /* a *", "error 1:4-1:10 @3+6 comment-not-closed: this comment is never closed, and ends with \"*\": a parser ends the process here (flex scanner jammed)"}
+    Row{"commentThatEndsTheProcess", "{} /* a *", "error 1:6-1:9 @5+3 comment-not-closed: this comment is never closed, and ends with \"*\": a parser ends the process here (flex scanner jammed)"}
     ), nameOf);
 // clang-format on
 
