@@ -5,7 +5,6 @@
 
 #include "alarm/AlarmDocumentData_p.h"
 #include "alarm/AlarmListReader_p.h"
-#include "alarm/ParserInput_p.h"
 
 namespace vn {
 
@@ -14,14 +13,8 @@ AlarmDocument::AlarmDocument() = default;
 AlarmDocument AlarmDocument::parse(const QByteArray &text)
 {
     return onlyThrows<ParseException>([&] {
-        QByteArray bytes = text;
-        internal::appendEndMark(&bytes);
-        const auto data = std::make_shared<const internal::AlarmDocumentData>(
-            text, bytes, [](const char *marked, unsigned int length) {
-                internal::AlarmListReader reader(nullptr);
-                reader.read(marked, length);
-                return reader.tape();
-            });
+        internal::AlarmListReader reader(nullptr);
+        const auto data = std::make_shared<const internal::AlarmDocumentData>(text, reader);
         AlarmDocument document;
         document.m_root = AlarmValue(data, data->tape.root());
         return document;

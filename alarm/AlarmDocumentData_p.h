@@ -6,6 +6,7 @@
 
 #include "alarm/AlarmPlaces_p.h"
 #include "alarm/AlarmTape_p.h"
+#include "alarm/ParserInput_p.h"
 
 #include <QtCore/QByteArray>
 
@@ -17,11 +18,11 @@ class AlarmDocumentData
     Q_DISABLE_COPY(AlarmDocumentData)
 
 public:
-    /** @p bytes with their end mark; @p read makes their tape. */
-    template <typename Read>
-    AlarmDocumentData(const QByteArray &text, const QByteArray &marked, Read read)
-        : bytes(marked)
-        , tape(read(bytes.constData(), static_cast<unsigned int>(bytes.size())))
+    /** Reads @p text by @p reader. */
+    template <typename Reader>
+    AlarmDocumentData(const QByteArray &text, Reader &reader)
+        : bytes(withEndMark(text))
+        , tape(read(reader))
         , places(text)
     {
     }
@@ -29,6 +30,20 @@ public:
     const QByteArray bytes; // never copied: the tape points into them
     const AlarmTape tape;
     const AlarmPlaces places;
+
+private:
+    static QByteArray withEndMark(QByteArray text)
+    {
+        appendEndMark(&text);
+        return text;
+    }
+
+    template <typename Reader>
+    AlarmTape read(Reader &reader) const
+    {
+        reader.read(bytes.constData(), static_cast<unsigned int>(bytes.size()));
+        return reader.tape();
+    }
 };
 
 } // namespace vn::internal

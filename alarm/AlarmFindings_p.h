@@ -8,6 +8,7 @@
  */
 
 #include "alarm/AlarmPlaces_p.h"
+#include "alarm/ParserInput_p.h"
 #include "base/Exceptions.h"
 #include "base/Finding.h"
 
@@ -58,6 +59,21 @@ private:
     AlarmPlaces m_places;
     std::vector<Entry> m_entries;
 };
+
+/** What a new parser says to @p text: nothing where it accepts it. */
+template <typename Reader>
+std::optional<ParseException> refusalOf(const QByteArray &text)
+{
+    QByteArray bytes = text;
+    appendEndMark(&bytes);
+    try {
+        Reader reader(nullptr);
+        reader.read(bytes.constData(), static_cast<unsigned int>(bytes.size()));
+    } catch (const ParseException &e) {
+        return e;
+    }
+    return std::nullopt;
+}
 
 /** `"` and the like around what a message quotes from a text: printable, and not too long. */
 [[nodiscard]] QString quotedBytes(const QByteArray &text, ByteRange bytes);

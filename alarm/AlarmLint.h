@@ -31,7 +31,7 @@ namespace vn {
  * What there is to say of the alarm list @p text, in the order of places; empty when there is
  * nothing. Reports nothing else: every text is examined.
  *
- * Threads: as AlarmListParser, which it asks: not for texts with quoted strings on two threads at
+ * Threads: as AlarmListParser: not for texts with quoted strings on two threads at
  * once.
  * @since 1.0.0
  */

@@ -7,7 +7,6 @@
 #include "alarm/AlarmFindings_p.h"
 #include "alarm/AlarmLint.h"
 #include "alarm/AlarmListReader_p.h"
-#include "alarm/ParserInput_p.h"
 
 #include <QtCore/QSet>
 
@@ -667,20 +666,6 @@ private:
     QString m_exhausted;
 };
 
-/** What a new parser says to @p text: nothing where it accepts it. */
-std::optional<ParseException> refusalOf(const QByteArray &text)
-{
-    QByteArray bytes = text;
-    appendEndMark(&bytes);
-    try {
-        AlarmListReader reader(nullptr);
-        reader.read(bytes.constData(), static_cast<unsigned int>(bytes.size()));
-    } catch (const ParseException &e) {
-        return e;
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 Findings alarmListFindings(const QByteArray &text)
@@ -689,7 +674,7 @@ Findings alarmListFindings(const QByteArray &text)
     Reader reader(text, findings);
     reader.read();
 
-    const std::optional<ParseException> refusal = refusalOf(text);
+    const std::optional<ParseException> refusal = refusalOf<AlarmListReader>(text);
     const bool isExhausted = refusal && refusal->message() == QLatin1String("memory exhausted");
     return findings.take(refusal, isExhausted ? reader.exhausted() : QString());
 }

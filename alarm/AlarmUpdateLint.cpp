@@ -5,12 +5,11 @@
 
 #include "alarm/AlarmFindings_p.h"
 #include "alarm/AlarmLint.h"
-#include "alarm/AlarmUpdateParser.h"
+#include "alarm/AlarmUpdateReader_p.h"
 #include "alarm/NumberText_p.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QSet>
-#include <QtScript/QScriptEngine>
 
 #include <algorithm>
 #include <cstring>
@@ -457,27 +456,13 @@ private:
     QSet<QByteArray> m_keys;
 };
 
-/** What a parser says to @p text: nothing where it accepts it. */
-std::optional<ParseException> refusalOf(const QByteArray &text)
-{
-    QByteArray buffer = text;
-    QScriptEngine engine;
-    try {
-        AlarmUpdateParser parser(&engine);
-        (void)parser.parse(&buffer);
-    } catch (const ParseException &e) {
-        return e;
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 Findings alarmUpdateFindings(const QByteArray &text)
 {
     AlarmFindings findings(text);
     Reader(text, findings).read();
-    const std::optional<ParseException> refusal = refusalOf(text);
+    const std::optional<ParseException> refusal = refusalOf<AlarmUpdateReader>(text);
     QString exhausted;
     if (refusal && refusal->message() == QLatin1String("memory exhausted"))
         exhausted = QString::fromLatin1(

@@ -57,9 +57,10 @@ public:
 
     /** The object of the pairs on @p tape; an invalid value for an empty one. */
     QScriptValue object(const AlarmTape &tape);
+    /** One of its values. */
+    QScriptValue value(const AlarmTape &tape, int index);
 
 private:
-    QScriptValue value(const AlarmTape &tape, int index);
     QScriptValue array(const AlarmTape &tape, int index);
     QScriptValue string(const AlarmTape &tape, int index);
 

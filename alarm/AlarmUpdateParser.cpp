@@ -71,6 +71,17 @@ QString AlarmUpdateParser::errorMessage() const
     return d->reader.errorMessage();
 }
 
+FatalErrors AlarmUpdateParser::fatalErrors() const
+{
+    return d->reader.builder().token().throwsFatalErrors ? FatalErrors::Throw
+                                                         : FatalErrors::EndProcess;
+}
+
+void AlarmUpdateParser::setFatalErrors(FatalErrors policy)
+{
+    d->reader.builder().token().throwsFatalErrors = policy == FatalErrors::Throw;
+}
+
 QScriptValue AlarmUpdateParser::keyValue(const QScriptValue &key, const QScriptValue &value)
 {
     QScriptValue object = d->engine->newObject();

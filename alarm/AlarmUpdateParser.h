@@ -4,6 +4,7 @@
 #ifndef VN_ALARM_ALARMUPDATEPARSER_H
 #define VN_ALARM_ALARMUPDATEPARSER_H
 
+#include "alarm/FatalErrors.h"
 #include "base/Export.h"
 
 #include <QtCore/QObject>
@@ -128,6 +129,12 @@ public:
      * there was none; empty before the first parse().
      */
     QString errorMessage() const;
+
+    /** What happens where the scanner cannot go on; FatalErrors::EndProcess unless set.
+     * @since 1.0.0 */
+    [[nodiscard]] FatalErrors fatalErrors() const;
+    /** Sets that for the texts to come. @since 1.0.0 */
+    void setFatalErrors(FatalErrors policy);
 
     // ---- Building values -----------------------------------------------------------------------
 

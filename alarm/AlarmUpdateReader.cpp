@@ -35,6 +35,8 @@ AlarmUpdateReader::AlarmUpdateReader(AlarmUpdateParser *parser)
     : m_scanner(newScanner(parser))
     , m_builder(m_scanner.get(), true)
 {
+    alarmupdateset_lval(&m_builder.token(), m_scanner.get());
+    m_builder.token().throwsFatalErrors = !parser;
 }
 
 AlarmUpdateReader::~AlarmUpdateReader()

@@ -20,7 +20,7 @@ class AlarmUpdateReader
     Q_DISABLE_COPY(AlarmUpdateReader)
 
 public:
-    /** @p parser is what the scanner calls its owner; it may be null. */
+    /** @p parser is what the scanner calls its owner. Without one, fatal errors are thrown. */
     explicit AlarmUpdateReader(AlarmUpdateParser *parser);
     ~AlarmUpdateReader();
 
@@ -40,6 +40,8 @@ public:
     void clear() { m_builder.tape().clear(); }
 
     const QString &errorMessage() const { return m_builder.errorMessage(); }
+
+    AlarmUpdateBuilder &builder() { return m_builder; }
 
 private:
     struct ScannerDeleter

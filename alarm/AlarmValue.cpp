@@ -5,6 +5,9 @@
 
 #include "alarm/AlarmDocumentData_p.h"
 #include "alarm/AlarmListTree_p.h"
+#include "alarm/AlarmUpdateObject_p.h"
+
+#include <QtScript/QScriptValue>
 
 namespace vn {
 
@@ -124,6 +127,17 @@ AlarmValue AlarmValue::operator[](const QString &key) const
 QVariant AlarmValue::toVariant() const
 {
     return m_document ? internal::AlarmListTree().value(m_document->tape, m_index) : QVariant();
+}
+
+QScriptValue AlarmValue::toScriptValue(QScriptEngine *engine) const
+{
+    const Kind what = kind();
+    if (what == Kind::Invalid || what == Kind::Null)
+        return {};
+    internal::AlarmUpdateObject object(engine);
+    if (what != Kind::Object)
+        return object.value(m_document->tape, m_index);
+    return m_index == m_document->tape.root() ? object.object(m_document->tape) : QScriptValue();
 }
 
 } // namespace vn

@@ -13,6 +13,9 @@
 
 #include <memory>
 
+class QScriptEngine;
+class QScriptValue;
+
 namespace vn {
 
 namespace internal {
@@ -79,8 +82,13 @@ public:
     [[nodiscard]] AlarmValue operator[](const QString &key) const;
 
     /** The value as AlarmListParser publishes it: arrays in reverse order, objects as QVariantMap
-     * with the first value of a repeated key first. */
+     * with the first value of a repeated key first. Days and times of an update are invalid. */
     [[nodiscard]] QVariant toVariant() const;
+
+    /** The value of an AlarmUpdateDocument as AlarmUpdateParser publishes it: what has to be an
+     * object, array or date is one of @p engine. An invalid value is an invalid script value; so
+     * are null and the objects inside of an alarm list. */
+    [[nodiscard]] QScriptValue toScriptValue(QScriptEngine *engine) const;
 
 private:
     friend class AlarmDocument;

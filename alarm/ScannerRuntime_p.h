@@ -28,7 +28,7 @@ struct ScannerError
 [[noreturn]] void fatalError(bool throws, const char *prefix, const char *message);
 
 /** Reads up to @p size bytes from @p file; 0 at its end. A fatal error when reading fails. */
-int readInput(const char *prefix, std::FILE *file, char *buffer, int size, bool throws = false);
+int readInput(const char *prefix, std::FILE *file, char *buffer, int size, bool throws);
 
 } // namespace vn::internal
 

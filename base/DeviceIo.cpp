@@ -110,8 +110,23 @@ DeviceReader::DeviceReader(QIODevice *device, int timeoutMs, AtPause atPause)
 
 qint64 DeviceReader::read(char *data, qint64 maxSize)
 {
+    return readSome([&] { return readAvailable(data, maxSize); });
+}
+
+qint64 DeviceReader::readLine(char *data, qint64 maxSize)
+{
+    // Unlike read(), readLine() calls the end of a device of random access an error.
+    return readSome([&]() -> qint64 {
+        return !m_device->isSequential() && m_device->atEnd() ? 0
+                                                              : m_device->readLine(data, maxSize);
+    });
+}
+
+template <typename Read>
+qint64 DeviceReader::readSome(Read read)
+{
     for (bool isWaitOver = false;;) {
-        const qint64 count = readAvailable(data, maxSize);
+        const qint64 count = read();
         if (count > 0) {
             if (m_device->isSequential() && isTimeOver())
                 throwTimeout();

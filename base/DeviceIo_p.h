@@ -49,8 +49,13 @@ public:
     /** Reads up to @p maxSize bytes, more than 0, and returns their number; 0 at the end only.
      * @throws IOException on an error and when the time is over */
     qint64 read(char *data, qint64 maxSize);
+    /** The same, but not beyond the next line end, which counts as one of the bytes; @p maxSize is
+     * more than 1. */
+    qint64 readLine(char *data, qint64 maxSize);
 
 private:
+    template <typename Read>
+    qint64 readSome(Read read);
     qint64 readAvailable(char *data, qint64 maxSize);
     bool waitForMore();
     bool isTimeOver() const;

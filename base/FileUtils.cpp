@@ -76,6 +76,21 @@ QString FileUtils::readText(QIODevice *device)
     return decodeText(readBytes(device));
 }
 
+bool FileUtils::readLine(QIODevice *device, QByteArray *line)
+{
+    internal::DeviceReader reader(device, -1);
+    char piece[4096];
+    line->clear();
+    while (const qint64 count = reader.readLine(piece, sizeof piece)) {
+        line->append(piece, static_cast<int>(count));
+        if (line->endsWith('\n')) {
+            line->chop(line->endsWith("\r\n") ? 2 : 1);
+            return true;
+        }
+    }
+    return !line->isEmpty();
+}
+
 QString FileUtils::decodeText(const QByteArray &bytes)
 {
     if (const auto text = internal::fromWellFormedUtf8(bytes))

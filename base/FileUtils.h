@@ -66,6 +66,15 @@ public:
     static QByteArray readAvailable(QIODevice *device);
 
     /**
+     * Puts the next line of the open @p device into @p line, without its end ("\n" or "\r\n"),
+     * and returns true; false at the end of the device. A last line without an end is a line. A
+     * sequential device is waited for without a limit, but never beyond a line that is complete.
+     * @throws IOException as readText(device)
+     * @since 1.0.0
+     */
+    static bool readLine(QIODevice *device, QByteArray *line);
+
+    /**
      * Decodes @p bytes as readText() does: valid UTF-8 (without its byte order mark) as UTF-8,
      * anything else as Latin-1. Reports nothing: every byte sequence is a text, never a null one.
      */
