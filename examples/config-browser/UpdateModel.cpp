@@ -72,7 +72,8 @@ QVariant UpdateModel::data(const QModelIndex &index, int role) const
         case Model:
             if (role == Qt::ToolTipRole)
                 return tr("Double-click to enter the model: no configuration tells it");
-            return role == Qt::DisplayRole && modelName(row).isEmpty() ? tr("any") : modelName(row);
+            return role == Qt::DisplayRole && modelName(row).isEmpty() ? tr("not known")
+                                                                       : modelName(row);
         case Firmware:
             return m_cameras.index(row, CameraModel::Firmware).data();
         case Step:
@@ -91,6 +92,7 @@ QVariant UpdateModel::data(const QModelIndex &index, int role) const
             return QBrush(colors::good());
         case UpdateVerdict::Answer::NotSafe:
             return QBrush(colors::bad());
+        case UpdateVerdict::Answer::Depends:
         case UpdateVerdict::Answer::Unknown:
             return QBrush(colors::notice());
         }

@@ -30,6 +30,7 @@ QColor tintOf(UpdateVerdict::Answer answer)
         return colors::good();
     case UpdateVerdict::Answer::NotSafe:
         return colors::bad();
+    case UpdateVerdict::Answer::Depends:
     case UpdateVerdict::Answer::Unknown:
         break;
     }
@@ -59,7 +60,7 @@ UpdatePane::UpdatePane(const CameraModel &cameras, QWidget *parent)
     layout->addWidget(m_message);
     layout->addWidget(makeCard());
     layout->addWidget(new QLabel(tr("The same update for all cameras; double-click a model to "
-                                    "enter it, some rules ask for it:")));
+                                    "enter it, no update is safe without:")));
     layout->addWidget(m_table, 1);
 
     m_pages = new EmptyState(content);
@@ -110,6 +111,10 @@ QWidget *UpdatePane::makeCard()
     m_reason->setObjectName(QStringLiteral("reason"));
     m_reason->setWordWrap(true);
 
+    m_wayOut = new QLabel;
+    m_wayOut->setObjectName(QStringLiteral("wayOut"));
+    m_wayOut->setWordWrap(true);
+
     m_card = new QFrame;
     m_card->setAutoFillBackground(true);
     m_card->setAccessibleName(tr("Verdict for the selected camera"));
@@ -117,6 +122,7 @@ QWidget *UpdatePane::makeCard()
     layout->setContentsMargins(14, 12, 14, 12);
     layout->addWidget(m_answer);
     layout->addWidget(m_reason);
+    layout->addWidget(m_wayOut);
     return m_card;
 }
 
@@ -162,12 +168,16 @@ void UpdatePane::update()
     const QString firmware = document->configuration().firmware();
     if (verdict.rule.isNull()) {
         m_answer->setText(verdict.answerText());
-        m_reason->setText(verdict.reason + QLatin1Char('.'));
+        m_reason->setText(verdict.reason.endsWith(QLatin1Char('?'))
+                              ? verdict.reason
+                              : verdict.reason + QLatin1Char('.'));
     } else {
         m_answer->setText(tr("%1: %2 → %3").arg(verdict.answerText(), firmware, m_model.target()));
         m_reason->setText(tr("%1, %2. %3 (rule \"%4\").")
                               .arg(document->title(), verdict.step, verdict.reason, verdict.rule));
     }
+    m_wayOut->setText(verdict.wayOut);
+    m_wayOut->setVisible(!verdict.wayOut.isEmpty());
     QPalette tinted;
     tinted.setColor(QPalette::Window, tintOf(verdict.answer));
     m_card->setPalette(tinted);

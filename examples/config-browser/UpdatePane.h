@@ -48,6 +48,7 @@ private:
     QFrame *m_card;
     QLabel *m_answer;
     QLabel *m_reason;
+    QLabel *m_wayOut;
     QTableView *m_table;
 };
 

@@ -5,6 +5,7 @@
 
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QTreeView>
 
@@ -59,19 +60,24 @@ TEST_F(Looking, updates_areJudgedForAllCameras)
     showTab(3);
     EXPECT_EQ(labelText("answer"), "Unknown"_q);
     QTest::keyClicks(find<QLineEdit>("target"), "VN-3.0.6.29"_q);
-    EXPECT_EQ(labelText("answer"), "Safe: VN-3.0.6.29 → VN-3.0.6.29"_q);
+    // Without a model there is no yes: W40 and ?50 cameras refuse it.
+    EXPECT_EQ(labelText("answer"), "Depends on the model: VN-3.0.6.29 → VN-3.0.6.29"_q);
     EXPECT_EQ(labelText("reason"),
-              "10.14.7.21 (gate-south), same version. Cameras may otherwise be updated to any "
-              "version (rule \"none\")."_q);
+              "10.14.7.21 (gate-south), same version. W40 cameras on VN may only be updated to "
+              "VN-3.4.5.4 or later (rule \"w40-minimum\")."_q);
     const QString platform = "Cameras must stay on their platform"_q;
     EXPECT_EQ(
         cells(table("updates")->model()),
-        (Rows{{"10.14.7.21"_q, "any"_q, "VN-3.0.6.29"_q, "same version"_q, "Safe"_q,
-               "Cameras may otherwise be updated to any version"_q},
-              {"10.14.7.34"_q, "any"_q, "R16-2.2.1.10"_q, "upgrade"_q, "Not safe"_q, platform},
-              {"10.14.7.52"_q, "any"_q, "R8-1.9.4.2"_q, "upgrade"_q, "Not safe"_q, platform}}));
+        (Rows{
+            {"10.14.7.21"_q, "not known"_q, "VN-3.0.6.29"_q, "same version"_q,
+             "Depends on the model"_q,
+             "W40 cameras on VN may only be updated to VN-3.4.5.4 or later"_q},
+            {"10.14.7.34"_q, "not known"_q, "R16-2.2.1.10"_q, "upgrade"_q, "Not safe"_q, platform},
+            {"10.14.7.52"_q, "not known"_q, "R8-1.9.4.2"_q, "upgrade"_q, "Not safe"_q, platform}}));
     selectCameras({1});
     EXPECT_EQ(labelText("answer"), "Not safe: R16-2.2.1.10 → VN-3.0.6.29"_q);
+    EXPECT_EQ(labelText("wayOut"),
+              "No other version leads there; the camera takes a version of platform R16."_q);
 }
 
 TEST_F(Looking, model_decidesWhereRulesAskForIt)
@@ -79,16 +85,26 @@ TEST_F(Looking, model_decidesWhereRulesAskForIt)
     open({fileWith("#:1.3=\n#:VN-3.0.3.7\n# Camera IP: 10.0.0.1\n\n", "k.cfg"_q)});
     showTab(3);
     QTest::keyClicks(find<QLineEdit>("target"), "VN-3.0.6.2"_q);
-    EXPECT_EQ(labelText("answer"), "Safe: VN-3.0.3.7 → VN-3.0.6.2"_q);
+    EXPECT_EQ(labelText("answer"), "Depends on the model: VN-3.0.3.7 → VN-3.0.6.2"_q);
+    EXPECT_FALSE(find<QLabel>("wayOut")->isVisible());
 
     QTableView *updates = table("updates");
-    const QPoint cell = updates->visualRect(updates->model()->index(0, 1)).center();
-    QTest::mouseClick(updates->viewport(), Qt::LeftButton, Qt::NoModifier, cell);
-    QTest::mouseDClick(updates->viewport(), Qt::LeftButton, Qt::NoModifier, cell);
-    auto *editor = updates->viewport()->findChild<QLineEdit *>();
-    ASSERT_NE(editor, nullptr);
-    enter(editor, "K40D"_q);
+    const auto enterModel = [&](const QString &model) {
+        const QPoint cell = updates->visualRect(updates->model()->index(0, 1)).center();
+        QTest::mouseClick(updates->viewport(), Qt::LeftButton, Qt::NoModifier, cell);
+        QTest::mouseDClick(updates->viewport(), Qt::LeftButton, Qt::NoModifier, cell);
+        auto *editor = updates->viewport()->findChild<QLineEdit *>();
+        ASSERT_NE(editor, nullptr);
+        enter(editor, model);
+    };
+    enterModel("k40"_q);
+    EXPECT_EQ(labelText("answer"), "Unknown"_q);
+    EXPECT_EQ(labelText("reason"), "model k40: did you mean K40?"_q);
+    enterModel("D24M"_q);
+    EXPECT_EQ(labelText("answer"), "Safe: VN-3.0.3.7 → VN-3.0.6.2"_q);
+    enterModel("K40D"_q);
     EXPECT_EQ(labelText("answer"), "Not safe: VN-3.0.3.7 → VN-3.0.6.2"_q);
+    EXPECT_EQ(labelText("wayOut"), "Way out: install VN-3.0.6.29 first (VN-3.0.6.29 or later)."_q);
     EXPECT_TRUE(labelText("reason").contains("K40 cameras on VN-3.0.3.* must first be updated to "
                                              "VN-3.0.6.29 or later"_q));
 }
@@ -121,7 +137,7 @@ TEST_F(Looking, unknownVersions_haveNoVerdict)
     EXPECT_EQ(labelText("reason"), "The configuration does not tell the firmware."_q);
     selectCameras({1});
     EXPECT_EQ(labelText("answer"), "Unknown"_q);
-    EXPECT_EQ(labelText("reason"), "The chosen version is of no known platform."_q);
+    EXPECT_EQ(labelText("reason"), "\"3.0\" names no known platform."_q);
 }
 
 TEST_F(Looking, alarmList_isATree)
