@@ -418,6 +418,8 @@ bool AtomicFiles::add(const QString &name, const QByteArray &content)
     d->makeWaitingRoom();
     if (Private::isThere(d->folder, bytes))
         return false;
+    if (d->names.size() == d->names.capacity())
+        d->names.reserve(2 * d->names.size() + 1); // before there is something to be forgotten
     FileDescriptor file(retried([&] {
         return ::openat(d->waiting.get(), bytes.constData(),
                         O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kModeOfNewFiles);
@@ -426,7 +428,7 @@ bool AtomicFiles::add(const QString &name, const QByteArray &content)
         return false;
     if (!file.isValid())
         fail(d->pathOf(bytes));
-    d->names.push_back(bytes);
+    d->names.push_back(bytes); // there is room
     if (!internal::writeAll(file, content.constData(), static_cast<std::size_t>(content.size())) ||
         !file.close()) {
         const int error = errno;

@@ -202,6 +202,9 @@ private:
             static_cast<Pass *>(self)->m_readError = e;
             archive_set_error(handle, EIO, "%s", "the file cannot be read");
             return ARCHIVE_FATAL;
+        } catch (const std::exception &e) {
+            archive_set_error(handle, EIO, "%s", e.what());
+            return ARCHIVE_FATAL;
         }
     }
 

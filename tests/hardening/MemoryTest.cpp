@@ -8,6 +8,8 @@
 
 #include "alarm/AlarmListParser.h"
 #include "alarm/ThreadLocalAlarmListParser.h"
+#include "base/AtomicFile.h"
+#include "base/EncodedText.h"
 #include "base/Exceptions.h"
 #include "base/FileUtils.h"
 #include "base/StringUtils.h"
@@ -320,6 +322,25 @@ const Row kRows[] = {
          copy.open(QIODevice::WriteOnly);
          vn::FileUtils::copy(&source, &copy, quint64(-1), 1000);
          return vn::FileUtils::decodeText(copied);
+     }},
+    {"storeAtomic", BadAlloc | Error | EndsProcess, [] {
+         guarded([&] { configuration().storeAtomic(world().outPath); });
+         return QString::number(QFile(world().outPath).size());
+     }},
+    {"atomicFiles", BadAlloc | Error, [] {
+         const QString path = world().folder.path();
+         const QByteArray file = QFile::encodeName(path) + "/atomic";
+         (void)::unlink(file.constData());
+         vn::AtomicFiles files(path);
+         if (!files.add("atomic"_q, "content") || !files.commit().isEmpty())
+             return QString();
+         return ::access(file.constData(), R_OK) == 0 ? "there"_q : "missing"_q;
+     }},
+    {"encodedText", BadAlloc | Error, [] {
+         const vn::EncodedText text = vn::EncodedText::read(world().configPath);
+         const vn::EncodedText::Result result = text.encode(text.text() + u8"\u00FC"_q);
+         return QString::fromLatin1(result.bytes) +
+                vn::EncodedText("\xFC").encode(u8"\u20AC"_q).message;
      }},
     // ---- Versions and records ---------------------------------------------------------------------
     {"versions", BadAlloc, [] {
