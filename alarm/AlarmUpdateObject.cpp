@@ -62,10 +62,10 @@ QScriptValue AlarmUpdateObject::value(const AlarmTape &tape, int index)
     const AlarmEntry &entry = tape[index];
     switch (entry.kind) {
     case AlarmEntry::Kind::Bool:
-        return {entry.number != 0};
+        return {m_engine, entry.number != 0};
     case AlarmEntry::Kind::Number:
-        return entry.integer ? QScriptValue(static_cast<int>(entry.number))
-                             : QScriptValue(entry.number);
+        return entry.integer ? QScriptValue(m_engine, static_cast<int>(entry.number))
+                             : QScriptValue(m_engine, entry.number);
     case AlarmEntry::Kind::Date:
         return m_engine->newDate(m_midnights.milliseconds(static_cast<int>(entry.number)));
     case AlarmEntry::Kind::Time: // without a day it is no moment
@@ -90,9 +90,9 @@ QScriptValue AlarmUpdateObject::string(const AlarmTape &tape, int index)
 {
     const AlarmEntry &entry = tape[index];
     if (!AlarmTape::isInText(entry))
-        return {tape.keptText(entry)};
+        return {m_engine, tape.keptText(entry)};
     const QLatin1String bytes = tape.bytes(entry);
-    return {m_strings.string(bytes.data(), bytes.size())};
+    return {m_engine, m_strings.string(bytes.data(), bytes.size())};
 }
 
 } // namespace vn::internal

@@ -31,14 +31,20 @@ public:
         if (length > kLongest)
             return m_last = QString::fromLatin1(text, length);
         const std::uint64_t hash = hashOfEnds(text, length);
-        Slot &slot = m_slots[hash % kSlots];
+        Slot &first = m_slots[hash % kSlots];
+        Slot &second = m_slots[(hash ^ 1) % kSlots];
         const QLatin1String wanted(text, length);
-        if (slot.string == wanted)
-            return slot.string;
+        if (first.string == wanted)
+            return first.string;
+        if (second.string == wanted)
+            return second.string;
         m_last = QString(wanted);
-        if (slot.seen == hash)
-            slot.string = m_last;
-        slot.seen = hash;
+        if (first.seen == hash || second.seen == hash) {
+            (first.string.isNull() ? first : second).string = m_last;
+        } else {
+            second.seen = first.seen;
+            first.seen = hash;
+        }
         return m_last;
     }
 
@@ -48,7 +54,7 @@ private:
 
     struct Slot
     {
-        std::uint64_t seen = 0; // the hash of the text that came last
+        std::uint64_t seen = 0; // the hash of a text that came once
         QString string;
     };
 
