@@ -148,6 +148,31 @@ QByteArray Json::toText() const
     return out;
 }
 
+QByteArray Json::toLine() const
+{
+    QByteArray out;
+    writeLine(out);
+    out += '\n';
+    return out;
+}
+
+void Json::writeLine(QByteArray &out) const
+{
+    if (m_kind == Kind::Scalar || m_kind == Kind::String)
+        return write(out, 0);
+    const bool isObject = m_kind == Kind::Object;
+    out += isObject ? '{' : '[';
+    for (const Member &member : m_members) {
+        out += &member == &m_members.front() ? "" : ",";
+        if (isObject) {
+            writeString(out, member.first);
+            out += ':';
+        }
+        member.second.writeLine(out);
+    }
+    out += isObject ? '}' : ']';
+}
+
 void Json::write(QByteArray &out, int level) const
 {
     if (m_kind == Kind::Scalar) {

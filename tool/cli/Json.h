@@ -54,10 +54,14 @@ public:
      * is one line), "\n" at its end. Unpaired surrogates are escaped. */
     QByteArray toText() const;
 
+    /** The same on one line without blanks between, for JSON Lines. */
+    QByteArray toLine() const;
+
 private:
     enum class Kind { Scalar, String, Array, Object };
 
     void write(QByteArray &out, int level) const;
+    void writeLine(QByteArray &out) const;
 
     Kind m_kind = Kind::Scalar;
     QByteArray m_scalar = QByteArrayLiteral("null");

@@ -56,6 +56,18 @@ void Output::print(const QString &text)
 void Output::print(const QByteArray &bytes)
 {
     Q_ASSERT(!m_json);
+    append(bytes);
+}
+
+void Output::printJson(const QByteArray &piece)
+{
+    Q_ASSERT(m_json);
+    m_hasPieces = true;
+    append(piece);
+}
+
+void Output::append(const QByteArray &bytes)
+{
     m_buffer += bytes;
     if (m_buffer.size() >= kBufferSize)
         flush();
@@ -95,7 +107,7 @@ void Output::warn(const QString &name, const QString &message)
 
 void Output::finish()
 {
-    if (m_json) {
+    if (m_json && !m_hasPieces) {
         Q_ASSERT(m_result);
         m_buffer = m_result->toText();
         m_result.reset();
@@ -122,7 +134,8 @@ ExitCode Output::fail(const ToolError &error)
         complain(error);
         return error.code();
     }
-    m_buffer = failureText(error, true);
+    if (!m_hasPieces)
+        m_buffer = failureText(error, true);
     m_result.reset();
     try {
         close();

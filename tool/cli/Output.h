@@ -46,6 +46,14 @@ public:
     /** Sets the one value that --json prints. A later error takes its place. */
     void setResult(Json result);
 
+    /** Prints a piece of the one value that --json prints, where it is too large to be kept for
+     * setResult(). No error takes the place of what has been printed. */
+    void printJson(const QByteArray &piece);
+
+    /** Hands what has been printed to standard output now, for those who wait for it.
+     * @throws ToolError when it cannot be written */
+    void flush();
+
     /** Tells an error and lets the command go on; with --json the command itself puts it into its
      * result (errorToJson()). */
     void complain(const ToolError &error);
@@ -60,10 +68,11 @@ public:
     ExitCode fail(const ToolError &error);
 
 private:
-    void flush();
+    void append(const QByteArray &bytes);
     void close();
 
     bool m_json;
+    bool m_hasPieces = false;
     bool m_toTerminal;
     std::optional<Json> m_result;
     QByteArray m_buffer;

@@ -9,31 +9,41 @@
 namespace vn::tool {
 
 /**
- * A bar on standard error that tells how far long work has come. It appears when the work has taken
- * half a second, and only on a terminal that can take it back.
+ * A line on standard error that tells how far long work has come: files, bytes, rate, time left.
+ * It appears when the work has taken half a second, and only on a terminal that can take it back.
  */
 class Progress
 {
 public:
-    /** A bar for @p total steps; one that is not @p wanted never appears. */
-    Progress(int total, bool wanted);
-    /** Takes the bar back. */
+    /** A line that is not @p wanted never appears. */
+    explicit Progress(bool wanted);
+    /** Takes the line back. */
     ~Progress();
 
     Progress(const Progress &) = delete; // there is one line for it
     Progress &operator=(const Progress &) = delete;
 
-    /** Counts one more step as done. */
-    void advance();
+    /** Whether the line may appear; where it may not, nobody needs to ask how much there is. */
+    bool isPossible() const { return m_possible; }
 
-    /** Takes the bar back, so that something else can be written; the next step shows it again. */
+    /** Tells how much there is, where that is known: then a bar and the time left are shown. */
+    void setTotal(qint64 files, qint64 bytes);
+
+    /** Counts one more file, of @p bytes, as done. */
+    void advance(qint64 bytes);
+
+    /** Takes the line back, so that something else can be written; the next step shows it again. */
     void hide();
 
 private:
-    int m_total;
-    int m_done = 0;
+    QByteArray line() const;
+
     bool m_possible;
     bool m_visible = false;
+    qint64 m_files = 0;
+    qint64 m_bytes = 0;
+    qint64 m_totalFiles = -1;
+    qint64 m_totalBytes = -1;
     QElapsedTimer m_sinceStart;
     QElapsedTimer m_sinceDrawn;
 };

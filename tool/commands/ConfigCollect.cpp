@@ -2,17 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 #include "tool/cli/Command.h"
-#include "tool/cli/Progress.h"
-#include "tool/files/CollectSources.h"
+#include "tool/cli/Interrupt.h"
 #include "tool/files/CollectTarget.h"
+#include "tool/files/ConfigScan.h"
 #include "tool/files/Input.h"
-
-#include "base/Exceptions.h"
-#include "base/FileUtils.h"
-#include "base/ZipReader.h"
-#include "config/VanteroConfigFile.h"
-
-#include <QtCore/QSet>
 
 #include <algorithm>
 #include <memory>
@@ -26,11 +19,8 @@ namespace {
 /** One configuration that was found. */
 struct Collected
 {
-    QString address;  // null where the header has none
-    QString firmware; // likewise
-    QString path;
-    QString entry;   // of the archive; null for a file
-    QString written; // the name it was written under; null without an output
+    ScannedConfig config; // without its bytes
+    QString written;      // the name it was written under; null without an output
 };
 
 /** @p text as a cell of a table: on one line, without what a terminal would obey. */
@@ -51,148 +41,110 @@ public:
     void declare(Arguments &arguments) override
     {
         arguments.describe(
-            "Lists the camera's address, the firmware and the source of every configuration. A "
-            "file counts when its first two lines tell the versions; of an archive (a name that "
-            "ends with \".zip\") every entry counts whose name ends with \"cfg\". In folders, "
-            "hidden entries and symbolic links are passed over.");
+            "Lists the camera's address, the firmware and the source of every configuration.");
+        m_scan.declare(arguments, "--source-password-file");
         arguments.describe(
-            "What cannot be read is reported, the rest goes on, and the exit status is 2. The "
-            "collected configurations can be written byte by byte to new files or to a new "
-            "archive, which is not encrypted; they are named by address and date, and nothing is "
-            "overwritten.");
-        arguments.files("PATH", "files, archives and folders", m_paths);
-        arguments.flag("--recursive", "look into folders, at any depth", m_recursive);
-        arguments.fileOption("--password-file", "FILE",
-                             "take the password of all archives from the first line of this file, "
-                             "\"-\" for standard input",
-                             m_passwordFile);
+            "The collected configurations can be written byte by byte to new files or to a new "
+            "archive, encrypted by AES-256 where there is a password for it; they are named by "
+            "address and date, and nothing is overwritten. After SIGINT, and after a failure with "
+            "\"--on-error stop\", a folder holds what was collected until then, each file whole; "
+            "an archive is not made.");
         arguments.fileOption("--output-archive", "ZIP", "write the configurations to this archive",
                              m_outputArchive);
+        arguments.fileOption("--password-file", "FILE",
+                             "encrypt the archive that is written by the password in the first "
+                             "line of this file, \"-\" for standard input; without "
+                             "--output-archive it is that of the archives that are read",
+                             m_passwordFile);
         arguments.fileOption("--output-folder", "DIR", "write the configurations to this folder",
                              m_outputFolder);
         arguments.exclude("--output-archive", "--output-folder");
         arguments.json();
         arguments.example("vantero-formats config collect backups --recursive "
-                          "--password-file secret --output-archive all.zip",
+                          "--source-password-file secret --output-archive all.zip",
                           "puts every configuration of a folder tree into one archive");
     }
 
     ExitCode run(Output &out) override
     {
         m_out = &out;
-        if (m_passwordFile)
-            m_password = readPassword(*m_passwordFile);
-        std::unique_ptr<CollectTarget> target;
+        if (m_passwordFile && !m_outputArchive)
+            m_scan.setPasswordFile(*m_passwordFile);
         if (m_outputArchive)
-            target = makeArchiveTarget(*m_outputArchive);
+            m_target = makeArchiveTarget(
+                *m_outputArchive, m_passwordFile ? readPassword(*m_passwordFile) : QByteArray());
         else if (m_outputFolder)
-            target = makeFolderTarget(*m_outputFolder);
+            m_target = makeFolderTarget(*m_outputFolder);
 
-        const std::vector<CollectSource> sources =
-            collectSources(m_paths, m_recursive, [this](const ToolError &error) { report(error); });
-        m_progress.emplace(int(sources.size()), !out.json());
-        for (const CollectSource &source : sources) {
-            collect(source, target.get());
-            m_progress->advance();
-        }
-        m_progress.reset();
-        if (target)
-            target->finish();
-
+        const Interrupt interrupt;
+        ConfigScan::Handler handler;
+        handler.look = [](const ScannedConfig &, const VanteroConfigFile &) { return std::any(); };
+        handler.take = [this](ScannedConfig found, const std::any &) { take(std::move(found)); };
+        handler.report = [this](const ScanFault &fault) { report(fault); };
+        handler.idle = [] {};
+        handler.wantsBytes = m_target != nullptr;
+        const bool isComplete = m_scan.run(out, handler);
+        finish(isComplete);
         show();
-        if (m_hasFailed)
+        if (Interrupt::isPending()) {
+            tellInterruption();
+            out.flush();
+            Interrupt::obey();
+        }
+        if (m_scan.hasFailed())
             return ExitCode::BadInput;
         return m_collected.empty() ? ExitCode::No : ExitCode::Done;
     }
 
 private:
-    /** Tells a failure, or a warning, and lets the command go on. */
-    void report(const ToolError &error)
+    void take(ScannedConfig found)
     {
-        if (m_progress)
-            m_progress->hide();
-        if (error.code() == ExitCode::Done) {
-            m_out->warn(error.file(), error.message());
-            m_warnings.append(Json::object({{"file", error.file()}, {"message", error.message()}}));
-        } else {
-            m_out->complain(error);
-            m_errors.append(errorToJson(error));
-            m_hasFailed = true;
+        if (m_target) {
+            m_target->write(found.address, QLatin1String(found.isImage ? ".jpg" : ".cfg"),
+                            found.bytes);
+            found.bytes.clear();
         }
+        m_collected.push_back({std::move(found), QString()});
     }
 
-    void collect(const CollectSource &source, CollectTarget *target)
+    void report(const ScanFault &fault)
     {
-        QMap<QString, QString> found;
-        std::optional<ToolError> failure;
-        try {
-            (void)VanteroConfigFile::parseAll({source.path}, found, false, m_password);
-        } catch (const ExceptionQt &e) {
-            failure = inputError(e, source.path);
-        }
-        // What was read before the failure counts.
-        if (source.isArchive)
-            addEntries(source.path, found, target);
-        else if (!found.isEmpty())
-            addFile(source.path, found.first(), target);
-        else if (source.isNamed && !failure)
-            report(ToolError(ExitCode::Done, QStringLiteral("no configuration: the first two lines "
-                                                            "do not tell the versions"))
-                       .at(source.path));
-        if (failure)
-            report(*failure);
-    }
-
-    void addFile(const QString &path, const QString &text, CollectTarget *target)
-    {
-        QByteArray bytes;
-        if (target) {
-            // A decoded text does not tell all of its bytes any more.
-            try {
-                bytes = readInput(path);
-            } catch (const ToolError &e) {
-                return report(e);
-            }
-            if (FileUtils::decodeText(bytes) != text)
-                return reportChange(path);
-        }
-        add(text, bytes, path, QString(), target);
-    }
-
-    /** Adds the entries of the archive whose texts are in @p found: as many as there are, from the
-     * first on. The map does not tell which text is whose, so they are read once more. */
-    void addEntries(const QString &path, const QMap<QString, QString> &found, CollectTarget *target)
-    {
-        if (found.isEmpty())
+        if (fault.isWarning()) {
+            m_out->warn(fault.error.file(), fault.error.message());
+            m_warnings.append(Json::object({{"file", fault.error.file()},
+                                            {"reason", fault.reason},
+                                            {"message", fault.error.message()}}));
             return;
-        const QSet<QString> texts(found.begin(), found.end());
-        ZipReader archive(path, m_password);
-        if (!archive.open(QIODevice::ReadOnly))
-            return reportChange(path);
-        const QStringList names = archive.fileListBySuffix(QStringLiteral("cfg"));
-        for (const QString &name : names.mid(0, found.size())) {
-            (void)archive.openFile(name); // a failure shows in what is read
-            const QByteArray bytes = archive.readAll();
-            const QString text = FileUtils::decodeText(bytes);
-            if (!texts.contains(text))
-                return reportChange(path);
-            add(text, bytes, path, name, target);
         }
+        m_out->complain(fault.error);
+        Json error = errorToJson(fault.error);
+        error.insert(QStringLiteral("reason"), fault.reason);
+        m_errors.append(std::move(error));
     }
 
-    void reportChange(const QString &path)
+    /** Completes what was written, as far as it is of use; then its names are known. */
+    void finish(bool isComplete)
     {
-        report(ToolError(ExitCode::BadInput, QStringLiteral("changed while it was read")).at(path));
+        if (!m_target)
+            return;
+        if (!isComplete && !m_target->isUsefulInPart()) {
+            m_isDropped = true;
+            m_target.reset();
+            return;
+        }
+        m_target->finish();
+        for (std::size_t i = 0; i < m_collected.size(); ++i)
+            m_collected[i].written = m_target->names().at(int(i));
     }
 
-    void add(const QString &text, const QByteArray &bytes, const QString &path,
-             const QString &entry, CollectTarget *target)
+    void tellInterruption() const
     {
-        VanteroConfigFile config;
-        (void)config.parseHeader(text); // of an archive, texts without versions count, too
-        const QString address = config.getFactoryIP();
-        const QString written = target ? target->write(address, bytes) : QString();
-        m_collected.push_back({address, config.getSoftwareVersion(), path, entry, written});
+        const qint64 count = qint64(m_collected.size());
+        const QString text =
+            m_isDropped ? QStringLiteral("interrupted; no archive written")
+            : m_target  ? QStringLiteral("interrupted; %1 files written, each whole").arg(count)
+                        : QStringLiteral("interrupted; %1 configurations found so far").arg(count);
+        m_out->complain(ToolError(ExitCode::BadInput, text));
     }
 
     void show()
@@ -201,18 +153,28 @@ private:
             m_out->setResult(toJson());
         else if (!m_collected.empty())
             printTable();
-        else if (!m_hasFailed)
+        else if (!m_scan.hasFailed() && !Interrupt::isPending())
             m_out->complain(ToolError(ExitCode::No, QStringLiteral("no configurations found")));
+    }
+
+    static Json brokenToJson(const std::optional<BrokenSections> &broken)
+    {
+        if (!broken)
+            return {};
+        return Json::object({{"readable", broken->readable},
+                             {"sections", broken->all},
+                             {"line", broken->line > 0 ? Json(broken->line) : Json()}});
     }
 
     Json toJson() const
     {
         Json configurations = Json::array();
         for (const Collected &each : m_collected)
-            configurations.append(Json::object({{"address", each.address},
-                                                {"firmware", each.firmware},
-                                                {"source", each.path},
-                                                {"entry", each.entry},
+            configurations.append(Json::object({{"address", each.config.address},
+                                                {"firmware", each.config.firmware},
+                                                {"source", each.config.path},
+                                                {"entry", each.config.entry},
+                                                {"broken", brokenToJson(each.config.broken)},
                                                 {"written", each.written}}));
         return Json::object(
             {{"configurations", configurations}, {"errors", m_errors}, {"warnings", m_warnings}});
@@ -221,16 +183,26 @@ private:
     void printTable()
     {
         const bool isWritten = !m_collected.front().written.isNull();
-        std::vector<QStringList> rows = {{QStringLiteral("ADDRESS"), QStringLiteral("FIRMWARE"),
-                                          QStringLiteral("SOURCE"), QStringLiteral("WRITTEN AS")}};
+        const bool isAnyBroken =
+            std::any_of(m_collected.begin(), m_collected.end(),
+                        [](const Collected &each) { return bool(each.config.broken); });
+        std::vector<QStringList> rows = {
+            {QStringLiteral("ADDRESS"), QStringLiteral("FIRMWARE"), QStringLiteral("SOURCE")}};
+        if (isWritten)
+            rows[0] += QStringLiteral("WRITTEN AS");
+        if (isAnyBroken)
+            rows[0] += QStringLiteral("STATE");
         for (const Collected &each : m_collected) {
-            const QString source =
-                each.entry.isNull() ? each.path : each.path + QLatin1Char(':') + each.entry;
-            rows.push_back({toCell(each.address), toCell(each.firmware), toCell(source),
-                            toCell(each.written)});
+            QStringList row = {toCell(each.config.address), toCell(each.config.firmware),
+                               toCell(each.config.source())};
+            if (isWritten)
+                row += toCell(each.written);
+            if (isAnyBroken)
+                row += toCell(each.config.broken ? each.config.broken->toString() : QString());
+            rows.push_back(row);
         }
-        const int last = isWritten ? 3 : 2;
-        std::vector<int> widths(3, 0);
+        const int last = rows[0].size() - 1;
+        std::vector<int> widths(std::size_t(last), 0);
         for (const QStringList &row : rows)
             for (int i = 0; i < last; ++i)
                 widths[std::size_t(i)] = std::max(widths[std::size_t(i)], row.at(i).size());
@@ -242,19 +214,17 @@ private:
         }
     }
 
-    QStringList m_paths;
-    bool m_recursive = false;
-    std::optional<QString> m_passwordFile;
+    ConfigScan m_scan;
     std::optional<QString> m_outputArchive;
+    std::optional<QString> m_passwordFile;
     std::optional<QString> m_outputFolder;
 
-    QByteArray m_password;
     Output *m_out = nullptr;
-    std::optional<Progress> m_progress;
+    std::unique_ptr<CollectTarget> m_target;
+    bool m_isDropped = false; // the target, of which a part is of no use
     std::vector<Collected> m_collected;
     Json m_errors = Json::array();
     Json m_warnings = Json::array();
-    bool m_hasFailed = false;
 };
 
 } // namespace

@@ -40,7 +40,7 @@ _vantero_formats() {
     local command=${words[0]} seconds=''
     words=("${words[@]:1}")
     case $command in
-        config) seconds='show set add unset remove splice merge diff write lint redact collect' ;;
+        config) seconds='show set add unset remove splice merge diff write lint redact collect table' ;;
         version) seconds='show compare check plan installable rules sort lint' ;;
         alarms) seconds='list update lint' ;;
         erdinfo) seconds='write show layout' ;;
@@ -124,9 +124,15 @@ _vantero_formats() {
         several='' arguments='file ...'
         ;;
     'config collect')
-        options='--recursive --password-file --output-archive --output-folder --json --help'
-        files='--password-file|--output-archive' folders='--output-folder' others=''
-        choices='' again=''
+        options='--recursive --files-from --null --source-password-file --on-error --jobs --entry-size-limit --archive-size-limit --entry-count-limit --ratio-limit --output-archive --password-file --output-folder --json --help'
+        files='--files-from|--source-password-file|--output-archive|--password-file' folders='--output-folder' others='--jobs|--entry-size-limit|--archive-size-limit|--entry-count-limit|--ratio-limit'
+        choices='--on-error=stop,skip' again=''
+        several='' arguments='file ...'
+        ;;
+    'config table')
+        options='--recursive --files-from --null --password-file --on-error --jobs --entry-size-limit --archive-size-limit --entry-count-limit --ratio-limit --key --where --csv --jsonl --json --help'
+        files='--files-from|--password-file' folders='' others='--key|--where|--jobs|--entry-size-limit|--archive-size-limit|--entry-count-limit|--ratio-limit'
+        choices='--on-error=stop,skip' again='--key|--where'
         several='' arguments='file ...'
         ;;
     'version show')

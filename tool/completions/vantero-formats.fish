@@ -19,7 +19,7 @@ function __vantero_formats_in
 end
 
 complete -c vantero-formats -f
-complete -c vantero-formats -n '__vantero_formats_at' -a config -d 'commands: show, set, add, unset, remove, splice, merge, diff, write, lint, redact, collect'
+complete -c vantero-formats -n '__vantero_formats_at' -a config -d 'commands: show, set, add, unset, remove, splice, merge, diff, write, lint, redact, collect, table'
 complete -c vantero-formats -n '__vantero_formats_at' -a version -d 'commands: show, compare, check, plan, installable, rules, sort, lint'
 complete -c vantero-formats -n '__vantero_formats_at' -a firmware -d 'show the versions of firmware packages'
 complete -c vantero-formats -n '__vantero_formats_at' -a app-version -d 'show the version of an application as people read it'
@@ -39,6 +39,7 @@ complete -c vantero-formats -n '__vantero_formats_at config' -a write -d 'make a
 complete -c vantero-formats -n '__vantero_formats_at config' -a lint -d 'find what is wrong with configurations'
 complete -c vantero-formats -n '__vantero_formats_at config' -a redact -d 'replace the secrets of configurations'
 complete -c vantero-formats -n '__vantero_formats_at config' -a collect -d 'gather the configurations of folders and archives'
+complete -c vantero-formats -n '__vantero_formats_at config' -a table -d 'print a row a configuration of folders and archives'
 complete -c vantero-formats -n '__vantero_formats_at version' -a show -d 'show the components of a version'
 complete -c vantero-formats -n '__vantero_formats_at version' -a compare -d 'compare two versions or patterns'
 complete -c vantero-formats -n '__vantero_formats_at version' -a check -d 'tell whether an update is safe'
@@ -127,10 +128,35 @@ complete -c vantero-formats -n '__vantero_formats_in config redact' -l in-place 
 complete -c vantero-formats -n '__vantero_formats_in config redact' -l dry-run -d 'print what would change as a unified diff; write nothing'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l recursive -d 'look into folders, at any depth'
-complete -c vantero-formats -n '__vantero_formats_in config collect' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l files-from -d 'take further paths from the lines of this file, "-" for standard input, as they come' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l null -d 'with --files-from: paths end with a zero byte, not with a line'
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l source-password-file -d 'take the password of all archives that are read from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l on-error -d 'end at the first failure, or pass it over (the default)' -x -a 'stop skip'
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l jobs -d 'read with so many threads; the default is one a processor' -x
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l entry-size-limit -d 'refuse larger entries of archives; the default is 256 MiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l archive-size-limit -d 'refuse what exceeds this in one archive; the default is 1 GiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l entry-count-limit -d 'refuse archives with more entries; the default is 1000000' -x
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l ratio-limit -d 'refuse entries of more than 16 MiB that are compressed more than so many times; the default is 1000' -x
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l output-archive -d 'write the configurations to this archive' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l password-file -d 'encrypt the archive that is written by the password in the first line of this file, "-" for standard input; without --output-archive it is that of the archives that are read' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l output-folder -d 'write the configurations to this folder' -x -a '(__fish_complete_directories)'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in config table' -F
+complete -c vantero-formats -n '__vantero_formats_in config table' -l recursive -d 'look into folders, at any depth'
+complete -c vantero-formats -n '__vantero_formats_in config table' -l files-from -d 'take further paths from the lines of this file, "-" for standard input, as they come' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config table' -l null -d 'with --files-from: paths end with a zero byte, not with a line'
+complete -c vantero-formats -n '__vantero_formats_in config table' -l password-file -d 'take the password of all archives that are read from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config table' -l on-error -d 'end at the first failure, or pass it over (the default)' -x -a 'stop skip'
+complete -c vantero-formats -n '__vantero_formats_in config table' -l jobs -d 'read with so many threads; the default is one a processor' -x
+complete -c vantero-formats -n '__vantero_formats_in config table' -l entry-size-limit -d 'refuse larger entries of archives; the default is 256 MiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config table' -l archive-size-limit -d 'refuse what exceeds this in one archive; the default is 1 GiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config table' -l entry-count-limit -d 'refuse archives with more entries; the default is 1000000' -x
+complete -c vantero-formats -n '__vantero_formats_in config table' -l ratio-limit -d 'refuse entries of more than 16 MiB that are compressed more than so many times; the default is 1000' -x
+complete -c vantero-formats -n '__vantero_formats_in config table' -l key -d 'a column with the values of this key' -x
+complete -c vantero-formats -n '__vantero_formats_in config table' -l where -d 'only configurations that meet this condition' -x
+complete -c vantero-formats -n '__vantero_formats_in config table' -l csv -d 'print comma-separated values, as RFC 4180 has them'
+complete -c vantero-formats -n '__vantero_formats_in config table' -l jsonl -d 'print a JSON object a line (JSON Lines), each as soon as it is known'
+complete -c vantero-formats -n '__vantero_formats_in config table' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in version show' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in version compare' -s v -d 'print the component that decides below, with both ranges'
 complete -c vantero-formats -n '__vantero_formats_in version compare' -l json -d 'print the result as one JSON value'

@@ -4,8 +4,8 @@
 #include "tool/files/CollectTarget.h"
 
 #include "tool/cli/ToolError.h"
-#include "tool/files/OutputFile.h"
 
+#include "base/AtomicFile.h"
 #include "base/Exceptions.h"
 #include "base/ZipWriter.h"
 #include "config/VanteroConfigFile.h"
@@ -14,13 +14,14 @@
 #include <QtCore/QDate>
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QTemporaryDir>
 
 namespace vn::tool {
 
 namespace {
+
+constexpr int kFilesAtOnce = 4096; // that wait for the disk together
+constexpr qint64 kBytesAtOnce = qint64(256) * 1024 * 1024;
 
 ToolError outputError(const QString &message, const QString &path)
 {
@@ -33,65 +34,88 @@ bool isThere(const QString &path)
     return info.exists() || info.isSymLink(); // a link to nothing does not exist for Qt
 }
 
-QString newName(const QDir &folder, const QString &address)
-{
-    return VanteroConfigFile::newFileName(folder, fileNamePart(address), QDate::currentDate());
-}
-
 class FolderTarget : public CollectTarget
 {
 public:
     explicit FolderTarget(const QString &path)
         : m_folder(path)
+        , m_files(path)
     {
     }
 
-    QString write(const QString &address, const QByteArray &bytes) override
+    void write(const QString &address, const QString &suffix, const QByteArray &bytes) override
     {
-        if (!m_folder.exists() && !m_folder.mkpath(QStringLiteral(".")))
+        if (m_names.isEmpty() && !m_folder.exists() && !m_folder.mkpath(QStringLiteral(".")))
             throw outputError(QStringLiteral("the folder cannot be made"), m_folder.path());
-        for (;;) {
-            const QString name = newName(m_folder, address);
-            if (writeNewFileAtomically(m_folder.filePath(name), bytes))
-                return name; // otherwise taken by somebody else meanwhile
+        try {
+            QString name = m_newNames.next(address, suffix, m_isTaken);
+            while (!m_files.add(name, bytes)) // taken by somebody else meanwhile
+                name = m_newNames.instead(name, m_isTaken);
+            m_names += name;
+        } catch (const ExceptionQt &e) {
+            throw tool::outputError(e, m_folder.path());
         }
+        m_bytes += bytes.size();
+        if (m_files.count() >= kFilesAtOnce || m_bytes >= kBytesAtOnce)
+            finish();
     }
 
-    void finish() override {}
+    void finish() override
+    {
+        try {
+            for (QStringList taken = m_files.commit(); !taken.isEmpty(); taken = m_files.commit())
+                for (const QString &name : qAsConst(taken))
+                    rename(name);
+        } catch (const ExceptionQt &e) {
+            throw tool::outputError(e, m_folder.path());
+        }
+        m_bytes = 0;
+    }
+
+    bool isUsefulInPart() const override { return true; }
 
 private:
+    void rename(const QString &name)
+    {
+        QString other = m_newNames.instead(name, m_isTaken);
+        while (!m_files.rename(name, other))
+            other = m_newNames.instead(other, m_isTaken);
+        m_names[m_names.lastIndexOf(name)] = other;
+    }
+
     QDir m_folder;
+    AtomicFiles m_files;
+    NewNames m_newNames;
+    const NewNames::IsTaken m_isTaken = [this](const QString &name) {
+        return m_files.contains(name);
+    };
+    qint64 m_bytes = 0; // that wait
 };
 
 class ArchiveTarget : public CollectTarget
 {
 public:
-    explicit ArchiveTarget(const QString &path)
+    ArchiveTarget(const QString &path, const QByteArray &password)
         : m_path(path)
-        , m_writer(path)
+        , m_writer(path, password)
     {
         if (isThere(path))
             throw outputError(QStringLiteral("there already"), path);
     }
 
-    QString write(const QString &address, const QByteArray &bytes) override
+    void write(const QString &address, const QString &suffix, const QByteArray &bytes) override
     {
-        if (!m_names.isValid())
-            throw outputError(m_names.errorString(), m_names.path());
         try {
-            if (!m_isOpen)
+            if (m_names.isEmpty())
                 m_writer.open();
-            m_isOpen = true;
-            QString name = newName(QDir(m_names.path()), address);
-            QFile taken(m_names.filePath(name));
-            if (!taken.open(QIODevice::WriteOnly))
-                throw outputError(taken.errorString(), taken.fileName());
+            const QString name =
+                m_newNames.next(address, suffix, [](const QString &) { return false; });
             QBuffer buffer;
             buffer.setData(bytes);
             buffer.open(QIODevice::ReadOnly);
             m_writer.appendFile(&buffer, name, QStringLiteral("Vantero Configuration File"),
                                 QDateTime::currentDateTime());
-            return name;
+            m_names += name;
         } catch (const ExceptionQt &e) {
             throw tool::outputError(e, m_path);
         }
@@ -100,30 +124,59 @@ public:
     void finish() override
     {
         try {
-            if (m_isOpen)
+            if (!m_names.isEmpty())
                 m_writer.close();
         } catch (const ExceptionQt &e) {
             throw tool::outputError(e, m_path);
         }
     }
 
+    bool isUsefulInPart() const override { return false; }
+
 private:
     QString m_path;
     ZipWriter m_writer;
-    bool m_isOpen = false;
-    QTemporaryDir m_names; // a file for each entry, so that names are made as in a folder
+    NewNames m_newNames;
 };
 
 } // namespace
+
+QString NewNames::next(const QString &address, const QString &suffix, const IsTaken &isTaken)
+{
+    const QDir nowhere(QStringLiteral("/dev/null")); // every name is free there
+    return numbered(VanteroConfigFile::newFileName(nowhere, QString(), fileNamePart(address),
+                                                   QDate::currentDate(), suffix),
+                    isTaken);
+}
+
+QString NewNames::instead(const QString &name, const IsTaken &isTaken)
+{
+    return numbered(m_firsts.value(name, name), isTaken);
+}
+
+QString NewNames::numbered(const QString &first, const IsTaken &isTaken)
+{
+    // The numbers go on from the last one, as there may be a hundred thousand of one name.
+    for (int &number = m_given[first];;) {
+        ++number;
+        QString name = first;
+        if (number > 1) {
+            name.insert(first.lastIndexOf(QLatin1Char('.')), QStringLiteral("[%1]").arg(number));
+            m_firsts.insert(name, first);
+        }
+        if (!isTaken(name))
+            return name;
+    }
+}
 
 std::unique_ptr<CollectTarget> makeFolderTarget(const QString &path)
 {
     return std::make_unique<FolderTarget>(path);
 }
 
-std::unique_ptr<CollectTarget> makeArchiveTarget(const QString &path)
+std::unique_ptr<CollectTarget> makeArchiveTarget(const QString &path, const QByteArray &password)
 {
-    return std::make_unique<ArchiveTarget>(path);
+    return std::make_unique<ArchiveTarget>(path, password);
 }
 
 QString fileNamePart(const QString &address)

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#include "tool/cli/Command.h"
+#include "tool/cli/Interrupt.h"
+#include "tool/commands/TableWriter.h"
+#include "tool/files/ConfigFilter.h"
+#include "tool/files/ConfigScan.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace vn::tool {
+
+namespace {
+
+class ConfigTable : public Command
+{
+public:
+    void declare(Arguments &arguments) override
+    {
+        arguments.describe(
+            "Prints a row a configuration: address, firmware, source, and the keys that are asked "
+            "for; of a repeated key all values, the newest first, parted by \";\".");
+        arguments.describe(
+            "With --where only those that meet all conditions. A condition is SECTION/KEY, "
+            "\"address\" or \"firmware\" (it is there), or one of these before an operator and a "
+            "value: = (one of its values is it), != (none is), ~ (one matches a pattern of the "
+            "shell); for \"firmware\" also <, <=, >, >=, by the order of versions, and = takes "
+            "patterns such as VN-3.0.*. What is missing counts as empty.");
+        m_scan.declare(arguments, "--password-file");
+        arguments.repeatedOption("--key", "SECTION/KEY", "a column with the values of this key",
+                                 m_keys);
+        arguments.repeatedOption("--where", "EXPR", "only configurations that meet this condition",
+                                 m_conditions);
+        arguments.flag("--csv", "print comma-separated values, as RFC 4180 has them", m_csv);
+        arguments.flag("--jsonl",
+                       "print a JSON object a line (JSON Lines), each as soon as it is known",
+                       m_jsonLines);
+        arguments.json();
+        arguments.exclude("--csv", "--json");
+        arguments.exclude("--csv", "--jsonl");
+        arguments.exclude("--jsonl", "--json");
+        arguments.example("vantero-formats config table backups --recursive "
+                          "--key ethernet/IPADDR --where 'firmware<VN-3.0.6.29' --csv",
+                          "lists the cameras that want an update");
+    }
+
+    ExitCode run(Output &out) override
+    {
+        m_out = &out;
+        QStringList columns;
+        m_keys.removeDuplicates(); // a column is named once
+        for (const QString &key : qAsConst(m_keys)) {
+            m_fields.emplace_back("--key", key);
+            columns += m_fields.back().toString();
+        }
+        for (const QString &condition : qAsConst(m_conditions))
+            m_filters.emplace_back(condition);
+        m_writer = makeTableWriter(out.json()    ? TableFormat::Json
+                                   : m_csv       ? TableFormat::Csv
+                                   : m_jsonLines ? TableFormat::JsonLines
+                                                 : TableFormat::Text,
+                                   columns, out);
+
+        const Interrupt interrupt;
+        ConfigScan::Handler handler;
+        handler.look = [this](const ScannedConfig &found, const VanteroConfigFile &config) {
+            return std::any(rowOf(found, config));
+        };
+        handler.take = [this](const ScannedConfig &, const std::any &result) {
+            if (const auto &row = std::any_cast<const std::optional<TableRow> &>(result)) {
+                m_writer->write(*row);
+                ++m_rows;
+            }
+        };
+        handler.report = [this](const ScanFault &fault) {
+            m_out->complain(
+                fault.isWarning()
+                    ? ToolError(ExitCode::Done, QLatin1String("warning: ") + fault.error.message())
+                          .at(fault.error.file())
+                    : fault.error);
+            m_writer->addFault(fault.source, fault.reason, fault.message);
+        };
+        handler.idle = [this] { m_writer->flush(); };
+        (void)m_scan.run(out, handler);
+        m_writer->finish();
+        if (Interrupt::isPending()) {
+            out.complain(ToolError(ExitCode::BadInput,
+                                   QStringLiteral("interrupted; %1 rows so far").arg(m_rows)));
+            out.flush();
+            Interrupt::obey();
+        }
+        if (m_scan.hasFailed())
+            return ExitCode::BadInput;
+        if (m_rows == 0)
+            out.complain(ToolError(ExitCode::No, QStringLiteral("no configurations found")));
+        return m_rows == 0 ? ExitCode::No : ExitCode::Done;
+    }
+
+private:
+    /** The row of @p config, where it meets the conditions; on any thread. */
+    std::optional<TableRow> rowOf(const ScannedConfig &found, const VanteroConfigFile &config) const
+    {
+        // A pattern keeps what it matched last: each call has its own.
+        const std::vector<ConfigFilter> filters = m_filters;
+        for (const ConfigFilter &filter : filters)
+            if (!filter.matches(config))
+                return std::nullopt;
+        TableRow row{found.address, found.firmware, found.source(), {}};
+        for (const ConfigField &field : m_fields)
+            row.values.push_back(field.valuesIn(config));
+        return row;
+    }
+
+    ConfigScan m_scan;
+    QStringList m_keys;
+    QStringList m_conditions;
+    bool m_csv = false;
+    bool m_jsonLines = false;
+
+    Output *m_out = nullptr;
+    std::vector<ConfigField> m_fields;
+    std::vector<ConfigFilter> m_filters;
+    std::unique_ptr<TableWriter> m_writer;
+    qint64 m_rows = 0;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeConfigTable()
+{
+    return std::make_unique<ConfigTable>();
+}
+
+} // namespace vn::tool

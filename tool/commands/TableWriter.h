@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VN_TOOL_COMMANDS_TABLEWRITER_H
+#define VN_TOOL_COMMANDS_TABLEWRITER_H
+
+#include "tool/cli/Output.h"
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <memory>
+#include <vector>
+
+namespace vn::tool {
+
+/** A row of `config table`: one configuration. */
+struct TableRow
+{
+    QString address;  ///< null where the header has none
+    QString firmware; ///< likewise
+    QString source;
+    std::vector<QStringList> values; ///< of the columns that were asked for
+};
+
+enum class TableFormat {
+    Text,      ///< columns for people
+    Csv,       ///< RFC 4180
+    Json,      ///< {"rows": […], "faults": […]}
+    JsonLines, ///< a row a line
+};
+
+/** Prints rows as they come; never holds all of them. */
+class TableWriter
+{
+public:
+    virtual ~TableWriter() = default;
+
+    virtual void write(const TableRow &row) = 0;
+    /** Keeps what is to be told with the rows; where it is not, standard error has it already. */
+    virtual void addFault(const QString &source, const QString &reason, const QString &message);
+    /** Hands over what has been printed, where somebody may wait for it. */
+    virtual void flush() = 0;
+    /** Prints what remains. */
+    virtual void finish() = 0;
+};
+
+/** A writer to @p out of rows with @p columns behind address, firmware and source. */
+std::unique_ptr<TableWriter> makeTableWriter(TableFormat format, const QStringList &columns,
+                                             Output &out);
+
+} // namespace vn::tool
+
+#endif // VN_TOOL_COMMANDS_TABLEWRITER_H
