@@ -210,7 +210,8 @@ QByteArray readAll(QIODevice *device, AtPause atPause)
 {
     DeviceReader reader(device, -1, atPause);
     const qint64 expected = device->bytesAvailable();
-    if (expected > kMaxContentSize)
+    // What a sequential device promises it may not be able to give; its own error tells why.
+    if (expected > kMaxContentSize && !device->isSequential())
         throwDeviceError(device, qt_error_string(EFBIG));
     // One byte more than expected shows the end without growing the buffer.
     const qint64 buffered = expected > 0 ? std::min(expected, kMostOnTrust) + 1 : kChunkSize;

@@ -233,6 +233,18 @@ const ArchiveRow kRows[] = {
       "a.zip:b.cfg: entry unreadable (OverEntrySizeLimit): more than the limit of 100 bytes"_q,
       kThird},
      [](ConfigCollector::Options &options) { options.entrySizeLimit = 100; }},
+    {"entryPromisesMoreThanAnyText",
+     [](const QString &path) {
+         makeByPython(path, kThree);
+         QByteArray bytes = readFile(path);
+         const int record = bytes.indexOf("PK\1\2", bytes.indexOf("PK\1\2") + 1);
+         bytes.replace(record + 24, 4, "\xfe\xff\xff\xff"); // the size in the directory
+         writeFile(path, bytes);
+     },
+     ""_b,
+     {kFirst,
+      "a.zip:b.cfg: entry unreadable (OverEntrySizeLimit): more than the limit of 268435456 bytes"_q,
+      kThird}},
     {"archiveTooLarge",
      [](const QString &path) {
          makeByPython(path, {kThree.at(0), {"b.cfg"_q, QByteArray(101, 'x')}, kThree.at(2)});
