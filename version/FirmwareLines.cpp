@@ -115,14 +115,18 @@ private:
         do {
             m_next = 0;
             m_chunk.clear();
-            const qint64 size = m_takesLines ? m_device.readLine(bytes.data(), kChunk)
-                                             : m_device.read(bytes.data(), kChunk);
+            // Of a named pipe Qt reads lines byte by byte: no way to go through an image.
+            const bool byLine = m_takesLines && m_lineSize < kChunk;
+            const qint64 size = byLine ? m_device.readLine(bytes.data(), kChunk)
+                                       : m_device.read(bytes.data(), kChunk);
             if (size <= 0)
                 return false;
             const auto count = static_cast<int>(size);
+            const QByteArray taken = QByteArray::fromRawData(bytes.data(), count);
+            const int newline = taken.lastIndexOf('\n');
+            m_lineSize = newline < 0 ? m_lineSize + size : size - newline - 1;
             if (!m_codec)
-                m_codec = QTextCodec::codecForUtfText(QByteArray::fromRawData(bytes.data(), count),
-                                                      QTextCodec::codecForLocale());
+                m_codec = QTextCodec::codecForUtfText(taken, QTextCodec::codecForLocale());
             m_chunk = m_codec->toUnicode(bytes.data(), count, &m_state);
             if (m_isText)
                 m_chunk.remove(QLatin1Char('\r'));
@@ -142,6 +146,7 @@ private:
     const bool m_isSequential;
     const bool m_isText;
     bool m_takesLines;
+    qint64 m_lineSize = 0; // bytes taken since the last newline
     const QTextCodec *m_codec = nullptr;
     QTextCodec::ConverterState m_state;
     QString m_chunk;

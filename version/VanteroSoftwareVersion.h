@@ -174,9 +174,10 @@ public:
 
     /**
      * The same over a device that is open for reading, from its current position, in the locale's
-     * codec. Of a sequential device no more is taken than the 30 lines, up to 16,384 bytes at once
-     * where it is a QFile opened by a handle; a file such as a named pipe is waited for, any other
-     * device gives what it has at hand. Where one of random access stands afterwards is open.
+     * codec. Of a sequential device no more is taken than the 30 lines, but up to 16,384 bytes
+     * at once of a line that is longer than that, and of a QFile opened by a handle; a file such
+     * as a named pipe is waited for, any other device gives what it has at hand. Where one of
+     * random access stands afterwards is open.
      *
      * A line may be of any length below 2^29 characters; a longer one names no version. Of a line
      * that is no version line no more than 2 MB are kept in memory, but of a sequential device,
