@@ -7,9 +7,8 @@
 #include "config/ConfigTextReader_p.h"
 #include "config/VanteroConfigMap.h"
 
-#include <QtCore/QHashFunctions>
-
 #include <array>
+#include <cstring>
 
 namespace vn {
 
@@ -23,14 +22,33 @@ class SharedKeys
 public:
     const QString &key(QStringView text)
     {
-        QString &remembered = m_keys[qHash(text) % m_keys.size()];
+        QString &remembered = m_keys[slotOf(text)];
         if (remembered != text || remembered.isNull())
             remembered = text.toString();
         return remembered;
     }
 
 private:
-    std::array<QString, 512> m_keys;
+    static constexpr int kSlotBits = 11; // the keys of a few hundred sections of a few kinds
+
+    /** Keys differ at their ends; to look at all of a key takes longer than to compare it once. */
+    static std::size_t slotOf(QStringView key)
+    {
+        quint64 front = 0;
+        quint64 back = 0;
+        const std::size_t size = sizeof(char16_t) * std::size_t(key.size());
+        if (size >= sizeof front) {
+            const auto *const bytes = reinterpret_cast<const char *>(key.utf16());
+            std::memcpy(&front, bytes, sizeof front);
+            std::memcpy(&back, bytes + size - sizeof back, sizeof back);
+        } else if (size > 0) {
+            std::memcpy(&front, key.utf16(), size);
+        }
+        const quint64 mixed = front * 0x9e3779b97f4a7c15U + back * 0xc2b2ae3d27d4eb4fU + size;
+        return std::size_t(mixed >> (64 - kSlotBits));
+    }
+
+    std::array<QString, 1U << kSlotBits> m_keys;
 };
 
 /**

@@ -64,20 +64,30 @@ void readSectionsInto(VanteroConfigMap &map, MemoryLines &lines)
 class StreamBuilder : public internal::ConfigSink
 {
 public:
-    explicit StreamBuilder(VanteroConfigFile &config)
+    /** @p keys, where there are any, are shared by all sections that are read. */
+    explicit StreamBuilder(VanteroConfigFile &config, SharedKeys *keys = nullptr)
         : m_config(config)
+        , m_keys(keys)
     {
     }
 
     void addEntry(const QString &section, QStringView key, QStringView value)
     {
-        m_config.addValue(section, m_keys.key(key), toText(value));
+        m_config.addValue(section, m_keys ? m_keys->key(key) : key.toString(), toText(value));
     }
 
 private:
     VanteroConfigFile &m_config;
-    SharedKeys m_keys;
+    SharedKeys *m_keys;
 };
+
+/** Reads all section blocks of a stream into @p config. */
+void readSectionsInto(VanteroConfigFile &config, StreamLines &lines)
+{
+    SharedKeys keys;
+    StreamBuilder builder(config, &keys);
+    internal::readSections(lines, builder);
+}
 
 /** What @p device has at hand, as a QTextStream decodes it. That stream ends early and in silence
  * where its device fails; here the failure is heard. */
@@ -145,8 +155,7 @@ bool VanteroConfigFile::parse(QTextStream *stream, const QDateTime &dateTime)
         m_timeStamp = dateTime;
         StreamLines lines(stream);
         const bool complete = readHeaderInto(m_map, lines);
-        StreamBuilder builder(*this);
-        internal::readSections(lines, builder);
+        readSectionsInto(*this, lines);
         return complete;
     });
 }
@@ -201,8 +210,7 @@ void VanteroConfigFile::parseJpegComment(QTextStream *stream)
     onlyThrows<ParseException, IOException>([&] {
         const QMutexLocker lock(m_lock.get());
         StreamLines lines(stream);
-        StreamBuilder builder(*this);
-        internal::readSections(lines, builder);
+        readSectionsInto(*this, lines);
     });
 }
 
