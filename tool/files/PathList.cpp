@@ -9,6 +9,7 @@
 
 #include <QtCore/QFile>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 
@@ -59,14 +60,14 @@ QStringList PathList::next()
                 return {};
             continue;
         }
-        QByteArray piece(kPiece, Qt::Uninitialized);
-        const ssize_t count = ::read(m_descriptor, piece.data(), std::size_t(kPiece));
+        std::array<char, kPiece> piece;
+        const ssize_t count = ::read(m_descriptor, piece.data(), piece.size());
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
             throw failure(m_name);
         isAtEnd = count == 0;
-        m_rest.append(piece.constData(), int(count));
+        m_rest.append(piece.data(), int(count));
         QList<QByteArray> words = m_rest.split(m_separator);
         m_rest = isAtEnd ? QByteArray() : words.takeLast();
         for (const QByteArray &word : qAsConst(words))
