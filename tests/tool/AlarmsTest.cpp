@@ -76,10 +76,10 @@ TEST(AlarmsListCommand, showsRepeatedKeysInTheirOrder)
               "{\n"
               "  \"file\": \"-\",\n"
               "  \"alarms\": {\n"
-              "    \"a\": 1,\n"
-              "    \"a\": 3,\n"
+              "    \"a\": [1, 3],\n"
               "    \"b\": 2\n"
-              "  }\n"
+              "  },\n"
+              "  \"repeatedKeys\": [\"/a\"]\n"
               "}\n",
               "");
 }

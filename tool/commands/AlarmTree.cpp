@@ -3,13 +3,16 @@
 
 #include "tool/commands/AlarmTree.h"
 
+#include "alarm/AlarmDocument.h"
 #include "alarm/AlarmLint.h"
 #include "base/Exceptions.h"
 #include "base/FileUtils.h"
 #include "base/SourceExcerpt.h"
 
 #include <QtCore/QDateTime>
+#include <QtCore/QHash>
 #include <QtCore/QMap>
+#include <QtCore/QSet>
 #include <QtCore/QVariant>
 #include <QtScript/QScriptValue>
 #include <QtScript/QScriptValueIterator>
@@ -50,6 +53,13 @@ QString keyText(const QString &key)
     };
     const bool isWord = !key.isEmpty() && std::all_of(key.begin(), key.end(), isWordCharacter);
     return isWord ? key : textOf(jsonString(key));
+}
+
+/** @p name as a part of a JSON pointer. */
+QString pointerToken(QString name)
+{
+    return name.replace(QLatin1Char('~'), QLatin1String("~0"))
+        .replace(QLatin1Char('/'), QLatin1String("~1"));
 }
 
 } // namespace
@@ -119,16 +129,67 @@ AlarmTree::AlarmTree(const QScriptValue &value)
     }
 }
 
-Json AlarmTree::toJson() const
+AlarmTree::AlarmTree(const AlarmValue &value)
+{
+    const QVector<AlarmMember> members = value.members();
+    switch (value.kind()) {
+    case AlarmValue::Kind::Object:
+    case AlarmValue::Kind::Array:
+        m_kind = value.kind() == AlarmValue::Kind::Object ? Kind::Object : Kind::List;
+        for (const AlarmMember &member : members)
+            m_children.emplace_back(member.key, AlarmTree(member.value));
+        break;
+    default: // all others are as programs get them
+        *this = AlarmTree(value.toVariant());
+    }
+}
+
+bool AlarmTree::hasRepeatedKeys() const
+{
+    QSet<QString> names;
+    for (const auto &[name, child] : m_children) {
+        if ((m_kind == Kind::Object && names.contains(name)) || child.hasRepeatedKeys())
+            return true;
+        names.insert(name);
+    }
+    return false;
+}
+
+Json AlarmTree::toJson(QStringList &repeated) const
+{
+    return toJson(QString(), repeated);
+}
+
+Json AlarmTree::toJson(const QString &pointer, QStringList &repeated) const
 {
     if (m_kind == Kind::Scalar)
         return m_json;
-    Json json = m_kind == Kind::List ? Json::array() : Json::object();
-    for (const auto &[name, child] : m_children) {
-        if (m_kind == Kind::List)
-            json.append(child.toJson());
-        else
-            json.insert(name, child.toJson());
+    if (m_kind == Kind::List) {
+        Json json = Json::array();
+        for (std::size_t i = 0; i < m_children.size(); ++i)
+            json.append(
+                m_children[i].second.toJson(pointer + QStringLiteral("/%1").arg(i), repeated));
+        return json;
+    }
+    QHash<QString, int> counts;
+    for (const auto &[name, child] : m_children)
+        ++counts[name];
+    Json json = Json::object();
+    for (auto child = m_children.begin(); child != m_children.end(); ++child) {
+        const int count = counts.take(child->first); // 0: the values stand with the first one
+        const QString place = pointer + QLatin1Char('/') + pointerToken(child->first);
+        if (count == 1) {
+            json.insert(child->first, child->second.toJson(place, repeated));
+        } else if (count > 1) {
+            repeated << place;
+            Json values = Json::array();
+            int number = 0;
+            for (auto other = child; other != m_children.end(); ++other)
+                if (other->first == child->first)
+                    values.append(other->second.toJson(place + QStringLiteral("/%1").arg(number++),
+                                                       repeated));
+            json.insert(child->first, values);
+        }
     }
     return json;
 }
@@ -160,12 +221,13 @@ void AlarmTree::write(QString &text, int level) const
     }
 }
 
-ToolError alarmError(const ParseException &exception, const QString &name, const QByteArray &bytes)
+ToolError alarmError(const ParseException &exception, const QString &name, const QByteArray &bytes,
+                     qint64 firstLine)
 {
     const TextRange range = alarmTextRange(bytes, exception.startColumn(), exception.endColumn());
     const SourceExcerpt excerpt = sourceExcerpt(FileUtils::decodeText(bytes), range);
-    const ToolError error =
-        ToolError(ExitCode::BadInput, exception.message()).at(name, range.line, range.column);
+    const ToolError error = ToolError(ExitCode::BadInput, exception.message())
+                                .at(name, int(firstLine) - 1 + range.line, range.column);
     return excerpt.line.isEmpty() ? error
                                   : error.showing(excerpt.line + QLatin1Char('\n') + excerpt.mark);
 }

@@ -20,6 +20,10 @@ namespace vn {
 class ParseException;
 }
 
+namespace vn {
+class AlarmValue;
+}
+
 namespace vn::tool {
 
 /** What an alarm list or alarm update holds, in the order and with the duplicates of the library.
@@ -33,11 +37,18 @@ public:
     /** The object of an alarm update. */
     explicit AlarmTree(const QScriptValue &value);
 
+    /** An alarm list in the order of its text. */
+    explicit AlarmTree(const AlarmValue &value);
+
+    /** Whether an object in it has a key twice. */
+    bool hasRepeatedKeys() const;
+
     /**
-     * The tree as JSON. A repeated key is a repeated name: the first of them is the one that
-     * lookups give. Invalid dates and numbers that are not finite are null; a date is local time.
+     * The tree as JSON. Invalid dates and numbers that are not finite are null; a date is local
+     * time. The values of a repeated key are one array, in the order of the tree; @p repeated gets
+     * the JSON pointer (RFC 6901) of each such array.
      */
-    Json toJson() const;
+    Json toJson(QStringList &repeated) const;
 
     /** The tree as lines, indented by two blanks a level: "key: value" in objects, "- value" in
      * lists. Strings are quoted and escaped as in JSON, keys where they are more than a word. */
@@ -46,6 +57,7 @@ public:
 private:
     enum class Kind { Scalar, List, Object };
 
+    Json toJson(const QString &pointer, QStringList &repeated) const;
     bool isBlock() const { return m_kind != Kind::Scalar && !m_children.empty(); }
     void write(QString &text, int level) const;
 
@@ -55,9 +67,10 @@ private:
     std::vector<std::pair<QString, AlarmTree>> m_children; // in a list without names
 };
 
-/** The error that @p exception means for the text @p bytes of the file @p name, with the line and a
- * mark under the offending token. */
-ToolError alarmError(const ParseException &exception, const QString &name, const QByteArray &bytes);
+/** The error that @p exception means for the text @p bytes of the file @p name, with the line,
+ * counted from @p firstLine, and a mark under the offending token. */
+ToolError alarmError(const ParseException &exception, const QString &name, const QByteArray &bytes,
+                     qint64 firstLine = 1);
 
 } // namespace vn::tool
 

@@ -1,12 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#include "tool/cli/Command.h"
-#include "tool/commands/AlarmTree.h"
-#include "tool/files/Input.h"
+#include "tool/commands/AlarmFiles.h"
 
-#include "alarm/AlarmListParser.h"
-#include "base/Exceptions.h"
+#include "alarm/AlarmDocument.h"
 
 #include <memory>
 
@@ -24,35 +21,34 @@ public:
             "first, the elements of arrays in reverse order, all as programs get them. Escapes in "
             "strings are not decoded, so their backslashes are shown doubled.");
         arguments.describe(
-            "With --json a repeated key is a repeated name, the first of which is the one that "
-            "lookups give; numbers that are not finite are null.");
-        arguments.file("FILE", "alarm list (Latin-1), \"-\" for standard input", m_file);
-        arguments.json();
+            "With --json, numbers that are not finite are null. A list in which a key repeats is "
+            "in "
+            "the order of its text then; the values of such a key are one array, and "
+            "\"repeatedKeys\" names these arrays by their JSON pointers.");
+        m_files.declare(arguments, "alarm list (Latin-1), \"-\" for standard input");
+        arguments.flag("--text-order", "keys and elements in the order of the text", m_inTextOrder);
         arguments.example("vantero-formats alarms list gate.alarms", "shows that list as a tree");
+        arguments.example("vantero-formats alarms list gate.alarms --text-order",
+                          "shows it as it was written");
     }
 
     ExitCode run(Output &out) override
     {
-        const QByteArray bytes = readInput(m_file);
-        const AlarmTree tree = [&] {
-            try {
-                // The library ends the process where a comment ends with "*" and the text with it.
-                // With a blank behind, that is an error like others; elsewhere it changes nothing.
-                QByteArray buffer = bytes.endsWith('*') ? bytes + ' ' : bytes;
-                return AlarmTree(AlarmListParser().parse(&buffer));
-            } catch (const ParseException &e) {
-                throw alarmError(e, m_file, bytes);
-            }
-        }();
-        if (out.json())
-            out.setResult(Json::object({{"file", m_file}, {"alarms", tree.toJson()}}));
-        else
-            out.print(tree.toText());
-        return ExitCode::Done;
+        return m_files.show(out, "alarms", [&](const QByteArray &bytes) {
+            // A star that ends a comment and the text with it is more than a parser bears. With a
+            // blank behind, it is a comment that never ends, like others.
+            const AlarmDocument list =
+                AlarmDocument::parse(bytes.endsWith('*') ? bytes + ' ' : bytes);
+            if (m_inTextOrder)
+                return AlarmTree(list.root());
+            AlarmTree tree(list.root().toVariant());
+            return out.json() && tree.hasRepeatedKeys() ? AlarmTree(list.root()) : tree;
+        });
     }
 
 private:
-    QString m_file;
+    AlarmFiles m_files;
+    bool m_inTextOrder = false;
 };
 
 } // namespace

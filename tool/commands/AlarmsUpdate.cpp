@@ -1,17 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#include "tool/cli/Command.h"
-#include "tool/commands/AlarmTree.h"
-#include "tool/files/Input.h"
+#include "tool/cli/ToolError.h"
+#include "tool/commands/AlarmFiles.h"
 
+#include "alarm/AlarmUpdateLines.h"
 #include "alarm/AlarmUpdateParser.h"
-#include "base/Exceptions.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
 #include <QtScript/QScriptEngine>
 
 #include <memory>
+#include <unistd.h>
 
 namespace vn::tool {
 
@@ -27,8 +28,14 @@ public:
             "to the first, of a repeated key the leftmost value, lists in reverse order. Dates are "
             "local midnights; a time has no day and is an invalid date.");
         arguments.describe("With --json an invalid date is null.");
-        arguments.file("FILE", "alarm update (Latin-1), \"-\" for standard input", m_file);
-        arguments.json();
+        arguments.describe(
+            "With --lines each line is an update of its own, shown before the next one is read, "
+            "behind a line \"# FILE:LINE\". A line that is none is told, and the others go on. "
+            "With "
+            "--json such lines are an object each: {\"line\", \"properties\"} or {\"line\", "
+            "\"error\"}, of several files {\"file\", \"line\", ...}.");
+        m_files.declare(arguments, "alarm update (Latin-1), \"-\" for standard input");
+        arguments.flag("--lines", "read an update a line", m_areLines);
         arguments.example("vantero-formats alarms update gate.update", "shows that update");
     }
 
@@ -41,24 +48,79 @@ public:
         const QCoreApplication application(argumentCount, argumentValues);
         QScriptEngine engine;
 
-        const QByteArray bytes = readInput(m_file);
-        const AlarmTree tree = [&] {
-            try {
-                QByteArray buffer = bytes;
-                return AlarmTree(AlarmUpdateParser(&engine).parse(&buffer));
-            } catch (const ParseException &e) {
-                throw alarmError(e, m_file, bytes);
-            }
-        }();
-        if (out.json())
-            out.setResult(Json::object({{"file", m_file}, {"update", tree.toJson()}}));
-        else
-            out.print(tree.toText());
-        return ExitCode::Done;
+        if (m_areLines)
+            return showLines(out, engine);
+        return m_files.show(out, "update", [&](const QByteArray &bytes) {
+            QByteArray buffer = bytes;
+            return AlarmTree(AlarmUpdateParser(&engine).parse(&buffer));
+        });
     }
 
 private:
-    QString m_file;
+    ExitCode showLines(Output &out, QScriptEngine &engine)
+    {
+        ExitCode worst = ExitCode::Done;
+        for (const QString &name : m_files.names()) {
+            try {
+                if (!showLines(name, out, engine))
+                    worst = std::max(worst, ExitCode::BadInput);
+            } catch (const ToolError &e) {
+                out.complain(e);
+                worst = std::max(worst, e.code());
+            }
+        }
+        if (out.json())
+            out.printJson(QByteArray()); // also of no line at all
+        return worst;
+    }
+
+    /** Whether all lines are updates. */
+    bool showLines(const QString &name, Output &out, QScriptEngine &engine)
+    {
+        QFile file(name);
+        if (!(name == QLatin1String("-") ? file.open(STDIN_FILENO, QIODevice::ReadOnly)
+                                         : file.open(QIODevice::ReadOnly)))
+            throw ToolError(ExitCode::BadInput, file.errorString()).at(name);
+        bool areUpdates = true;
+        AlarmUpdateLines lines(&file);
+        try {
+            while (lines.next()) {
+                areUpdates = areUpdates && !lines.error();
+                if (out.json())
+                    out.printJson(asJson(name, lines, engine).toLine());
+                else if (lines.error())
+                    out.complain(
+                        alarmError(*lines.error(), name, lines.line(), lines.lineNumber()));
+                else
+                    out.print(QStringLiteral("# %1:%2\n").arg(name).arg(lines.lineNumber()) +
+                              AlarmTree(lines.update().root().toScriptValue(&engine)).toText());
+                out.flush(); // somebody may wait for it
+            }
+        } catch (const IOException &e) {
+            throw ToolError(ExitCode::BadInput, e.message()).at(name);
+        }
+        return areUpdates;
+    }
+
+    Json asJson(const QString &name, const AlarmUpdateLines &lines, QScriptEngine &engine) const
+    {
+        Json json = Json::object();
+        if (m_files.names().size() > 1)
+            json.insert(QStringLiteral("file"), name);
+        json.insert(QStringLiteral("line"), lines.lineNumber());
+        QStringList repeated; // updates keep one value a key
+        if (lines.error())
+            json.insert(
+                QStringLiteral("error"),
+                errorToJson(alarmError(*lines.error(), name, lines.line(), lines.lineNumber())));
+        else
+            json.insert(QStringLiteral("properties"),
+                        AlarmTree(lines.update().root().toScriptValue(&engine)).toJson(repeated));
+        return json;
+    }
+
+    AlarmFiles m_files;
+    bool m_areLines = false;
 };
 
 } // namespace
