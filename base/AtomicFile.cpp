@@ -34,15 +34,15 @@ using internal::retried;
 constexpr mode_t kModeOfNewFiles = 0666; // the system takes the mask off
 constexpr mode_t kPrivateMode = 0600;    // until the mode of the old file is known to fit
 
-/** Raises the error of the latest system call. */
-[[noreturn]] void fail(const QString &path)
-{
-    throw FileException(path, errno);
-}
-
 [[noreturn]] void fail(const QString &path, int error)
 {
     throw FileException(path, error);
+}
+
+/** Raises the error of the latest system call. */
+[[noreturn]] void fail(const QString &path)
+{
+    fail(path, errno); // taken before the exception asks for memory, which may change it
 }
 
 QByteArray temporaryName()

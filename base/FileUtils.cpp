@@ -36,10 +36,10 @@ QByteArray readFile(const QString &path)
         throw FileException(path, EINVAL);
     const FileDescriptor file(
         retried([&] { return ::open(name.constData(), O_RDONLY | O_CLOEXEC); }));
-    if (!file.isValid())
-        throw FileException(path, errno);
     QByteArray bytes;
-    if (const int error = internal::readContent(file, bytes))
+    // A number of errno's is taken before the exception asks for memory, which may change it.
+    const int error = file.isValid() ? internal::readContent(file, bytes) : errno;
+    if (error != 0)
         throw FileException(path, error);
     return bytes;
 }

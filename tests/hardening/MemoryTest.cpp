@@ -323,10 +323,6 @@ const Row kRows[] = {
          vn::FileUtils::copy(&source, &copy, quint64(-1), 1000);
          return vn::FileUtils::decodeText(copied);
      }},
-    {"storeAtomic", BadAlloc | Error | EndsProcess, [] {
-         guarded([&] { configuration().storeAtomic(world().outPath); });
-         return QString::number(QFile(world().outPath).size());
-     }},
     {"atomicFiles", BadAlloc | Error, [] {
          const QString path = world().folder.path();
          const QByteArray file = QFile::encodeName(path) + "/atomic";
