@@ -310,7 +310,10 @@ private:
     void checkTitle(QStringView line)
     {
         const QLatin1String title(internal::kTitleMark);
-        const QStringView rest = line.mid(line.indexOf(title) + title.size());
+        const qsizetype at = line.indexOf(title);
+        if (looksLikeAddress(line.left(at)))
+            warnOfUnreadAddress(line);
+        const QStringView rest = line.mid(at + title.size());
         if (!rest.isEmpty() && !rest.front().isSpace())
             m_findings.warn(
                 "no-blank-in-title",
@@ -328,9 +331,19 @@ private:
                beginsWith(m_lines[line], internal::kTitleMark);
     }
 
-    bool holdsInAnyCase(std::size_t line, const char *words) const
+    static bool looksLikeAddress(QStringView line)
     {
-        return m_lines[line].contains(QLatin1String(words), Qt::CaseInsensitive);
+        return line.contains(QLatin1String("Camera IP"), Qt::CaseInsensitive) ||
+               line.contains(QLatin1String(internal::kTitleMark), Qt::CaseInsensitive);
+    }
+
+    void warnOfUnreadAddress(QStringView line)
+    {
+        m_findings.warn(
+            "address-not-read",
+            QString::fromLatin1(
+                "an address must stand behind \"# Camera IP: \" at the start of a line"),
+            line);
     }
 
     /** A line that looks as if it said an address. */
@@ -341,13 +354,8 @@ private:
                 "title-at-start",
                 QString::fromLatin1("a title at the very start of a line has no address"),
                 m_lines[line]);
-        else if (!m_hasValue[line] &&
-                 (holdsInAnyCase(line, "Camera IP") || holdsInAnyCase(line, internal::kTitleMark)))
-            m_findings.warn("address-not-read",
-                            QString::fromLatin1(
-                                "an address must stand behind \"# Camera IP: \" at the start of a "
-                                "line"),
-                            m_lines[line]);
+        else if (!m_hasValue[line] && looksLikeAddress(m_lines[line]))
+            warnOfUnreadAddress(m_lines[line]);
     }
 
     FindingList &m_findings;

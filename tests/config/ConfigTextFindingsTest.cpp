@@ -134,6 +134,10 @@ INSTANTIATE_TEST_SUITE_P(
             "3:1+27 warning address-not-read: an address must stand behind \"# Camera IP: \" at "
             "the "
             "start of a line\n"_q},
+        Row{"twoTitlesInALine", "#:1\n#:2\n# configuration of 1 Configuration of 2\n"_q,
+            "3:1+39 warning address-not-read: an address must stand behind \"# Camera IP: \" at "
+            "the "
+            "start of a line\n"_q},
         Row{"anAddressInTheBody", kHead + "# Camera IP: 10.0.0.1\n"_q,
             "4:1+21 warning address-not-read: this address is not in the header, so it is not "
             "read\n"_q},
