@@ -57,8 +57,9 @@ QVariantMap AlarmListTree::object(const AlarmTape &tape, int index)
     const ObjectMembers members(tape, index);
     if (const KnownObject *known = m_objects.find(tape, members)) {
         QVariantMap object = known->keys;
-        auto value = object.begin(); // a copy of its own from here on
-        for (const quint8 member : known->order) {
+        const QVector<quint8> order = known->order; // objects inside may take the known one's place
+        auto value = object.begin();                // a copy of its own from here on
+        for (const quint8 member : order) {
             fill(*value, tape, members.value(member));
             ++value;
         }

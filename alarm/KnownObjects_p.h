@@ -10,6 +10,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QVariant>
+#include <QtCore/QVector>
 
 #include <array>
 #include <vector>
@@ -54,7 +55,7 @@ struct KnownObject
     QByteArray names;          // one behind the other
     std::vector<quint16> ends; // of each key in `names`
     QVariantMap keys;          // without values
-    std::vector<quint8> order; // of each entry of `keys`: the member that it is of
+    QVector<quint8> order;     // of each entry of `keys`: the member that it is of
 };
 
 /** Remembers the keys of objects that came at least twice: to copy them all at once is quicker than
@@ -62,7 +63,8 @@ struct KnownObject
 class KnownObjects
 {
 public:
-    /** The object with the keys of @p members, from its second time on; else null. */
+    /** The object with the keys of @p members, from its second time on; else null. Until the next
+     * call. */
     const KnownObject *find(const AlarmTape &tape, const ObjectMembers &members);
 
 private:

@@ -292,6 +292,16 @@ TEST(AlarmListParserState, memoryOfATextIsNotUsedAfterwards)
     EXPECT_EQ(shown(value), "{\"key\": [\"word\", \"a text\"]}"_q);
 }
 
+TEST(AlarmListParserState, remembersKeysOfObjectsInsideOfOthers)
+{
+    // The keys of the outer and the inner objects are remembered in one place, in turn.
+    const QByteArray object = "{a:[{state:1},{state:2}],b:3}";
+    const QString expected = "{\"a\": [{\"state\": 2}, {\"state\": 1}], \"b\": 3}"_q;
+    AlarmListParser parser;
+    EXPECT_EQ(shown(parsed(parser, "[" + object + "," + object + "," + object + "]")),
+              QStringLiteral("[%1, %1, %1]").arg(expected));
+}
+
 // ---- The object ---------------------------------------------------------------------------------
 
 TEST(AlarmListParserObject, hasAParent)
