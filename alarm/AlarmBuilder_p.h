@@ -88,6 +88,7 @@ public:
         m_location = {0, 0};
         m_errorMessage = m_initialMessage;
         m_tape.clear();
+        m_lastWhole = -1; // a text that is too long never begins
     }
     /** The grammar begins to read. */
     void begin()

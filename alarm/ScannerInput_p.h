@@ -102,9 +102,9 @@ void runGrammar(Builder &builder, const char *data, unsigned int length, Standar
         throw ParseException(textTooLong(), 0, 0, 0, 0);
     const int error = [&] {
         builder.begin();
-        const Input input(data, length, builder.scanner(), rest, builder.token().space);
-        builder.tape().begin(input.isStandardInput() ? nullptr : data);
-        try {
+        try { // making the input may run out of memory in the scanner, too
+            const Input input(data, length, builder.scanner(), rest, builder.token().space);
+            builder.tape().begin(input.isStandardInput() ? nullptr : data);
             return parse(&builder);
         } catch (const ScannerError &e) {
             builder.setErrorMessage(e.message.c_str());
