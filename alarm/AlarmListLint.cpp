@@ -404,6 +404,7 @@ private:
     {
         push(token);
         m_frames.push_back({token.mark, token.start, 0, 0, {}});
+        m_openArrays += token.mark == '[' ? 1 : 0;
         m_state = token.mark == '[' ? State::ArrayBegin : State::ObjectBegin;
     }
 
@@ -413,6 +414,7 @@ private:
             pop(inside - 1); // the values are one
         push(token);
         m_depth -= m_frames.back().pushed + 1; // with the opening mark, which the outer one counts
+        m_openArrays -= m_frames.back().mark == '[' ? 1 : 0;
         m_frames.pop_back();
         if (m_frames.empty()) {
             m_state = State::Done;
@@ -580,10 +582,8 @@ private:
     bool mismatch(const Token &token)
     {
         const char wanted = token.mark == ']' ? '[' : '{';
-        bool isOpen = false;
-        for (const Frame &frame : m_frames)
-            isOpen = isOpen || frame.mark == wanted;
-        if (!isOpen)
+        const int openMarks = static_cast<int>(m_frames.size());
+        if ((wanted == '[' ? m_openArrays : openMarks - m_openArrays) == 0)
             return true; // as if it were not there
         while (m_frames.back().mark != wanted)
             close(token);
@@ -659,6 +659,7 @@ private:
     Scanner m_scanner;
     State m_state = State::Top;
     std::vector<Frame> m_frames;
+    int m_openArrays = 0; // of the frames
     int m_depth = 0;
     bool m_isTold = false; // of the token at hand
     Token m_before;

@@ -72,6 +72,9 @@ QScriptValue AlarmUpdateObject::value(const AlarmTape &tape, int index)
         return m_engine->newDate(std::numeric_limits<double>::quiet_NaN());
     case AlarmEntry::Kind::Array:
         return array(tape, index);
+    case AlarmEntry::Kind::Null: // of alarm lists, as are objects inside of others
+    case AlarmEntry::Kind::Object:
+        return {};
     default:
         return string(tape, index);
     }
@@ -81,8 +84,11 @@ QScriptValue AlarmUpdateObject::array(const AlarmTape &tape, int index)
 {
     const int count = tape[index].children.count;
     QScriptValue array = m_engine->newArray(static_cast<uint>(count));
-    for (int i = 0; i < count; ++i) // in reverse, see the grammar
-        array.setProperty(static_cast<quint32>(i), string(tape, index - 1 - i));
+    int child = index - 1;
+    for (int i = 0; i < count; ++i) { // in reverse, see the grammar
+        array.setProperty(static_cast<quint32>(i), value(tape, child));
+        child = tape.before(child);
+    }
     return array;
 }
 

@@ -39,8 +39,8 @@ public:
         for (int index = 0;; ++index) {
             const int end = endOfPart(begin);
             checkPart(index, begin, end);
-            if (end == m_text.size())
-                break;
+            if (end == m_text.size() || index == kVersionComponents)
+                break; // all that follows is ignored
             begin = endOfSeparators(end);
             if (begin - end > 1 && begin != m_text.size() && end != 0)
                 add(kNote, "separators", end, begin, "\"%1\" separates like one character");
