@@ -49,8 +49,8 @@ namespace vn {
 
 /**
  * The bytes from @p start up to @p end of an alarm text, which a ParseException of the parsers has
- * as its columns, as a place: lines and columns as in findings. What lies outside of @p text is
- * taken for its end.
+ * as its columns, as a place: lines and columns as in findings. What lies behind @p text is
+ * taken for its end, a negative place for its beginning, an end before the start for the start.
  *
  * Threads: reentrant.
  * @since 1.0.0

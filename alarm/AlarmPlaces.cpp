@@ -4,8 +4,7 @@
 #include "alarm/AlarmPlaces_p.h"
 
 #include "alarm/AlarmLint.h"
-
-#include <QtCore/QTextCodec>
+#include "base/Utf8_p.h"
 
 #include <algorithm>
 
@@ -15,7 +14,6 @@ namespace internal {
 
 namespace {
 
-constexpr int kUtf8Mib = 106;
 constexpr int kBlock = 256;
 
 /** The UTF-16 code units of the bytes: those that go on are none of their own, four bytes are two.
@@ -41,9 +39,7 @@ AlarmPlaces::AlarmPlaces(const QByteArray &text)
     const auto isBeyondAscii = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; };
     if (!std::any_of(text.begin(), text.end(), isBeyondAscii))
         return;
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    (void)QTextCodec::codecForMib(kUtf8Mib)->toUnicode(text.constData(), text.size(), &state);
-    m_isUtf8 = state.invalidChars == 0 && state.remainingChars == 0;
+    m_isUtf8 = fromWellFormedUtf8(text).has_value();
     int units = 0;
     for (int start = 0; m_isUtf8 && start < text.size(); start += kBlock) {
         m_units.push_back(units);

@@ -125,9 +125,13 @@ private:
             const QByteArray taken = QByteArray::fromRawData(bytes.data(), count);
             const int newline = taken.lastIndexOf('\n');
             m_lineSize = newline < 0 ? m_lineSize + size : size - newline - 1;
-            if (!m_codec)
-                m_codec = QTextCodec::codecForUtfText(taken, QTextCodec::codecForLocale());
-            m_chunk = m_codec->toUnicode(bytes.data(), count, &m_state);
+            if (!m_codec) {
+                // Qt's codecs are not there any more while the process ends.
+                if (QTextCodec *const ofLocale = QTextCodec::codecForLocale())
+                    m_codec = QTextCodec::codecForUtfText(taken, ofLocale);
+            }
+            m_chunk = m_codec ? m_codec->toUnicode(bytes.data(), count, &m_state)
+                              : QString::fromLatin1(bytes.data(), count);
             if (m_isText)
                 m_chunk.remove(QLatin1Char('\r'));
         } while (m_chunk.isEmpty());
