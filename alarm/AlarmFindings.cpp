@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <limits>
 #include <string>
 
 namespace vn::internal {
@@ -45,9 +47,9 @@ bool isKept(const char *begin, const char *end)
     const std::string digits = significantDigits(begin, end);
     double value = 0;
     if (std::from_chars(begin, end, value).ec != std::errc())
-        return false; // beyond the largest, or nearer to zero than the smallest
-    if (digits.size() <= kKeptDigits)
-        return true;
+        return false;                 // beyond the largest, or nearer to zero than the smallest
+    if (digits.size() <= kKeptDigits) // of the smallest numbers, fewer are kept
+        return digits.empty() || std::abs(value) >= std::numeric_limits<double>::min();
     if (digits.size() > kMaxDigits)
         return false;
     char shown[kMaxDigits + 16];
