@@ -463,7 +463,9 @@ public:
 
     void endSection(QStringView line)
     {
-        checkMark(line, internal::nameOfEnd(line));
+        const QStringView name = internal::nameOfEnd(line);
+        if (!name.isNull()) // null where the line ends with the mark
+            checkMark(line, name);
         QStringView &lastLine = m_sections[std::size_t(m_section)].lastLine;
         if (lastLine.isNull())
             lastLine = line;

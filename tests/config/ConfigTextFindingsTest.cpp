@@ -82,6 +82,8 @@ INSTANTIATE_TEST_SUITE_P(
             "6:1+12 error end-of-another-section: ENDSECTION b does not match SECTION\n"_q},
         Row{"endWithABlankBehindTheName", kHead + "SECTION a\nk=1\nENDSECTION a \n"_q,
             "6:1+13 error end-of-another-section: ENDSECTION a  does not match SECTION\n"_q},
+        Row{"endWithoutAName", kHead + "SECTION a\nk=1\nENDSECTION\n"_q,
+            "6:1+10 error end-of-another-section: ENDSECTION does not match SECTION\n"_q},
         Row{"sectionNotClosed", kHead + "SECTION a\nk=1\n"_q,
             "4:1+9 error section-not-closed: ENDSECTION a expected\n"_q},
         Row{"severalInOnePass",
