@@ -94,11 +94,8 @@ void findMistakenNames(QStringView text, std::vector<NamedSection> &sections)
     const QLatin1String end(kEndOfLine);
     const qsizetype lead = end.size() - start.size();
     for (qsizetype at = 0; (at = text.indexOf(start, at)) >= 0; at += start.size()) {
-        QStringView named = text.mid(at + start.size());
-        const qsizetype lineEnd = named.indexOf(QLatin1Char('\n'));
-        if (lineEnd >= 0)
-            named.truncate(lineEnd);
-        const int longest = chains.longestStartOf(named);
+        // No name holds a line end, so none needs to be looked for, which may be far away.
+        const int longest = chains.longestStartOf(text.mid(at + start.size()));
         const auto expect = [&](qsizetype place, qsizetype NamedSection::*expected) {
             return [&sections, place, expected](std::size_t i) {
                 NamedSection &section = sections[i];
