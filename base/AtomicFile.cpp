@@ -45,9 +45,10 @@ constexpr mode_t kPrivateMode = 0600;    // until the mode of the old file is kn
     fail(path, errno); // taken before the exception asks for memory, which may change it
 }
 
+/** By the system's random numbers: those of Qt's own generator are the same in forked processes. */
 QByteArray temporaryName()
 {
-    return ".vantero-" + QByteArray::number(QRandomGenerator::global()->generate64(), 36);
+    return ".vantero-" + QByteArray::number(QRandomGenerator::system()->generate64(), 36);
 }
 
 QByteArray folderOf(const QByteArray &path)
@@ -386,8 +387,11 @@ void AtomicFiles::Private::makeWaitingRoom()
     waiting = FileDescriptor(retried([&] {
         return ::openat(folder.get(), name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     }));
-    if (!waiting.isValid())
-        fail(path);
+    if (!waiting.isValid()) {
+        const int error = errno;
+        removeWaitingRoom(); // another call makes another one
+        fail(path, error);
+    }
 }
 
 void AtomicFiles::Private::removeWaitingRoom()
