@@ -54,7 +54,7 @@ QString EncodedText::lineEnd() const
 {
     const int end = m_text.indexOf(QLatin1Char('\n'));
     const bool isDouble = end > 0 && m_text.at(end - 1) == QLatin1Char('\r');
-    return isDouble ? QStringLiteral("\r\n") : QStringLiteral("\n");
+    return isDouble ? QString::fromLatin1("\r\n") : QString::fromLatin1("\n");
 }
 
 bool EncodedText::hasMixedLineEnds() const noexcept
@@ -89,10 +89,11 @@ EncodedText::Result EncodedText::encode(const QString &text) const
     if (FileUtils::decodeText(result.bytes) != text) {
         result.bytes = QByteArray();
         result.fault = Fault::ReadOtherwise;
-        result.message =
-            isLatin1
-                ? QStringLiteral("the result would be read in another encoding than the file's")
-                : QStringLiteral("the text begins with a byte order mark, which reading drops");
+        result.message = isLatin1
+                             ? QString::fromLatin1(
+                                   "the result would be read in another encoding than the file's")
+                             : QString::fromLatin1(
+                                   "the text begins with a byte order mark, which reading drops");
     }
     return result;
 }

@@ -321,7 +321,7 @@ void ZipDecoder::decode(int index, EntryContent *content)
         const int found = archive_read_next_header(pass.handle(), &header);
         ++pass.next;
         if (found == ARCHIVE_EOF)
-            failArchive(ArchiveError::Damaged, QStringLiteral("not where the directory says"));
+            failArchive(ArchiveError::Damaged, QString::fromLatin1("not where the directory says"));
         // In a locale without the letters of its name every entry brings a warning.
         if (found == ARCHIVE_WARN)
             checkLocalHeader(entry);
@@ -351,7 +351,7 @@ void ZipDecoder::decode(int index, EntryContent *content)
                             .arg(size));
         // libarchive leaves out the check where there is no data.
         if (size == 0 && entry.crc != 0)
-            failArchive(ArchiveError::Damaged, QStringLiteral("the checksum is wrong"));
+            failArchive(ArchiveError::Damaged, QString::fromLatin1("the checksum is wrong"));
     } catch (...) {
         content->clear();
         m_pass.reset(); // libarchive says of few errors how to go on after them
@@ -418,7 +418,8 @@ void ZipDecoder::checkLocalHeader(const ZipEntry &entry) const
     };
     if (!isComplete || !agrees(14, entry.crc) || !sizeAgrees(18, entry.compressedSize) ||
         !sizeAgrees(22, entry.size))
-        failArchive(ArchiveError::Damaged, QStringLiteral("the entry contradicts the directory"));
+        failArchive(ArchiveError::Damaged,
+                    QString::fromLatin1("the entry contradicts the directory"));
 }
 
 } // namespace internal

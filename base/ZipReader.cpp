@@ -94,7 +94,8 @@ struct OpenArchive
 
 ArchiveException notOpen(const QString &path)
 {
-    return ArchiveException(path, QString(), ArchiveError::NotOpen, QStringLiteral("not open"));
+    return ArchiveException(path, QString(), ArchiveError::NotOpen,
+                            QString::fromLatin1("not open"));
 }
 
 } // namespace
@@ -188,7 +189,7 @@ void ZipReader::Private::checkLimits(const ZipEntry &entry) const
             QStringLiteral("compressed more than the limit of %1 times").arg(ratioLimit));
     if (entry.isEncrypted() && password.isEmpty())
         internal::failArchive(ArchiveError::NeedsPassword,
-                              QStringLiteral("encrypted, and there is no password"));
+                              QString::fromLatin1("encrypted, and there is no password"));
 }
 
 ZipReader::ZipReader(const QString &path, const QByteArray &password, QObject *parent)
@@ -203,10 +204,10 @@ ZipReader::~ZipReader() = default;
 bool ZipReader::open(OpenMode mode)
 {
     if (isOpen())
-        return fail(QString(), ArchiveError::NotOpen, QStringLiteral("already open"));
+        return fail(QString(), ArchiveError::NotOpen, QString::fromLatin1("already open"));
     if (mode != ReadOnly && mode != (ReadOnly | Unbuffered))
         return fail(QString(), ArchiveError::NotOpen,
-                    QStringLiteral("archives can only be opened for reading"));
+                    QString::fromLatin1("archives can only be opened for reading"));
     try {
         d->archive.emplace(d->path, d->password, d->entryCountLimit);
     } catch (const ArchiveException &e) {
@@ -238,7 +239,7 @@ ArchiveException ZipReader::exception() const
 {
     return d->failure
                ? *d->failure
-               : ArchiveException(d->path, QString(), Error::None, QStringLiteral("no error"));
+               : ArchiveException(d->path, QString(), Error::None, QString::fromLatin1("no error"));
 }
 
 void ZipReader::close()
@@ -303,12 +304,12 @@ bool ZipReader::choose(int index, const QString &name)
     d->content.clear();
     d->offset = 0;
     if (!d->archive)
-        return fail(name, ArchiveError::NotOpen, QStringLiteral("the archive is not open"));
+        return fail(name, ArchiveError::NotOpen, QString::fromLatin1("the archive is not open"));
     QIODevice::open(openMode()); // drops what is left of the entry before
     d->index = index;
     if (index < 0) {
         d->state = Private::State::Failed;
-        return fail(name, ArchiveError::NoSuchEntry, QStringLiteral("no such entry"));
+        return fail(name, ArchiveError::NoSuchEntry, QString::fromLatin1("no such entry"));
     }
     d->failure.reset();
     d->state = Private::State::Chosen;
@@ -337,7 +338,7 @@ qint64 ZipReader::readData(char *data, qint64 maxSize)
 {
     if (d->state == Private::State::NoEntry)
         (void)fail(QString(), ArchiveError::NoSuchEntry,
-                   QStringLiteral("no entry has been chosen"));
+                   QString::fromLatin1("no entry has been chosen"));
     if (d->state == Private::State::Chosen) {
         try {
             d->decode();

@@ -143,7 +143,7 @@ void ConfigCollector::Private::readEntry(const Source &source, Found &found)
         device = reader.get();
         if (device->entryName(source.index) != source.entry)
             throw ArchiveException(source.path, source.entry, ArchiveError::NoSuchEntry,
-                                   QStringLiteral("the archive has changed meanwhile"));
+                                   QString::fromLatin1("the archive has changed meanwhile"));
         (void)device->openEntry(source.index); // likewise
     }
     found.bytes = FileUtils::readBytes(device);

@@ -33,7 +33,7 @@ void raise(ConfigFault fault, QStringView where)
 
 void raiseReadPastEnd()
 {
-    throw IOException(QStringLiteral("Read past EOF"));
+    throw IOException(QString::fromLatin1("Read past EOF"));
 }
 
 } // namespace vn::internal
