@@ -196,16 +196,16 @@ _vantero_formats() {
         several='' arguments='text'
         ;;
     'alarms list')
-        options='--json --help'
+        options='--json --text-order --help'
         files='' folders='' others=''
         choices='' again=''
-        several='' arguments='file'
+        several='' arguments='file ...'
         ;;
     'alarms update')
-        options='--json --help'
+        options='--json --lines --help'
         files='' folders='' others=''
         choices='' again=''
-        several='' arguments='file'
+        several='' arguments='file ...'
         ;;
     'alarms lint')
         options='--severity --json --updates --help'

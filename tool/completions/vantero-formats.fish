@@ -189,8 +189,10 @@ complete -c vantero-formats -n '__vantero_formats_in app-version' -l debug -d 'a
 complete -c vantero-formats -n '__vantero_formats_in app-version' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in alarms list' -F
 complete -c vantero-formats -n '__vantero_formats_in alarms list' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in alarms list' -l text-order -d 'keys and elements in the order of the text'
 complete -c vantero-formats -n '__vantero_formats_in alarms update' -F
 complete -c vantero-formats -n '__vantero_formats_in alarms update' -l json -d 'print the result as one JSON value'
+complete -c vantero-formats -n '__vantero_formats_in alarms update' -l lines -d 'read an update a line'
 complete -c vantero-formats -n '__vantero_formats_in alarms lint' -F
 complete -c vantero-formats -n '__vantero_formats_in alarms lint' -l severity -d 'print no findings that are less severe' -x -a 'error warning note'
 complete -c vantero-formats -n '__vantero_formats_in alarms lint' -l json -d 'print the result as one JSON value'
