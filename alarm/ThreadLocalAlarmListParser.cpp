@@ -36,7 +36,7 @@ public:
      * the one that loaded it need not be this one. */
     ~Store()
     {
-        if (m_hasEnd)
+        if (m_hasEnd.exchange(false)) // functions of atexit() may still come, and keys of others
             pthread_key_delete(m_end);
         removeOfLoadingThread();
     }
@@ -74,8 +74,8 @@ private:
     QThreadStorage<AlarmListParser *>
         m_parsers; // of all threads but the one that loads the library
     std::atomic<AlarmListParser *> m_ofLoadingThread{nullptr};
-    pthread_key_t m_end = 0; // tells the end of the loading thread
-    bool m_hasEnd = false;
+    pthread_key_t m_end = 0;           // tells the end of the loading thread
+    std::atomic<bool> m_hasEnd{false}; // a plain one would not be written by the destructor
 };
 
 Store s_store;

@@ -14,9 +14,14 @@
 
 #include <dlfcn.h>
 #include <malloc.h>
+#include <pthread.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <memory>
+#include <string>
 #include <thread>
+#include <vector>
 
 #ifdef __SANITIZE_THREAD__
 // The sanitizer brings its own heap; GCC installs no header for this function.
@@ -310,4 +315,48 @@ TEST(Loading, openedOnAThreadThatEnds_leavesNothingBehind)
         plugin.reset();
         ASSERT_FALSE(isLoaded());
     });
+}
+
+// ---- The end of the process ---------------------------------------------------------------------
+
+namespace {
+
+UseListFunction s_useList = nullptr;
+
+/** Parses after the destructors of the library, and says what came of it. */
+void parseAtTheEnd()
+{
+    pthread_key_t key = 0; // perhaps one that was the library's
+    (void)pthread_key_create(&key, nullptr);
+    QStringList said;
+    for (const char *text : {"['a']", "['b\\n']", "['c', 1]#"}) {
+        QString first;
+        s_useList(text, first);
+        said << (first.isEmpty() ? QStringLiteral("none") : first);
+    }
+    // A heap that was damaged tells it now.
+    std::vector<std::unique_ptr<char[]>> blocks;
+    for (std::size_t size = 8; size < 16384; size += 8)
+        blocks.push_back(std::make_unique<char[]>(size));
+    blocks.clear();
+    said << (pthread_getspecific(key) ? QStringLiteral("not mine") : QStringLiteral("mine"));
+    (void)std::fputs(qPrintable(said.join(QLatin1Char(' '))), stderr);
+}
+
+} // namespace
+
+TEST(LoadingDeathTest, functionsOfAtExitThatAreOlderThanTheLibraryParse)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            if (std::atexit(parseAtTheEnd) == 0) {
+                void *const plugin = dlopen(VANTERO_PLUGIN, RTLD_NOW | RTLD_LOCAL);
+                s_useList = reinterpret_cast<UseListFunction>(dlsym(plugin, "useList"));
+                QString first;
+                s_useList(("['" + std::string(5000, 'x') + "']").c_str(), first);
+                std::exit(0);
+            }
+        },
+        testing::ExitedWithCode(0), testing::Eq("a b\\n 1 mine"));
 }

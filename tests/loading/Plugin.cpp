@@ -159,6 +159,13 @@ void useAlarms(Kept &kept)
 
 } // namespace
 
+extern "C" Q_DECL_EXPORT void useList(const char *text, QString &first)
+{
+    const QVariant list =
+        vn::ThreadLocalAlarmListParser::instance()->parse(QString::fromLatin1(text));
+    first = list.toList().value(0).toString();
+}
+
 extern "C" Q_DECL_EXPORT void use(Kept &kept)
 {
     useExceptions(kept);

@@ -27,4 +27,7 @@ struct Kept
 /** The plugin's function "use": uses every part of the library once and hands out copies. */
 using UseFunction = void (*)(Kept &kept);
 
+/** The plugin's function "useList": @p first becomes the last string of the alarm list @p text. */
+using UseListFunction = void (*)(const char *text, QString &first);
+
 #endif // VN_TESTS_LOADING_PLUGIN_H
