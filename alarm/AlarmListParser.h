@@ -19,11 +19,6 @@ class QTextStream;
 
 namespace vn {
 
-namespace internal {
-class SharedStrings;
-struct StandardInputRest;
-} // namespace internal
-
 /** Where the token stands at which an alarm list parser is: byte offsets from 0 into the text. */
 struct PLLocation
 {

@@ -22,7 +22,7 @@ bool isPrototype(const AlarmTape &tape, const AlarmEntry &key)
 
 } // namespace
 
-const QScriptString &PropertyNames::name(const AlarmTape &tape, const AlarmEntry &entry)
+QScriptString PropertyNames::name(const AlarmTape &tape, const AlarmEntry &entry)
 {
     const bool isInText = AlarmTape::isInText(entry);
     const QLatin1String bytes = isInText ? tape.bytes(entry) : QLatin1String();

@@ -29,8 +29,8 @@ public:
     {
     }
 
-    /** The name for the key @p entry; until the next call. */
-    const QScriptString &name(const AlarmTape &tape, const AlarmEntry &entry);
+    /** The name for the key @p entry. */
+    QScriptString name(const AlarmTape &tape, const AlarmEntry &entry);
 
 private:
     struct Slot

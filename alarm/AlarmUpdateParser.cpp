@@ -12,6 +12,8 @@
 #include <QtScript/QScriptEngine>
 #include <QtScript/QScriptValueIterator>
 
+#include <utility>
+
 namespace vn {
 
 struct AlarmUpdateParser::Private
@@ -39,9 +41,15 @@ AlarmUpdateParser::~AlarmUpdateParser() = default;
 QScriptValue AlarmUpdateParser::parse(const char *data, unsigned int length)
 {
     return onlyThrows<ParseException>([&] {
-        const auto clear = qScopeGuard([this] { d->reader.clear(); });
-        d->reader.read(data, length);
-        return d->object.object(d->reader.tape());
+        {
+            auto clear = qScopeGuard([this] { d->reader.clear(); });
+            d->reader.read(data, length);
+            clear.dismiss();
+        }
+        // Setters of scripts may call this function again while the object is made.
+        internal::AlarmTape tape = d->reader.takeTape();
+        const auto giveBack = qScopeGuard([&] { d->reader.giveBack(std::move(tape)); });
+        return d->object.object(tape);
     });
 }
 

@@ -20,11 +20,6 @@ class QTextStream;
 
 namespace vn {
 
-namespace internal {
-class SharedStrings;
-struct StandardInputRest;
-} // namespace internal
-
 /** Where the token stands at which an alarm update parser is: byte offsets from 0 into the text. */
 struct PULocation
 {
@@ -71,6 +66,7 @@ struct PULocation
  * process with a message on standard error and exit status 2.
  *
  * Threads: reentrant; a parser and its engine are used by one thread at a time.
+ * Setters of scripts that run while an object is made may parse another text with the same parser.
  */
 class VN_EXPORT AlarmUpdateParser : public QObject
 {

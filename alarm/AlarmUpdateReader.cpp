@@ -47,6 +47,7 @@ AlarmUpdateReader::~AlarmUpdateReader()
 void AlarmUpdateReader::read(const char *data, unsigned int length)
 {
     reset();
+    alarmupdate_set_initial(m_scanner.get());
     runGrammar<UpdateInput>(m_builder, data, length, m_standardInput, alarmupdate_parse);
 }
 

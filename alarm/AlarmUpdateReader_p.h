@@ -9,6 +9,7 @@
 #include "alarm/ScannerInput_p.h"
 
 #include <memory>
+#include <utility>
 
 namespace vn::internal {
 
@@ -39,6 +40,14 @@ public:
     const AlarmTape &tape() { return m_builder.tape(); }
     void clear() { m_builder.tape().clear(); }
 
+    /** The same for who may read another text while using it; its memory should come back. */
+    AlarmTape takeTape() { return std::move(m_builder.tape()); }
+    void giveBack(AlarmTape &&tape)
+    {
+        tape.clear();
+        m_builder.tape() = std::move(tape);
+    }
+
     const QString &errorMessage() const { return m_builder.errorMessage(); }
 
     AlarmUpdateBuilder &builder() { return m_builder; }
@@ -67,5 +76,8 @@ void alarmupdate_error(vn::internal::AlarmUpdateBuilder *builder, const char *me
 
 /** Puts back the byte that the scanner has replaced by the zero byte behind its last token. */
 void alarmupdate_restore_text(void *scanner);
+
+/** Takes the scanner out of the string in which an exception has left it. */
+void alarmupdate_set_initial(void *scanner);
 
 #endif // VN_ALARM_ALARMUPDATEREADER_P_H

@@ -178,6 +178,36 @@ TEST_F(AlarmUpdateParserTest, eachParseGivesAnObjectOfItsOwn)
     EXPECT_EQ(shown(second), "{x: 1}"_q);
 }
 
+namespace {
+
+/** Parses a text that has keys of other lengths, so that more is read than was. */
+QScriptValue parseAgain(QScriptContext *, QScriptEngine *, void *parser)
+{
+    QByteArray text;
+    for (int i = 0; i < 90; ++i)
+        text += (i ? ";other" : "other") + QByteArray::number(i) + "=u,v";
+    return static_cast<AlarmUpdateParser *>(parser)->parse(&text);
+}
+
+} // namespace
+
+TEST_F(AlarmUpdateParserTest, settersOfScriptsMayParse)
+{
+    m_engine.globalObject().setProperty(
+        "parse"_q, m_engine.newFunction(parseAgain, static_cast<void *>(&m_parser)));
+    m_engine.evaluate(
+        "Object.prototype.__defineSetter__('c', function(v) { inner = parse(); });"_q);
+    ASSERT_FALSE(m_engine.hasUncaughtException());
+    const QScriptValue outer = parsed("a=x,y;b=2;c=3;d=z");
+    EXPECT_EQ(outer.property("d"_q).toString(), "z"_q);
+    EXPECT_EQ(outer.property("b"_q).toInt32(), 2);
+    EXPECT_EQ(outer.property("a"_q).toString(), "y,x"_q);
+    const QScriptValue inner = m_engine.globalObject().property("inner"_q);
+    EXPECT_EQ(inner.property("other0"_q).toString(), "v,u"_q);
+    EXPECT_EQ(inner.property("other89"_q).toString(), "v,u"_q);
+    EXPECT_EQ(shown(parsed("x=1")), "{x: 1}"_q);
+}
+
 TEST_F(AlarmUpdateParserTest, equalDatesAreEachADateOfTheirOwn)
 {
     const QScriptValue update = parsed("a=2010-05-01;b=2010-05-01;c=2010-05-02;d=2010-05-01");

@@ -228,6 +228,17 @@ TEST_F(RefusedBuffer, zeroBytesOfStandardInputAreBytesOfTheText)
               QString::fromLatin1("a\0b", 3));
 }
 
+TEST_F(RefusedBuffer, standardInputThatFailsInsideAStringOfAnUpdateLeavesTheNextTextOutsideOfIt)
+{
+    m_updates.setFatalErrors(FatalErrors::Throw);
+    {
+        const StandardInput input = StandardInput::failingBehind("x=\"a\0b"_b);
+        expectParseError([&] { parseBuffer(m_updates, "x"); }, "input in flex scanner failed"_q, 0,
+                         1, 2);
+    }
+    EXPECT_EQ(shown(m_updates.parse("y=2"_q)), "{y: 2}"_q);
+}
+
 // ---- Ends of the process ------------------------------------------------------------------------
 
 class ScannerDeathTest : public testing::Test

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 /** Gives this process another standard input for the life of this value. */
@@ -27,6 +28,18 @@ public:
 
     /** The file at @p path, whatever it is. */
     static StandardInput from(const char *path) { return StandardInput(::open(path, O_RDONLY)); }
+
+    /** One that holds @p content and fails behind it: a connection that is reset. */
+    static StandardInput failingBehind(const QByteArray &content)
+    {
+        int ends[2] = {-1, -1};
+        EXPECT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+        EXPECT_EQ(::write(ends[1], content.constData(), static_cast<std::size_t>(content.size())),
+                  content.size());
+        EXPECT_EQ(::write(ends[0], "x", 1), 1); // nobody will have read it
+        ::close(ends[1]);
+        return StandardInput(ends[0]);
+    }
 
     StandardInput(StandardInput &&other) noexcept
         : m_before(std::exchange(other.m_before, -1))
