@@ -145,6 +145,7 @@ INSTANTIATE_TEST_SUITE_P(Table, AlarmListLint, testing::Values(
         "warning 1:38-1:43 @37+5 number-not-kept: the number \"1e400\" is rounded: 15 digits are kept, and sizes from 1e-307 to 1e308\n"
         "warning 1:50-1:56 @49+6 number-not-kept: the number \"1e-400\" is rounded: 15 digits are kept, and sizes from 1e-307 to 1e308\n"
         "warning 1:58-1:76 @57+18 number-not-kept: the number \"123456789012345678\" is rounded: 15 digits are kept, and sizes from 1e-307 to 1e308"},
+    Row{"smallNumbersThatLoseDigits", "[1.23456789012345e-320, 1.23456789012345e-307, 0.0]", "warning 1:2-1:23 @1+21 number-not-kept: the number \"1.23456789012345e-320\" is rounded: 15 digits are kept, and sizes from 1e-307 to 1e308"},
     Row{"escapes", "['a\\nb']", "warning 1:2-1:8 @1+6 escape-not-decoded: escapes stay as they are: the value is \"a\\nb\""},
     Row{"utf8", "[\"Gr\xc3\xb6\xc3\x9f" "e \xf0\x9f\x98\x80\", 2 3]",
         "warning 1:3-1:11 @2+12 utf8-read-as-latin1: the text is UTF-8 and is read as Latin-1, as \"Gr\xc3\x83\xc2\xb6\xc3\x83\\x9fe \xc3\xb0\\x9f\\x98\\x80\"\n"

@@ -3,6 +3,7 @@
 
 #include "alarm/AlarmUpdateDocument.h"
 
+#include "alarm/AlarmDocument.h"
 #include "alarm/AlarmUpdateLines.h"
 #include "alarm/AlarmUpdateParser.h"
 #include "alarm/ScriptTest.h"
@@ -107,6 +108,17 @@ TEST_F(AlarmUpdateDocumentScripts, publishEachValueAsTheParserDoes)
         EXPECT_EQ(value.isNumber(), published.property(key).isNumber());
     }
     EXPECT_FALSE(AlarmValue().toScriptValue(&m_engine).isValid());
+}
+
+TEST_F(AlarmUpdateDocumentScripts, valuesOfListsAreOfTheirKinds)
+{
+    const QScriptValue nested =
+        AlarmDocument::parse("[3, [1, 2], 'x', true]").root().toScriptValue(&m_engine);
+    EXPECT_EQ(shown(nested), "[true, \"x\", [2, 1], 3]"_q);
+    EXPECT_TRUE(nested.property(3).isNumber());
+    const AlarmDocument object = AlarmDocument::parse("{a: null, b: {c: 1}, d: 4}");
+    EXPECT_EQ(shown(object.root().toScriptValue(&m_engine)), "{d: 4}"_q);
+    EXPECT_FALSE(object.root()["a"_q].toScriptValue(&m_engine).isValid());
 }
 
 // ---- Lines -------------------------------------------------------------------------------------

@@ -4,6 +4,8 @@
 // Parsers that are used while the process ends: by functions of atexit() and destructors of statics
 // that are older than the first parser.
 
+#include "alarm/AlarmDocument.h"
+#include "alarm/AlarmLint.h"
 #include "alarm/AlarmListParser.h"
 #include "alarm/AlarmUpdateParser.h"
 #include "alarm/Shown.h"
@@ -34,6 +36,15 @@ QString refusal(Parser &parser, const char *text)
     return QStringLiteral("none");
 }
 
+/** The columns of a value and of a finding behind "ä" and an emoji in UTF-8. */
+QString columnsBeyondAscii()
+{
+    const QByteArray text = "['\xc3\xa4\xf0\x9f\x98\x80', 1e400]";
+    const TextRange value = AlarmDocument::parse(text).root().members().at(1).value.range();
+    const Findings findings = alarmListFindings(text);
+    return QStringLiteral("%1 %2").arg(value.column).arg(findings.last().range.column);
+}
+
 /** Uses both parsers, and writes what came of it to standard error. */
 void useParsers()
 {
@@ -41,13 +52,15 @@ void useParsers()
     AlarmListParser lists;
     AlarmListParser &kept = *ThreadLocalAlarmListParser::instance();
     const QStringList said = {refusal(updates, "x"), refusal(lists, "['a' 1]"),
-                              shown(kept.parse(QStringLiteral("['a', b, \"\\n\"]"))), QString()};
+                              shown(kept.parse(QStringLiteral("['a', b, \"\\n\"]"))),
+                              columnsBeyondAscii(), QString()};
     (void)std::fputs(qPrintable(said.join(QLatin1Char('\n'))), stderr);
 }
 
 const std::string kSaid = "syntax error, unexpected $end, expecting '='\n"
                           "syntax error, unexpected TNUMBER, expecting ']'\n"
-                          "[\"\\n\", \"b\", \"a\"]\n";
+                          "[\"\\n\", \"b\", \"a\"]\n"
+                          "9 9\n";
 
 /** A static of the program; older than whatever the first parser makes. */
 class Last
