@@ -69,6 +69,7 @@ public:
      * Puts the next line of the open @p device into @p line, without its end ("\n" or "\r\n"),
      * and returns true; false at the end of the device. A last line without an end is a line. A
      * sequential device is waited for without a limit, but never beyond a line that is complete.
+     * A QFile that was opened with a FILE pointer cannot tell zero bytes in lines of a pipe.
      * @throws IOException as readText(device)
      * @since 1.0.0
      */

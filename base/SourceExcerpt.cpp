@@ -18,11 +18,14 @@ SourceExcerpt sourceExcerpt(const QString &text, const TextRange &range, int wid
     }
     const int nextLine = text.indexOf(QLatin1Char('\n'), lineStart);
     const int lineEnd = nextLine < 0 ? text.size() : nextLine;
-    const int start = std::clamp(lineStart + range.column - 1, lineStart, lineEnd);
-    const int end = range.endLine > range.line
-                        ? lineEnd
-                        : std::clamp(lineStart + range.endColumn - 1, start, lineEnd);
+    const auto placeOf = [&](int column) {
+        return lineStart + std::clamp(column, 1, lineEnd - lineStart + 1) - 1;
+    };
+    const int start = placeOf(range.column);
+    const int end =
+        range.endLine > range.line ? lineEnd : std::max(start, placeOf(range.endColumn));
 
+    width = std::max(width, 0);
     int first = lineStart;
     int last = lineEnd;
     if (last - first > width) {

@@ -74,6 +74,8 @@ public:
     std::unique_ptr<ZipReader> reader;         // of it, where it is ours
 
     Progress done;
+    qint64 measuredFiles = 0; // so far
+    qint64 measuredBytes = 0;
     qint64 totalFiles = -1;
     qint64 totalBytes = -1;
 };
@@ -192,8 +194,8 @@ bool ConfigCollector::measure()
 {
     if (d->totalFiles >= 0)
         return true;
-    qint64 files = 0;
-    qint64 bytes = 0;
+    qint64 &files = d->measuredFiles; // goes on where it was stopped
+    qint64 &bytes = d->measuredBytes;
     while (const auto source = d->measuring.next()) {
         if (source->m_status != Status::Configuration &&
             source->m_status != Status::ArchiveUnreadable)

@@ -86,7 +86,8 @@ public:
         QStringList entrySuffixes{QString::fromLatin1("cfg")};
         /** ZipReader::setEntrySizeLimit() for every archive; unset leaves the reader's own. */
         std::optional<qint64> entrySizeLimit;
-        /** ZipReader::setArchiveSizeLimit(), which counts what one collector reads. */
+        /** ZipReader::setArchiveSizeLimit(), which counts what is read of one archive without
+         * another in between. */
         std::optional<qint64> archiveSizeLimit;
         /** ZipReader::setEntryCountLimit() */
         std::optional<int> entryCountLimit;

@@ -54,7 +54,7 @@ FolderEntries::FolderEntries(const QString &path)
 
 bool FolderEntries::isClosedToEntry() const
 {
-    return m_folder && ::faccessat(::dirfd(m_folder.get()), ".", X_OK, 0) != 0;
+    return m_folder && ::faccessat(::dirfd(m_folder.get()), ".", X_OK, AT_EACCESS) != 0;
 }
 
 bool FolderEntries::isAt(const QString &path) const

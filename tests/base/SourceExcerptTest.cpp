@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 using namespace vn;
 
 namespace {
@@ -53,6 +55,7 @@ INSTANTIATE_TEST_SUITE_P(SourceExcerpt, SourceExcerptTable, testing::Values(
     Row{"rangeOverSeveralLines", "ab\ncd"_q, 1, 2, 2, 2, 76, "ab"_q, " ^"_q},
     Row{"emptyRangeAtTheEnd", "ab"_q, 1, 3, 1, 3, 76, "ab"_q, "  ^"_q},
     Row{"behindTheEnd", "ab"_q, 7, 9, 8, 1, 76, "ab"_q, "  ^"_q},
+    Row{"farBehindTheEnd", "a\nbc"_q, 2, INT_MAX, 2, INT_MAX, 76, "bc"_q, "  ^"_q},
     Row{"emptyLine", "\n"_q, 1, 1, 1, 1, 76, ""_q, ""_q},
     Row{"controlCharacters", "a\tb\x01" "c"_q, 1, 3, 1, 4, 76, "a b c"_q, "  ^"_q},
     Row{"longLineInTheMidst", "0123456789abcdefghij"_q, 1, 11, 1, 13, 6, "...789abc..."_q, "      ^~"_q},
