@@ -67,6 +67,8 @@ struct PULocation
  *
  * Threads: reentrant; a parser and its engine are used by one thread at a time.
  * Setters of scripts that run while an object is made may parse another text with the same parser.
+ * Dates are read by the time zone that the environment names: as with the C library's local times,
+ * no other thread may change the environment meanwhile, not by qputenv() either.
  */
 class VN_EXPORT AlarmUpdateParser : public QObject
 {

@@ -11,6 +11,8 @@ namespace vn::internal {
  *
  * Qt looks at the file of the time zone several times for each date. Where the zone has one offset
  * well before and well after the day begins, that one is used instead; else Qt is asked.
+ * The zone is read by tzset(), without Qt's lock of the environment: a call of Qt that takes it
+ * reads the zone several times.
  */
 class LocalMidnights
 {
