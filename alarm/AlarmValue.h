@@ -101,7 +101,7 @@ private:
 };
 
 /** What is inside of an array or object. @since 1.0.0 */
-class VN_EXPORT AlarmMember
+class AlarmMember
 {
 public:
     /** The key, as the parsers publish it; null in an array. */

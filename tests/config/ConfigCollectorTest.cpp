@@ -286,6 +286,7 @@ TEST_F(ConfigCollectorTest, goesThroughFoldersOfAnyDepthWithFewOpenFiles)
     EXPECT_EQ(found, expected);
 }
 
+#ifndef __SANITIZE_ADDRESS__ // the sanitizers open pipes to look at objects
 TEST_F(ConfigCollectorTest, saysThatAFolderCannotBeListed)
 {
     file("dir/a"_q, camera("10.0.0.1"));
@@ -299,6 +300,7 @@ TEST_F(ConfigCollectorTest, saysThatAFolderCannotBeListed)
     EXPECT_EQ(lines, (QStringList{"dir: folder unreadable: Too many open files"_q,
                                   "b: file unreadable: Too many open files"_q}));
 }
+#endif
 
 TEST_F(ConfigCollectorTest, passesOverWhatGoesWhileItRuns)
 {

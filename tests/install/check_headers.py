@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Checks that the installed headers are enough.
 
-They include only each other, Qt and the standard library; they declare every class and constant
-that the libraries export; the tool and the examples use the library as others do, through installed
-headers alone.
+They include only each other, Qt and the standard library; they declare every class, function and
+constant that the libraries export; the tool and the examples use the library as others do, through
+installed headers alone.
 
 check_headers.py INSTALLED_INCLUDE_FOLDER SOURCE_FOLDER
 """
@@ -17,6 +17,7 @@ STANDARD = re.compile(r"[a-z_]+")
 EXPORTED = re.compile(r'^ \(c\+\+\)"(?:[a-z -]+ for )?vn::(\w+)', re.MULTILINE)
 DECLARED = re.compile(r"^(?!#).*\bVN_(?:BASE_)?EXPORT\s+(?:extern\s+const\s+[^;]*?)?(\w+)\s*[:{;\n]",
                       re.MULTILINE)
+FUNCTION = re.compile(r"\bVN_(?:BASE_)?EXPORT\s[^;{}()]*?(operator|\w+)[=!<>]*\s*\(")
 QT = re.compile(r"Qt(Core|Script)/\w+(\.h)?")
 
 
@@ -49,8 +50,8 @@ def main(installed, source):
                                   "which is not installed")
     exported = {name for path in (source / "debian").glob("*.symbols")
                 for name in EXPORTED.findall(path.read_text(encoding="utf-8"))}
-    declared = {name for header in headers
-                for name in DECLARED.findall((installed / header).read_text(encoding="utf-8"))}
+    declared = {name for header in headers for pattern in (DECLARED, FUNCTION)
+                for name in pattern.findall((installed / header).read_text(encoding="utf-8"))}
     for name in sorted(exported - declared):
         errors.append(f"{name} is exported and in no installed header")
     for name in sorted(declared - exported):

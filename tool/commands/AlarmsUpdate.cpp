@@ -65,7 +65,11 @@ private:
                 if (!showLines(name, out, engine))
                     worst = std::max(worst, ExitCode::BadInput);
             } catch (const ToolError &e) {
-                out.complain(e);
+                if (out.json())
+                    out.printJson(
+                        Json::object({{"file", name}, {"error", errorToJson(e)}}).toLine());
+                else
+                    out.complain(e);
                 worst = std::max(worst, e.code());
             }
         }

@@ -70,6 +70,8 @@ public:
         m_out = &out;
         if (m_passwordFile && !m_outputArchive)
             m_scan.setPasswordFile(*m_passwordFile);
+        if (m_outputArchive && m_passwordFile == QLatin1String("-") && m_scan.readsInput())
+            throw ToolError(ExitCode::BadInput, inputTakenTwice());
         if (m_outputArchive)
             m_target = makeArchiveTarget(
                 *m_outputArchive, m_passwordFile ? readPassword(*m_passwordFile) : QByteArray());

@@ -85,7 +85,8 @@ private:
     Output &m_out;
 };
 
-/** One value, its rows printed as they come. */
+/** One value, its rows printed as they come: nothing before the first, so that an error that comes
+ * before it is told as any other. */
 class JsonWriter : public TableWriter
 {
 public:
@@ -93,14 +94,14 @@ public:
         : m_columns(columns)
         , m_out(out)
     {
-        m_out.printJson("{\n  \"rows\": [");
     }
 
     void write(const TableRow &row) override
     {
         QByteArray text = toJson(row, m_columns).toText();
         text.chop(1);
-        m_out.printJson((m_hasRows ? ",\n    " : "\n    ") + text.replace("\n", "\n    "));
+        m_out.printJson((m_hasRows ? ",\n    " : kOpening + QByteArray("\n    ")) +
+                        text.replace("\n", "\n    "));
         m_hasRows = true;
     }
 
@@ -116,11 +117,13 @@ public:
     {
         QByteArray faults = m_faults.toText();
         faults.chop(1);
-        m_out.printJson((m_hasRows ? "\n  ],\n  \"faults\": " : "],\n  \"faults\": ") +
-                        faults.replace("\n", "\n  ") + "\n}\n");
+        m_out.printJson((m_hasRows ? QByteArray("\n  ") : QByteArray(kOpening)) +
+                        "],\n  \"faults\": " + faults.replace("\n", "\n  ") + "\n}\n");
     }
 
 private:
+    static constexpr char kOpening[] = "{\n  \"rows\": [";
+
     const QStringList m_columns;
     Output &m_out;
     Json m_faults = Json::array();

@@ -123,6 +123,8 @@ public:
 
     void finish() override
     {
+        if (isThere(m_path)) // since the beginning somebody else may have made it
+            throw outputError(QStringLiteral("there already"), m_path);
         try {
             if (!m_names.isEmpty())
                 m_writer.close();

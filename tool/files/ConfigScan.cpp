@@ -421,25 +421,35 @@ void ConfigScan::Private::scan(const QStringList &list, const Handler &handler, 
 
 bool ConfigScan::run(Output &out, const Handler &handler)
 {
-    const bool takesInput = d->filesFrom == QLatin1String("-");
     if (d->paths.isEmpty() && !d->filesFrom)
         throw ToolError(ExitCode::BadInput, QStringLiteral("no PATH and no --files-from"));
-    if (takesInput && d->passwordFile == QLatin1String("-"))
-        throw ToolError(ExitCode::BadInput,
-                        QStringLiteral("standard input cannot be the list and the password"));
+    if (readsInput() && d->passwordFile == QLatin1String("-"))
+        throw ToolError(ExitCode::BadInput, inputTakenTwice());
     if (d->passwordFile)
         d->password = readPassword(*d->passwordFile);
+
+    std::optional<PathList> list; // opened first: nothing is collected for a list that is not there
+    if (d->filesFrom)
+        list.emplace(*d->filesFrom, d->nullSeparated ? '\0' : '\n');
 
     Progress progress(!out.json());
     if (!d->paths.isEmpty())
         d->scan(d->paths, handler, progress);
-    if (d->filesFrom) {
-        PathList list(*d->filesFrom, d->nullSeparated ? '\0' : '\n');
-        for (QStringList some = list.next(); !some.isEmpty() && !Interrupt::stopped();
-             some = list.next())
+    if (list)
+        for (QStringList some = list->next(); !some.isEmpty() && !Interrupt::stopped();
+             some = list->next())
             d->scan(some, handler, progress);
-    }
     return !Interrupt::stopped();
+}
+
+bool ConfigScan::readsInput() const
+{
+    return d->filesFrom == QLatin1String("-");
+}
+
+QString inputTakenTwice()
+{
+    return QStringLiteral("standard input cannot be the list and the password");
 }
 
 bool ConfigScan::hasFailed() const

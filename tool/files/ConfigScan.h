@@ -104,6 +104,9 @@ public:
      */
     bool run(Output &out, const Handler &handler);
 
+    /** Whether the list of files comes from standard input. */
+    bool readsInput() const;
+
     /** Whether a fault was reported that is not just a warning. */
     bool hasFailed() const;
 
@@ -111,6 +114,9 @@ private:
     class Private;
     std::unique_ptr<Private> d;
 };
+
+/** The message where standard input is wanted for both. */
+QString inputTakenTwice();
 
 } // namespace vn::tool
 
