@@ -15,8 +15,9 @@ OURS = ("base", "config", "version", "erdinfo", "alarm")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 STANDARD = re.compile(r"[a-z_]+")
 EXPORTED = re.compile(r'^ \(c\+\+\)"(?:[a-z -]+ for )?vn::(\w+)', re.MULTILINE)
-DECLARED = re.compile(r"^(?!#).*\bVN_(?:BASE_)?EXPORT\s+(?:extern\s+const\s+[^;]*?)?(\w+)\s*[:{;\n]",
+DECLARED = re.compile(r"^(?!#).*\b(?:class|struct)\s+VN_(?:BASE_)?EXPORT\s+(\w+)\s*[:{;\n]",
                       re.MULTILINE)
+CONSTANT = re.compile(r"\bVN_(?:BASE_)?EXPORT\s+extern\s+const\s+[^;()]*?(\w+)\s*;")
 FUNCTION = re.compile(r"\bVN_(?:BASE_)?EXPORT\s[^;{}()]*?(operator|\w+)[=!<>]*\s*\(")
 QT = re.compile(r"Qt(Core|Script)/\w+(\.h)?")
 
@@ -50,7 +51,7 @@ def main(installed, source):
                                   "which is not installed")
     exported = {name for path in (source / "debian").glob("*.symbols")
                 for name in EXPORTED.findall(path.read_text(encoding="utf-8"))}
-    declared = {name for header in headers for pattern in (DECLARED, FUNCTION)
+    declared = {name for header in headers for pattern in (DECLARED, CONSTANT, FUNCTION)
                 for name in pattern.findall((installed / header).read_text(encoding="utf-8"))}
     for name in sorted(exported - declared):
         errors.append(f"{name} is exported and in no installed header")
