@@ -5,6 +5,8 @@ if(PROJECT_IS_TOP_LEVEL) # a project that adds this one has its own BUILD_TESTIN
 endif()
 option(VANTERO_BUILD_TESTS "Build our tests where BUILD_TESTING is on" ${PROJECT_IS_TOP_LEVEL})
 option(VANTERO_BUILD_TOOL "Build the command-line tool vantero-formats" ${PROJECT_IS_TOP_LEVEL})
+option(VANTERO_BUILD_BROWSER "Build the desktop program, which needs Qt Widgets"
+  ${PROJECT_IS_TOP_LEVEL})
 option(VANTERO_BUILD_EXAMPLES "Build the example programs" ${PROJECT_IS_TOP_LEVEL})
 option(VANTERO_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(VANTERO_INSTALL "Create the install targets" ${PROJECT_IS_TOP_LEVEL})

@@ -2,7 +2,7 @@
 """Checks that the installed headers are enough.
 
 They include only each other, Qt and the standard library; they declare every class, function and
-constant that the libraries export; the tool and the examples use the library as others do, through
+constant that the libraries export; the tool, the browser and the examples use the library as others do, through
 installed headers alone.
 
 check_headers.py INSTALLED_INCLUDE_FOLDER SOURCE_FOLDER
@@ -40,7 +40,7 @@ def main(installed, source):
                 errors.append(f"{header} includes {quote}{name}, which is not installed, "
                               "of Qt Core or Script, or standard")
     checked = 0
-    for folder in ("tool", "examples"):
+    for folder in ("tool", "browser", "examples"):
         for path in sorted((source / folder).rglob("*")):
             if path.suffix not in (".h", ".cpp"):
                 continue
@@ -57,7 +57,7 @@ def main(installed, source):
         errors.append(f"{name} is exported and in no installed header")
     for name in sorted(declared - exported):
         errors.append(f"{name} is declared in an installed header and not exported")
-    print(f"{len(exported)} exported names, {len(headers)} headers and {checked} files of tool and examples checked")
+    print(f"{len(exported)} exported names, {len(headers)} headers and {checked} files of tool, browser and examples checked")
     for error in errors:
         print(error, file=sys.stderr)
     return 1 if errors else 0

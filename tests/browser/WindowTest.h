@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#ifndef VN_TESTS_CONFIGBROWSER_WINDOWTEST_H
-#define VN_TESTS_CONFIGBROWSER_WINDOWTEST_H
+#ifndef VN_TESTS_BROWSER_WINDOWTEST_H
+#define VN_TESTS_BROWSER_WINDOWTEST_H
 
 /** @file Tests that use the window as a user does: by keyboard and mouse, reading what it shows. */
 
@@ -78,4 +78,4 @@ protected:
     std::unique_ptr<browser::MainWindow> m_window;
 };
 
-#endif // VN_TESTS_CONFIGBROWSER_WINDOWTEST_H
+#endif // VN_TESTS_BROWSER_WINDOWTEST_H

@@ -27,7 +27,7 @@ public:
 
 private:
     int m_count = 1;
-    char m_name[21] = "config_browser_tests";
+    char m_name[14] = "browser_tests";
     char *m_arguments[2] = {m_name, nullptr};
     std::unique_ptr<QApplication> m_application;
 };

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-// config-browser [PATH…]: looks into the configurations of cameras.
+// vantero-config-browser [PATH…]: looks into the configurations of cameras.
 
 #include "MainWindow.h"
 
@@ -11,7 +11,7 @@
 int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("config-browser"));
+    QApplication::setApplicationName(QStringLiteral("vantero-config-browser"));
     QApplication::setApplicationDisplayName(QApplication::tr("Camera Configurations"));
 
     QCommandLineParser parser;
