@@ -88,8 +88,8 @@ private:
     void readBodyLine(const QString &line, bool isTold)
     {
         const QString content = line.trimmed();
-        if (isTold && line.startsWith(QLatin1Char(' '))) // no section, and the key is another one
-            return;
+        if (isTold && !line.isEmpty() && line.at(0).isSpace()) // no mark of a section, whatever it
+            return;                                            // says, and the key is another one
         if (content.startsWith(QLatin1String("SECTION"))) {
             m_section = content.mid(isTold ? 8 : 7).trimmed(); // where it is told, as it is read
             m_isTold = isTold;
