@@ -105,8 +105,10 @@ public:
         NotFound,         ///< A path that leads to nothing, or to nothing any more.
         NotAFile,         ///< A path that leads to neither a file nor a folder, a pipe for example.
         FolderSkipped,    ///< A folder, where Options::recursive is not set.
-        FolderUnreadable, ///< A folder that cannot be listed, or whose entries cannot be reached.
-        FileUnreadable,   ///< A file that cannot be read.
+        FolderUnreadable, ///< A folder that cannot be listed, or not to its end (its entries come
+                          ///< first), or whose entries cannot be reached.
+        FileUnreadable,   ///< A file that cannot be read, or looked at, or whose name cannot be
+                          ///< decoded (the system's error is EILSEQ then).
         ArchiveUnreadable, ///< An archive that cannot be opened, or is none.
         EntryUnreadable,   ///< An entry of an archive that cannot be read; others may well be.
     };

@@ -7,11 +7,14 @@
 #include "base/StringUtils.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
 #include <cerrno>
 #include <utility>
+
+#include <sys/stat.h>
 
 namespace vn {
 
@@ -126,7 +129,7 @@ std::optional<ConfigCollector::Source> SourceWalk::next()
 
         Source source;
         source.m_status = Status::Configuration;
-        FolderEntry entry{QString(), FolderEntry::Unknown};
+        FolderEntry entry{QString(), FolderEntry::Unknown, 0};
         if (m_given) {
             if (auto visited = visitArchive(std::move(source), std::exchange(m_given, nullptr)))
                 return visited;
@@ -135,10 +138,21 @@ std::optional<ConfigCollector::Source> SourceWalk::next()
         if (!m_levels.empty()) {
             Level &level = m_levels.back();
             if (!level.entries.next(entry)) {
+                source.m_status = Status::FolderUnreadable;
+                source.m_systemError = level.entries.error();
+                source.path = level.name;
                 m_levels.pop_back();
+                if (source.m_systemError != 0)
+                    return source; // not to its end
                 continue;
             }
             source.path = level.path + entry.name;
+            if (entry.error != 0) {
+                source.m_status = entry.kind == FolderEntry::Folder ? Status::FolderUnreadable
+                                                                    : Status::FileUnreadable;
+                source.m_systemError = entry.error;
+                return source;
+            }
             source.m_location = level.location.isNull() ? source.path : level.location + entry.name;
             if (!level.isThere)
                 entry.kind = FolderEntry::Unknown;
@@ -162,6 +176,20 @@ bool SourceWalk::readFile(QByteArray &bytes) const
     return !m_name.isNull() && m_levels.back().entries.readFile(m_name, bytes);
 }
 
+/** Puts into @p source why @p info is no file. */
+void SourceWalk::explainMissing(Source &source, const QFileInfo &info)
+{
+    source.m_status = info.exists() ? Status::NotAFile : Status::NotFound;
+    struct stat status;
+    const QByteArray name = QFile::encodeName(source.m_location);
+    const bool isRefused = !info.exists() && ::stat(name.constData(), &status) != 0 &&
+                           errno != ENOENT && errno != ENOTDIR;
+    if (!isRefused)
+        return;
+    source.m_systemError = errno;
+    source.m_status = Status::FileUnreadable; // which may be there
+}
+
 /** What @p source is; nothing where it is something to go through. */
 std::optional<ConfigCollector::Source> SourceWalk::visit(Source &&source, FolderEntry::Kind kind)
 {
@@ -176,7 +204,7 @@ std::optional<ConfigCollector::Source> SourceWalk::visit(Source &&source, Folder
         } else {
             source.m_location = info.absoluteFilePath();
             if (!info.isFile())
-                source.m_status = info.exists() ? Status::NotAFile : Status::NotFound;
+                explainMissing(source, info);
         }
     }
     if (kind == FolderEntry::Folder)
@@ -221,8 +249,8 @@ std::optional<ConfigCollector::Source> SourceWalk::visitFolder(Source &&source)
     const bool isThere = !source.m_location.contains(QLatin1String("..")) || entries.isAt(absolute);
     if (m_levels.size() >= kMostOpenFolders)
         entries.hold();
-    Level level{std::move(entries), asPrefix(isThere ? source.path : absolute), asPrefix(absolute),
-                isThere};
+    Level level{std::move(entries), source.path, asPrefix(isThere ? source.path : absolute),
+                asPrefix(absolute), isThere};
     if (level.path == level.location)
         level.location = QString();
     m_levels.push_back(std::move(level));

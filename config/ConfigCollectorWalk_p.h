@@ -17,6 +17,8 @@
 #include <optional>
 #include <vector>
 
+class QFileInfo;
+
 namespace vn {
 
 namespace internal {
@@ -83,6 +85,7 @@ private:
     struct Level
     {
         FolderEntries entries;
+        QString name;        // as it was found
         QString path;        // as the user would name it, ready for the names of entries
         QString location;    // the absolute path, likewise; null where it is the same
         bool isThere = true; // the absolute path leads to this folder, not to another one
@@ -90,6 +93,7 @@ private:
     using Source = ConfigCollector::Source;
     using Status = ConfigCollector::Status;
 
+    static void explainMissing(Source &source, const QFileInfo &info);
     std::optional<Source> visit(Source &&source, FolderEntry::Kind kind);
     std::optional<Source> visitArchive(Source &&source, ZipReader *given);
     std::optional<Source> visitFolder(Source &&source);

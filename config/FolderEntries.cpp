@@ -23,14 +23,17 @@ namespace internal {
 
 namespace {
 
-/** What @p entry is: Unknown when it is neither a file nor a folder, symbolic links included. */
-FolderEntry::Kind kindOf(DIR *folder, const dirent &entry)
+/** What @p entry is: Unknown when it is neither a file nor a folder, symbolic links included.
+ * @p error becomes why that cannot be told. */
+FolderEntry::Kind kindOf(DIR *folder, const dirent &entry, int &error)
 {
     mode_t mode = DTTOIF(entry.d_type);
     if (entry.d_type == DT_UNKNOWN) { // not every file system keeps it in the folder
         struct stat status;
-        if (::fstatat(::dirfd(folder), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+        if (::fstatat(::dirfd(folder), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
+            error = errno == ENOENT ? 0 : errno; // gone meanwhile
             return FolderEntry::Unknown;
+        }
         mode = status.st_mode;
     }
     return S_ISREG(mode)   ? FolderEntry::File
@@ -82,22 +85,27 @@ bool FolderEntries::readNext(FolderEntry &entry)
     while (m_qtFolder && m_qtFolder->hasNext()) {
         m_qtFolder->next();
         const QFileInfo info = m_qtFolder->fileInfo();
-        entry = {info.fileName(), info.isDir() ? FolderEntry::Folder : FolderEntry::File};
+        entry = {info.fileName(), info.isDir() ? FolderEntry::Folder : FolderEntry::File, 0};
         return true;
     }
     while (m_folder) {
+        errno = 0; // readdir() tells a failure by nothing else
         const dirent *const found = ::readdir(m_folder.get());
-        if (!found)
+        if (!found) {
+            m_error = errno == ENOENT ? 0 : errno; // the folder is gone meanwhile, and so are they
             break;
+        }
         if (found->d_name[0] == '.') // hidden, or the folder itself, or the one above
             continue;
-        entry.kind = kindOf(m_folder.get(), *found);
-        if (entry.kind == FolderEntry::Unknown)
+        entry.error = 0;
+        entry.kind = kindOf(m_folder.get(), *found, entry.error);
+        if (entry.kind == FolderEntry::Unknown && entry.error == 0)
             continue;
         const QByteArray name = QByteArray::fromRawData(found->d_name, int(qstrlen(found->d_name)));
         entry.name = QFile::decodeName(name);
-        if (QFile::encodeName(entry.name) == name)
-            return true;
+        if (QFile::encodeName(entry.name) != name)
+            entry.error = EILSEQ;
+        return true;
     }
     return false;
 }

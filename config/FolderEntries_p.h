@@ -24,17 +24,19 @@ struct FolderEntry
 
     QString name;
     Kind kind;
+    int error = 0; // why it cannot be told what it is, or be reached: the system's error number
 };
 
 /**
  * The files and folders in a folder, one at a time, in the order in which the file system delivers
- * them. Symbolic links, hidden entries and what is neither file nor folder are left out, as are
- * names that cannot be decoded.
+ * them. Symbolic links, hidden entries and what is neither file nor folder are left out.
  *
  * The entries are those of QDir::entryList(QDir::AllEntries | QDir::NoDotAndDotDot |
- * QDir::NoSymLinks) without sorting. QDir calls stat for each of them; here the folder itself tells
- * what they are, so that the cost of a large collection is that of reading its files. Only where
- * the system does not know the folder, as one of Qt's resources, QDir goes through it.
+ * QDir::NoSymLinks) without sorting, and with an error those that QDir passes over: names that
+ * cannot be decoded, and what cannot be looked at. QDir calls stat for each of them; here the
+ * folder itself tells what they are, so that the cost of a large collection is that of reading its
+ * files. Only where the system does not know the folder, as one of Qt's resources, QDir goes
+ * through it.
  *
  * Threads: reentrant.
  */
@@ -44,7 +46,8 @@ public:
     /** Opens the folder @p path. */
     explicit FolderEntries(const QString &path);
 
-    /** Why the folder cannot be listed, as the system's error number; 0 where it can. */
+    /** Why the folder cannot be listed, as the system's error number; 0 where it can. Once next()
+     * has given all there is, also why that is not all. */
     int error() const { return m_error; }
 
     /** Whether the entries cannot be reached, though they can be listed: no right to enter. */

@@ -119,8 +119,7 @@ VN_FAULTY(Kind::Changes, linkat,
 VN_FAULTY(Kind::Changes, mkdirat, (int folder, const char *path, mode_t mode), (folder, path, mode))
 VN_FAULTY(Kind::Changes, syncfs, (int file), (file))
 VN_FAULTY(Kind::Removes, unlink, (const char *path), (path))
-VN_FAULTY(Kind::Removes, unlinkat, (int folder, const char *path, int flags),
-          (folder, path, flags))
+VN_FAULTY(Kind::Removes, unlinkat, (int folder, const char *path, int flags), (folder, path, flags))
 
 extern "C" __attribute__((visibility("default"))) ssize_t write(int file, const void *data,
                                                                 std::size_t size)

@@ -206,6 +206,22 @@ TEST_F(ConfigCollect, readsFileNamesOfAnyBytes)
     EXPECT_EQ(::unlink(odd.c_str()), 0);
 }
 
+TEST_F(ConfigCollect, readsNamesThatBeginWithAColon)
+{
+    file("./:a.cfg"_q, configOf("10.0.0.1"));
+    file("col/:b.cfg"_q, configOf("10.0.0.2"));
+    zip("col/:z.zip"_q, {{"c.cfg"_q, configOf("10.0.0.3")}});
+    zip("./:z.zip"_q, {{"d.cfg"_q, configOf("10.0.0.4")}});
+    expectRun(collect({":a.cfg", "col", ":z.zip", "--recursive"}), 0,
+              "ADDRESS   FIRMWARE     SOURCE\n"
+              "10.0.0.1  VN-3.0.6.29  ./:a.cfg\n"
+              "10.0.0.2  VN-3.0.6.29  col/:b.cfg\n"
+              "10.0.0.3  VN-3.0.6.29  col/:z.zip:c.cfg\n"
+              "10.0.0.4  VN-3.0.6.29  ./:z.zip:d.cfg\n",
+              "");
+    expectRun(run("show", {":a.cfg", "--section", "s", "--key", "k"}), 0, "\n", "");
+}
+
 // ---- Failures --------------------------------------------------------------------------------
 
 TEST_F(ConfigCollect, reportsWhatCannotBeReadAndGoesOn)
@@ -395,7 +411,8 @@ TEST_F(ConfigCollect, makesHarmlessNamesOfAnyAddress)
          "d",
          "S_d-DATE.cfg"},
         {"a\tb\x01", "a_b_-DATE.cfg"},
-        {"-rf", "-rf-DATE.cfg"},
+        {"-rf", "_rf-DATE.cfg"},
+        {"--", "_--DATE.cfg"},
         {QByteArray(5000, 'x'), QByteArray(100, 'x') + "-DATE.cfg"},
     };
     int number = 0;

@@ -131,7 +131,9 @@ QByteArray toOutputBytes(const QString &text)
 
 QString fileNameFromArgument(const QByteArray &argument)
 {
-    return QFile::decodeName(argument);
+    const QString name = QFile::decodeName(argument);
+    // Qt takes a name that begins so for one of its resources.
+    return name.startsWith(QLatin1Char(':')) ? QLatin1String("./") + name : name;
 }
 
 QString textFromArgument(const QByteArray &argument)

@@ -20,7 +20,7 @@ void installFileNameCodec();
 /** The bytes of @p text as they are printed: UTF-8, a file name with the bytes it came with. */
 QByteArray toOutputBytes(const QString &text);
 
-/** A file name among the arguments. */
+/** A file name among the arguments, or in a list. */
 QString fileNameFromArgument(const QByteArray &argument);
 
 /** Any other argument: UTF-8, or Latin-1 when it is not valid UTF-8. */

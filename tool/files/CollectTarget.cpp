@@ -194,7 +194,7 @@ QString fileNamePart(const QString &address)
             c = QLatin1Char('_');
     }
     part.replace(QLatin1String(".."), QLatin1String("__"));
-    if (part.startsWith(QLatin1Char('.')))
+    if (part.startsWith(QLatin1Char('.')) || part.startsWith(QLatin1Char('-')))
         part[0] = QLatin1Char('_');
     return part.isEmpty() ? QStringLiteral("unknown") : part;
 }

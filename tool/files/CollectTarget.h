@@ -76,7 +76,8 @@ std::unique_ptr<CollectTarget> makeArchiveTarget(const QString &path, const QByt
 
 /**
  * The beginning of a file name for @p address: its ASCII letters, digits, "-", "_" and single dots,
- * anything else as "_"; "unknown" for an empty one. It names no folder and no hidden file.
+ * anything else as "_"; "unknown" for an empty one. It names no folder and no hidden file, and no
+ * program takes it for an option.
  */
 QString fileNamePart(const QString &address);
 

@@ -163,14 +163,14 @@ private:
             !found.isNamed && found.reason.isNull() && found.status != Status::FolderUnreadable;
         if (isPassedOver)
             return std::nullopt;
-        const auto *const file = dynamic_cast<const FileException *>(found.exception.get());
-        const auto *const archive = dynamic_cast<const ArchiveException *>(found.exception.get());
-        const char *const reason = archive ? kArchiveReasons[int(archive->error())] : text.reason;
-        const QString message = text.message ? QString::fromLatin1(text.message)
-                                : archive    ? archive->reason()
-                                : file       ? file->reason()
-                                             : found.reason;
-        return makeFault(config, QString::fromLatin1(reason), message, text.isWarning);
+        const bool isOfArchive = found.archiveError != ArchiveError::None;
+        const char *const reason =
+            isOfArchive ? kArchiveReasons[int(found.archiveError)] : text.reason;
+        QString message = QString::fromLatin1(text.message);
+        if (text.message && !found.reason.isNull())
+            message += QLatin1String(": ");
+        return makeFault(config, QString::fromLatin1(reason), message + found.reason,
+                         text.isWarning);
     }
 
     void readText(ConfigCollector::Found &found, ScannedConfig config, Outcome &outcome) const
