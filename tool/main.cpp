@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
+#include "tool/cli/Closest.h"
 #include "tool/cli/CommandTable.h"
 #include "tool/cli/FileNameCodec.h"
 
@@ -73,7 +74,8 @@ void answer(Output &out, const char *member, const QString &text)
 /** The list of commands, or of those of one group. */
 QString overview(const QByteArray &group)
 {
-    QString text = QStringLiteral("Usage: vantero-formats [--help | --version] %1 [arguments]\n\n"
+    QString text = QStringLiteral("Usage: vantero-formats [--help | --version] %1 [arguments]\n"
+                                  "       vantero-formats help [COMMAND]\n\n"
                                   "Reads, edits and writes the file formats of Vantero network "
                                   "security cameras.\n\nCommands:\n")
                        .arg(group.isEmpty() ? QStringLiteral("COMMAND")
@@ -126,9 +128,11 @@ ExitCode runCommand(const CommandEntry &entry, const QList<QByteArray> &words, O
     return ExitCode::Done;
 }
 
-ToolError usageError(const QString &message)
+ToolError usageError(const QString &message, const QString &command = QString())
 {
-    return ToolError(ExitCode::BadInput, message + QLatin1String(" (see vantero-formats --help)"));
+    const QString about = command.isEmpty() ? QString() : command + QLatin1Char(' ');
+    return ToolError(ExitCode::BadInput,
+                     message + QStringLiteral(" (see vantero-formats %1--help)").arg(about));
 }
 
 /** Answers what is asked of the tool as a whole: --help, --version, the list of commands. */
@@ -136,7 +140,7 @@ bool answerGeneral(const QByteArray &word, Output &out)
 {
     if (word == "--help" || word == "-h")
         answer(out, "help", overview(QByteArray()));
-    else if (word == "--version")
+    else if (word == "--version" || word == "-V")
         answer(out, "version",
                out.json() ? QStringLiteral(VANTERO_VERSION)
                           : QStringLiteral("vantero-formats " VANTERO_VERSION "\n"));
@@ -155,6 +159,83 @@ QByteArray takeWord(QList<QByteArray> &words)
     return words.isEmpty() ? QByteArray() : words.takeFirst();
 }
 
+/** What the first words name: a command, or a group of them where there is no @p entry. */
+struct Named
+{
+    QByteArray group;
+    const CommandEntry *entry = nullptr;
+};
+
+/** The error of a word that is no command of @p group, or none at all. */
+ToolError unknownCommand(const QByteArray &group, const QByteArray &word)
+{
+    QStringList words;
+    for (const CommandEntry &entry : commandTable()) {
+        if (group.isEmpty())
+            words += QString::fromUtf8(*entry.group ? entry.group : entry.name);
+        else if (group == entry.group)
+            words += QString::fromUtf8(entry.name);
+    }
+    words.removeDuplicates();
+    const QString name = group.isEmpty() ? QString() : QString::fromUtf8(group) + QLatin1Char(' ');
+    const QString text = textFromArgument(word);
+    const QString meant = closest(text, words);
+    const QString hint =
+        meant.isEmpty() ? QString() : QStringLiteral("; did you mean %1?").arg(name + meant);
+    return usageError(QStringLiteral("unknown command \"%1\"%2").arg(name + text, hint),
+                      QString::fromUtf8(group));
+}
+
+/** Takes the words that name a command or a group; the next one says of a group what is wanted and
+ * is left where it is an option or nothing. */
+Named takeName(QList<QByteArray> &words)
+{
+    const QByteArray first = takeWord(words);
+    const auto &table = commandTable();
+    const auto isOfGroup = [&first](const CommandEntry &entry) {
+        return *entry.group && first == entry.group;
+    };
+    const bool isGroup = std::any_of(table.begin(), table.end(), isOfGroup);
+    const QByteArray second = isGroup ? takeWord(words) : QByteArray();
+    if (second.startsWith('-') || (isGroup && second.isNull())) {
+        if (!second.isNull())
+            words.prepend(second);
+        return {first, nullptr};
+    }
+    for (const CommandEntry &entry : table)
+        if (isGroup ? isOfGroup(entry) && second == entry.name
+                    : !*entry.group && first == entry.name)
+            return {isGroup ? first : QByteArray(), &entry};
+    throw isGroup ? unknownCommand(first, second) : unknownCommand(QByteArray(), first);
+}
+
+/** The help on what @p words name, or on everything. */
+QString helpOn(QList<QByteArray> words)
+{
+    if (words.isEmpty() || (words.size() == 1 && words.first() == "help"))
+        return overview(QByteArray());
+    const Named named = takeName(words);
+    if (!words.isEmpty())
+        throw usageError(QStringLiteral("help: unexpected argument \"%1\"")
+                             .arg(textFromArgument(words.first())));
+    if (!named.entry)
+        return overview(named.group);
+    Arguments arguments(named.entry->fullName(), QString::fromUtf8(named.entry->summary));
+    const std::unique_ptr<Command> command = named.entry->create();
+    command->declare(arguments);
+    return arguments.help();
+}
+
+ToolError unknownOption(const QByteArray &word, const QString &group)
+{
+    QStringList options = {QStringLiteral("--help"), QStringLiteral("--json")};
+    if (group.isEmpty())
+        options += QStringLiteral("--version");
+    const QString text = textFromArgument(word);
+    return usageError(QStringLiteral("unknown option %1%2").arg(text, didYouMean(text, options)),
+                      group);
+}
+
 ExitCode dispatch(QList<QByteArray> words, Output &out)
 {
     const QByteArray first = takeWord(words);
@@ -162,33 +243,27 @@ ExitCode dispatch(QList<QByteArray> words, Output &out)
         throw usageError(QStringLiteral("a command is missing"));
     if (answerGeneral(first, out))
         return ExitCode::Done;
-    if (first.startsWith('-'))
-        throw usageError(QStringLiteral("unknown option %1").arg(textFromArgument(first)));
-
-    const auto isOfGroup = [&first](const CommandEntry &entry) {
-        return *entry.group && first == entry.group;
-    };
-    const auto &table = commandTable();
-    const bool isGroup = std::any_of(table.begin(), table.end(), isOfGroup);
-    const QByteArray second = isGroup ? takeWord(words) : QByteArray();
-    if (second == "--help" || second == "-h") {
-        answer(out, "help", overview(first));
+    if (first == "help") {
+        words.removeAll("--json");
+        answer(out, "help", helpOn(words));
         return ExitCode::Done;
     }
-    if (isGroup && second.isNull())
-        throw usageError(
-            QStringLiteral("\"%1\" needs a command after it").arg(textFromArgument(first)));
-
-    for (const CommandEntry &entry : table) {
-        if (isGroup ? !isOfGroup(entry) || second != entry.name
-                    : *entry.group || first != entry.name)
-            continue;
-        if (out.json() && !wantsJson(words)) // it stood before the name of the command
-            words.prepend("--json");
-        return runCommand(entry, words, out);
+    if (first.startsWith('-'))
+        throw unknownOption(first, QString());
+    words.prepend(first);
+    const Named named = takeName(words);
+    if (!named.entry) {
+        const QString group = QString::fromUtf8(named.group);
+        if (words.isEmpty())
+            throw usageError(QStringLiteral("\"%1\" needs a command after it").arg(group), group);
+        if (words.first() != "--help" && words.first() != "-h")
+            throw unknownOption(words.first(), group);
+        answer(out, "help", overview(named.group));
+        return ExitCode::Done;
     }
-    throw usageError(QStringLiteral("unknown command \"%1\"")
-                         .arg(textFromArgument(isGroup ? first + ' ' + second : first)));
+    if (out.json() && !wantsJson(words)) // it stood before the name of the command
+        words.prepend("--json");
+    return runCommand(*named.entry, words, out);
 }
 
 ExitCode run(const QList<QByteArray> &words, bool json)

@@ -49,6 +49,7 @@ TEST(CommandLine, versionIsThatOfTheProject)
 {
     expectRun(runTool({"--version"}), 0, "vantero-formats 1.0.0\n", "");
     expectRun(runTool({"--version", "--json"}), 0, "{\n  \"version\": \"1.0.0\"\n}\n", "");
+    expectRun(runTool({"-V"}), 0, "vantero-formats 1.0.0\n", "");
     expectRun(runTool({"--json", "--version"}), 0, "{\n  \"version\": \"1.0.0\"\n}\n", "");
 }
 
@@ -159,15 +160,45 @@ TEST(CommandLine, wrongUsageIsToldAndEndsWith2)
         {{"frobnicate"}, "unknown command \"frobnicate\" (see vantero-formats --help)"},
         {{""}, "unknown command \"\" (see vantero-formats --help)"},
         {{"--frobnicate"}, "unknown option --frobnicate (see vantero-formats --help)"},
-        {{"config"}, "\"config\" needs a command after it (see vantero-formats --help)"},
+        {{"confg", "show"},
+         "unknown command \"confg\"; did you mean config? (see vantero-formats --help)"},
+        {{"firm"}, "unknown command \"firm\"; did you mean firmware? (see vantero-formats --help)"},
+        {{"--versoin"},
+         "unknown option --versoin; did you mean --version? (see vantero-formats --help)"},
+        {{"help", "config", "sho"},
+         "unknown command \"config sho\"; did you mean config show? (see vantero-formats config "
+         "--help)"},
+        {{"help", "config", "show", "gate.cfg"},
+         "help: unexpected argument \"gate.cfg\" (see vantero-formats --help)"},
+        {{"config"}, "\"config\" needs a command after it (see vantero-formats config --help)"},
+        {{"config", "--hepl"},
+         "unknown option --hepl; did you mean --help? (see vantero-formats config --help)"},
         {{"config", "frobnicate"},
-         "unknown command \"config frobnicate\" (see vantero-formats --help)"},
+         "unknown command \"config frobnicate\" (see vantero-formats config --help)"},
+        {{"config", "sho"},
+         "unknown command \"config sho\"; did you mean config show? (see vantero-formats config "
+         "--help)"},
+        {{"version", "installble"},
+         "unknown command \"version installble\"; did you mean version installable? (see "
+         "vantero-formats version --help)"},
         {{"config", "show"},
          "config show: FILE is missing (see vantero-formats config show --help)"},
         {{"config", "diff", "a", "b", "c"},
          "config diff: unexpected argument \"c\" (see vantero-formats config diff --help)"},
-        {{"config", "show", "a", "--color"},
-         "config show: unexpected argument \"--color\" (see vantero-formats config show --help)"},
+        {{"config", "show", "a", "--frobnicate"},
+         "config show: unknown option --frobnicate (see vantero-formats config show --help)"},
+        {{"config", "show", "a", "--secton=audio"},
+         "config show: unknown option --secton; did you mean --section? (see vantero-formats "
+         "config show --help)"},
+        {{"config", "show", "--recursiv"}, // although FILE is missing, too
+         "config show: unknown option --recursiv; did you mean --recursive? (see vantero-formats "
+         "config show --help)"},
+        {{"config", "show", "-gate.cfg"},
+         "config show: unknown option -gate.cfg; an argument that begins with \"-\" stands behind "
+         "\"--\" (see vantero-formats config show --help)"},
+        {{"config", "show", "--", kGate, "--section", "audio"},
+         "config show: there is no file --section, and options stand before \"--\" (see "
+         "vantero-formats config show --help)"},
         {{"config", "show", "a", "--key", "k"},
          "config show: --key requires --section (see vantero-formats config show --help)"},
         {{"config", "show", "a", "--section"},
@@ -186,9 +217,7 @@ TEST(CommandLine, wrongUsageIsToldAndEndsWith2)
         EXPECT_EQ(plain.err, QByteArray("vantero-formats: ") + row.message + '\n');
 
         std::vector<std::string> words = row.arguments;
-        words.push_back("--json");
-        if (row.arguments.empty() || QByteArray(row.message).contains("needs a value"))
-            continue; // --json is taken for something else
+        words.insert(words.begin(), "--json");
         const ToolResult json = runTool(words);
         EXPECT_EQ(json.exitCode, 2);
         EXPECT_EQ(json.err, "");
@@ -196,6 +225,73 @@ TEST(CommandLine, wrongUsageIsToldAndEndsWith2)
         EXPECT_EQ(errorOf(json).value("exitCode"_q).toInt(), 2);
         EXPECT_TRUE(errorOf(json).value("file"_q).isNull());
     }
+}
+
+TEST(CommandLine, anOptionBehindTheOptionsIsTold)
+{
+    expectRun(
+        runTool({"config", "set", "--", "a", "b", "c", "d", "--dry-run"}), 2, "",
+        "vantero-formats: config set: unexpected argument \"--dry-run\"; options stand before "
+        "\"--\" (see vantero-formats config set --help)\n");
+}
+
+TEST(CommandLine, helpIsACommandToo)
+{
+    EXPECT_EQ(runTool({"help"}).out, runTool({"--help"}).out);
+    EXPECT_EQ(runTool({"help", "help"}).out, runTool({"--help"}).out);
+    EXPECT_EQ(runTool({"help", "config"}).out, runTool({"config", "--help"}).out);
+    EXPECT_EQ(runTool({"help", "config", "show"}).out, runTool({"config", "show", "--help"}).out);
+    EXPECT_EQ(runTool({"help", "firmware"}).out, runTool({"firmware", "--help"}).out);
+    EXPECT_EQ(runTool({"help", "firmware", "--json"}).out,
+              runTool({"firmware", "--help", "--json"}).out);
+    EXPECT_THAT(toStd(runTool({"--help"}).out), HasSubstr("vantero-formats help [COMMAND]\n"));
+}
+
+TEST(CommandLine, aMistypedNameIsToldTheOneThatIsThere)
+{
+    struct Row
+    {
+        std::vector<std::string> arguments;
+        int exitCode;
+        const char *message;
+    };
+    const std::string dock = VANTERO_EXAMPLE_DATA "/dock.cfg";
+    const Row rows[] = {
+        {{"config", "show", kGate, "--section", "audoi"},
+         1,
+         "no section \"audoi\"; did you mean audio?"},
+        {{"config", "show", kGate, "--section", "ether"},
+         1,
+         "no section \"ether\"; did you mean ethernet?"},
+        {{"config", "show", kGate, "--section", "xyz"}, 1, "no section \"xyz\""},
+        {{"config", "show", kGate, "--section", "ethernet", "--key", "ipaddr"},
+         1,
+         "no key \"ipaddr\" in section \"ethernet\"; did you mean IPADDR?"},
+        {{"config", "unset", kGate, "ethernet", "IPADR"},
+         1,
+         "no key \"IPADR\" in section \"ethernet\"; did you mean IPADDR?"},
+        {{"config", "unset", kGate, "Ethernet", "IPADDR"},
+         1,
+         "no section \"Ethernet\"; did you mean ethernet?"},
+        {{"config", "unset", kGate, "ethernet", "IPADDR", "--value", "1.2.3.4"},
+         1,
+         "no value \"1.2.3.4\" of key \"IPADDR\" in section \"ethernet\""},
+        {{"config", "remove", kGate, "etherne"},
+         1,
+         "no section \"etherne\"; did you mean ethernet?"},
+    };
+    for (const Row &row : rows)
+        expectRun(runTool(row.arguments), row.exitCode, "",
+                  QByteArray("vantero-formats: ") + kGate.c_str() + ": " + row.message + '\n');
+    expectRun(runTool({"config", "splice", kGate, dock, "etehrnet"}), 1, "",
+              QByteArray("vantero-formats: ") + kGate.c_str() +
+                  ": no section \"etehrnet\", nor in " + dock.c_str() +
+                  "; did you mean ethernet?\n");
+    expectRun(runTool({"version", "rules", "k40-stp"}), 1, "",
+              "vantero-formats: no rule \"k40-stp\"; did you mean k40-step?\n");
+    expectRun(runTool({"config", "table", kGate, "--where", "adress=3"}), 2, "",
+              "vantero-formats: --where: neither \"address\" nor \"firmware\" nor SECTION/KEY; "
+              "did you mean address?\n  adress=3\n        ^\n");
 }
 
 TEST(CommandLine, jsonMayStandBeforeTheCommand)
@@ -313,8 +409,14 @@ TEST(CommandLine, jsonEscapesBytesOfANameThatAreNoText)
 
 TEST(CommandLine, whatLooksLikeAnOptionIsAnArgumentAfterTwoDashes)
 {
-    expectRun(runTool({"config", "show", "--", "--json"}), 2, "",
-              "vantero-formats: --json: No such file or directory\n");
+    expectRun(runTool({"config", "show", "--", "--no-file"}), 2, "",
+              "vantero-formats: --no-file: No such file or directory\n");
+    const QTemporaryDir folder;
+    ASSERT_TRUE(
+        QFile::copy(QString::fromStdString(kGate), folder.filePath(QStringLiteral("--json"))));
+    ToolCall call{{"config", "show", "--section", "text", "--key", "name", "--", "--json"}};
+    call.folder = folder.path().toStdString();
+    expectRun(runTool(call), 0, "South gate\n", "");
 }
 
 TEST(CommandLine, namesOfCommandsMayBeArguments)

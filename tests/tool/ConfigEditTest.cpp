@@ -341,7 +341,7 @@ TEST(ConfigEdit, unsetOfWhatIsMissingIsAnAnswer)
     expectRun(runTool({"config", "unset", "-", "t", "k"}, text), 1, "",
               "vantero-formats: -: no section \"t\"\n");
     expectRun(runTool({"config", "unset", "-", "s", "K"}, text), 1, "",
-              "vantero-formats: -: no key \"K\" in section \"s\"\n");
+              "vantero-formats: -: no key \"K\" in section \"s\"; did you mean k?\n");
 }
 
 TEST(ConfigEdit, malformedTextIsRefusedWithItsLine)

@@ -355,6 +355,23 @@ TEST_F(SiteCheck, hasARowACamera)
               "");
 }
 
+TEST_F(SiteCheck, tellsAnAddressOfTheModelsThatLooksMistyped)
+{
+    writeCamera("a.cfg", "10.0.0.21", "VN-3.0.6.1");
+    writeCamera("b.cfg", "10.0.0.22", "VN-3.0.6.1");
+    const std::string models = write("models.csv", "address,model\n10.0.0.22,D24\n10.0.0.2l,D24\n"
+                                                   "192.168.100.100,D24\n");
+    expectRun(runTool({"version", "check", "--configurations", folder(), "--recursive", "--models",
+                       models, "--csv", "VN-3.0.6.2"}),
+              1,
+              "address,firmware,verdict,reason,nextHop\n"
+              "10.0.0.21,VN-3.0.6.1,depends,W40 cameras on VN may only be updated to VN-3.4.5.4 or "
+              "later,VN-3.4.5.4 or later\n"
+              "10.0.0.22,VN-3.0.6.1,safe,,VN-3.0.6.2\n",
+              QByteArray("vantero-formats: ") + models.c_str() +
+                  ": warning: no model of 10.0.0.21; did you mean 10.0.0.2l?\n");
+}
+
 TEST_F(SiteCheck, isATableForPeople_andNamesTheNextHop)
 {
     writeCamera("a.cfg", "10.0.0.1", "VN-3.0.3.7");
@@ -576,6 +593,17 @@ TEST(VersionRules, areALineEach)
     EXPECT_EQ(rule.value("demand"_q), QJsonValue("must first be updated to"_q));
     EXPECT_EQ(rule.value("target"_q), QJsonValue("VN-3.0.6.29 or later"_q));
     EXPECT_EQ(value.value("classes"_q).toArray().size(), 6);
+}
+
+TEST(VersionRules, mayBeSomeOnly)
+{
+    expectRun(runTool({"version", "rules", "none", "platform"}), 0,
+              "platform: Cameras must stay on their platform\n"
+              "none: Cameras may otherwise be updated to any version\n",
+              "");
+    EXPECT_EQ(
+        runTool({"version", "rules", "none", "--json"}).json().value("rules"_q).toArray().size(),
+        1);
 }
 
 TEST(VersionSort, putsPatternsBehindTheirLowest)

@@ -3,8 +3,11 @@
 
 #include "tool/cli/Arguments.h"
 
+#include "tool/cli/Closest.h"
 #include "tool/cli/FileNameCodec.h"
 #include "tool/cli/ToolError.h"
+
+#include <QtCore/QFileInfo>
 
 #include <CLI/CLI.hpp>
 
@@ -23,6 +26,13 @@ constexpr int kHelpColumn = 26; // where the meaning of an argument begins
 // CLI11 takes a positional argument in brackets for a list. This, which no argument can hold, goes
 // behind one that begins so.
 constexpr char kGuard = '\0';
+
+/** The name of an option that may have its value behind "=". */
+QString optionName(const QByteArray &word)
+{
+    const int equals = word.indexOf('=');
+    return textFromArgument(equals < 0 ? word : word.left(equals));
+}
 
 QByteArray fromStdString(const std::string &text)
 {
@@ -143,8 +153,66 @@ public:
         return usageError(message);
     }
 
+    /** Where "--" stands among the words that were given; behind all of them where it does not. */
+    int endOfOptions() const
+    {
+        const int at = words.indexOf("--");
+        return at < 0 ? words.size() : at;
+    }
+
+    /** The option that @p word is, whatever it is given; null where there is none. */
+    const Parameter *optionOf(const QByteArray &word) const
+    {
+        const QString name = optionName(word);
+        for (const Parameter &parameter : parameters)
+            if (!parameter.positional && parameter.name == name)
+                return &parameter;
+        return nullptr;
+    }
+
+    /** The error of a word that stands where none is expected. */
+    ToolError unexpected(const QByteArray &word) const
+    {
+        const bool isMisplaced = words.indexOf(word) > endOfOptions() && optionOf(word);
+        return usageError(QStringLiteral("unexpected argument \"%1\"%2")
+                              .arg(textFromArgument(word),
+                                   isMisplaced ? QLatin1String("; options stand before \"--\"")
+                                               : QLatin1String()));
+    }
+
+    /** The error of the first word that nothing takes; nothing where each is taken. */
+    std::optional<ToolError> errorOfExtras() const
+    {
+        const Values extras = withoutGuards(app.remaining());
+        if (extras.empty())
+            return {};
+        const QByteArray word = fromStdString(extras.front());
+        if (words.indexOf(word) > endOfOptions() || !word.startsWith('-') || word == "-")
+            return unexpected(word);
+        QStringList names = {QStringLiteral("--help")};
+        for (const Parameter &parameter : parameters)
+            if (!parameter.positional)
+                names += parameter.name;
+        const QString name = optionName(word);
+        QString hint = didYouMean(name, names);
+        if (hint.isEmpty() && !word.startsWith("--"))
+            hint = QStringLiteral("; an argument that begins with \"-\" stands behind \"--\"");
+        return usageError(QStringLiteral("unknown option %1%2").arg(name, hint));
+    }
+
+    /** Refuses an option behind "--" that would be taken for a file and is none. */
+    void refuseMisplacedOption(const std::string &value) const
+    {
+        const QByteArray word = fromStdString(value);
+        if (endOfOptions() < words.size() && words.lastIndexOf(word) > endOfOptions() &&
+            optionOf(word) && !QFileInfo::exists(fileNameFromArgument(word)))
+            throw usageError(QStringLiteral("there is no file %1, and options stand before \"--\"")
+                                 .arg(textFromArgument(word)));
+    }
+
     QString command;
     QString summary;
+    QList<QByteArray> words; // as they were given
     QStringList paragraphs;
     QList<QPair<QString, QString>> examples;
     QString several; // the option with which there may be several files
@@ -180,9 +248,11 @@ void Arguments::file(const char *name, const char *what, QString &target)
 
 void Arguments::files(const char *name, const char *what, QStringList &target)
 {
-    d->add(name, "", what, "file", true, [&target](const Private::Values &values) {
-        for (const std::string &value : values)
+    d->add(name, "", what, "file", true, [this, &target](const Private::Values &values) {
+        for (const std::string &value : values) {
+            d->refuseMisplacedOption(value);
             target += fileNameFromArgument(fromStdString(value));
+        }
     });
 }
 
@@ -232,7 +302,7 @@ void Arguments::fileThenTexts(const char *name, const char *what, QStringList &f
                    else if (list)
                        *list += text;
                    else
-                       throw d->usageError(QStringLiteral("unexpected argument \"%1\"").arg(text));
+                       throw d->unexpected(fromStdString(values[i]));
                }
            });
     d->parameters.back().repeated = false;
@@ -358,6 +428,7 @@ void Arguments::exclude(const char *option, const char *other)
 
 bool Arguments::parse(const QList<QByteArray> &arguments)
 {
+    d->words = arguments;
     d->app.set_help_flag("-h,--help");
     std::vector<std::string> reversed; // as CLI11 takes them
     for (auto it = arguments.crbegin(); it != arguments.crend(); ++it) {
@@ -370,9 +441,10 @@ bool Arguments::parse(const QList<QByteArray> &arguments)
     } catch (const CLI::CallForHelp &) {
         return false;
     } catch (const CLI::ExtrasError &) {
-        throw d->usageError(QStringLiteral("unexpected argument \"%1\"")
-                                .arg(textFromArgument(d->app.remaining().front().c_str())));
+        throw *d->errorOfExtras();
     } catch (const CLI::RequiredError &e) {
+        if (const auto error = d->errorOfExtras()) // it may be what is missing, mistyped
+            throw *error;
         // The message begins with the name of what is missing.
         throw d->usageError(QString::fromUtf8(e.what()).section(QLatin1Char(' '), 0, 0) +
                             QLatin1String(" is missing"));

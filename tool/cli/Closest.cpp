@@ -31,22 +31,32 @@ int distance(const QString &a, const QString &b)
 
 } // namespace
 
-QString didYouMean(const QString &word, const QStringList &words)
+QString closest(const QString &word, const QStringList &words)
 {
     constexpr int kLongest = 100; // nobody mistypes more, and the search takes their square
     constexpr int kMostWrong = 2;
+    constexpr int kShortestBeginning = 2;
     const QString folded = word.toCaseFolded();
     QString best;
     int least = std::min(kMostWrong, word.size() / 2) + 1;
     for (const QString &candidate : words) {
         if (candidate == word || std::max(candidate.size(), word.size()) > kLongest)
             continue;
-        const int wrong = distance(folded, candidate.toCaseFolded());
+        const QString foldedCandidate = candidate.toCaseFolded();
+        int wrong = distance(folded, foldedCandidate);
+        if (word.size() >= kShortestBeginning && foldedCandidate.startsWith(folded))
+            wrong = std::min(wrong, 1);
         if (wrong >= least)
             continue;
         least = wrong;
         best = candidate;
     }
+    return best;
+}
+
+QString didYouMean(const QString &word, const QStringList &words)
+{
+    const QString best = closest(word, words);
     return best.isEmpty() ? QString() : QStringLiteral("; did you mean %1?").arg(best);
 }
 

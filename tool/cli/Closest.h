@@ -9,8 +9,11 @@
 
 namespace vn::tool {
 
-/** "; did you mean WORD?" with the one of @p words that @p word may be a slip of: in other letter
- * case, or with few characters wrong. Empty where there is none. */
+/** The one of @p words that @p word may be a slip of: in other letter case, with few characters
+ * wrong, or cut short. Null where there is none. */
+QString closest(const QString &word, const QStringList &words);
+
+/** "; did you mean WORD?" with the closest() of @p words. Empty where there is none. */
 QString didYouMean(const QString &word, const QStringList &words);
 
 } // namespace vn::tool

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "tool/cli/Command.h"
+#include "tool/files/ConfigInput.h"
 #include "tool/files/EditTarget.h"
 
 #include "config/VanteroConfigFile.h"
@@ -49,8 +50,9 @@ public:
                                            "config remove --help)"));
         return m_target.run(out, [&](const ConfigTextFile &file) {
             const QStringList missing = missingSections(file.text());
-            const auto message = [](const QString &section) {
-                return QStringLiteral("no section \"%1\"").arg(section);
+            const auto message = [&file](const QString &section) {
+                return QStringLiteral("no section \"%1\"%2")
+                    .arg(section, sectionHint(VanteroConfigText(file.text()), section));
             };
             if (missing.size() == m_sections.size() && !asksForMore)
                 throw ToolError(ExitCode::No, message(missing.first())).at(file.name());

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#include "tool/cli/Closest.h"
 #include "tool/cli/Command.h"
 #include "tool/files/ConfigInput.h"
 #include "tool/files/EditTarget.h"
@@ -108,7 +107,7 @@ private:
                 m_kind == Kind::Set
                     ? text.setValue(each.section, each.key, each.value, int(m_index.value_or(0)))
                     : text.addValue(each.section, each.key, each.value);
-            requireDone(result, file.name());
+            requireDone(result, file.name(), QString());
             // A value that is added is meant to be new; one that is set is meant to be there.
             if (m_kind == Kind::Set && !news.isNull())
                 made.append({QLatin1String("new ") + news, kNowhere});
@@ -121,19 +120,15 @@ private:
     {
         if (!text.values(edit.section, edit.key).isEmpty())
             return QString();
-        QStringList sections;
-        QStringList keys;
-        for (const VanteroConfigText::Section &section : text.outline().sections) {
-            sections += section.name;
-            if (section.name == edit.section)
-                for (const VanteroConfigText::Block &block : section.blocks)
-                    for (const VanteroConfigText::Entry &entry : block.entries)
-                        keys += entry.key;
-        }
-        if (sections.contains(edit.section) || edit.section == VanteroConfigFile::HEAD_SECTION)
+        const auto sections = text.outline().sections;
+        const bool hasSection = std::any_of(sections.begin(), sections.end(),
+                                            [&edit](const VanteroConfigText::Section &section) {
+                                                return section.name == edit.section;
+                                            });
+        if (hasSection || edit.section == VanteroConfigFile::HEAD_SECTION)
             return QStringLiteral("key %1 in section %2%3")
-                .arg(edit.key, edit.section, didYouMean(edit.key, keys));
-        return QStringLiteral("section %1%2").arg(edit.section, didYouMean(edit.section, sections));
+                .arg(edit.key, edit.section, keyHint(text, edit.section, edit.key));
+        return QStringLiteral("section %1%2").arg(edit.section, sectionHint(text, edit.section));
     }
 
     const Kind m_kind;

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
+#include "tool/cli/Closest.h"
 #include "tool/cli/Command.h"
 #include "tool/files/ConfigInput.h"
 #include "tool/files/ConfigSources.h"
@@ -84,7 +85,9 @@ private:
         if (!m_section)
             return showAll(source, input, title, out);
         if (!input.config.containsSection(*m_section))
-            throw nothingThere(QStringLiteral("no section \"%1\"").arg(*m_section));
+            throw nothingThere(
+                QStringLiteral("no section \"%1\"%2")
+                    .arg(*m_section, didYouMean(*m_section, input.config.allSectionKeys())));
         const QMultiMap<QString, QString> section = input.config.section(*m_section);
         if (!m_key) {
             if (!out.json())
@@ -96,7 +99,8 @@ private:
         const QStringList values = section.values(*m_key);
         if (values.isEmpty())
             throw nothingThere(
-                QStringLiteral("no key \"%1\" in section \"%2\"").arg(*m_key, *m_section));
+                QStringLiteral("no key \"%1\" in section \"%2\"%3")
+                    .arg(*m_key, *m_section, didYouMean(*m_key, section.uniqueKeys())));
         if (!out.json())
             for (const QString &value : values)
                 out.printForeign(mark + value + QLatin1Char('\n'));

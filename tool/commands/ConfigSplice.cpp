@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "tool/cli/Command.h"
+#include "tool/files/ConfigInput.h"
 #include "tool/files/EditTarget.h"
 
 #include "config/VanteroConfigFile.h"
@@ -44,9 +45,10 @@ public:
             const QString edited =
                 VanteroConfigFile::replaceSection(target.text(), source.text(), m_section);
             if (edited == target.text()) // a replacement always grows
-                throw ToolError(
-                    ExitCode::No,
-                    QStringLiteral("no section \"%1\", nor in %2").arg(m_section, m_sourceFile))
+                throw ToolError(ExitCode::No,
+                                QStringLiteral("no section \"%1\", nor in %2%3")
+                                    .arg(m_section, m_sourceFile,
+                                         sectionHint(VanteroConfigText(source.text()), m_section)))
                     .at(target.name());
             return EditTarget::Edited{edited, {}};
         });

@@ -45,7 +45,7 @@ public:
             VanteroConfigText text(file.text());
             requireWellFormed(text, file.name());
             for (const EntryArgument &each : qAsConst(m_keys))
-                requireDone(remove(text, each), file.name());
+                requireDone(remove(text, each), file.name(), keyHint(text, each.section, each.key));
             return EditTarget::Edited{text.text(), text.edits()};
         });
     }

@@ -3,6 +3,7 @@
 
 #include "tool/commands/SiteUpdate.h"
 
+#include "tool/cli/Closest.h"
 #include "tool/commands/Versions.h"
 #include "tool/files/CameraModels.h"
 
@@ -47,6 +48,7 @@ ExitCode SiteUpdate::run(const QString &target, Output &out)
     std::vector<Row> rows;
     m_sources.forEach(out,
                       [&](const ConfigSource &source) { rows.push_back(judge(source, target)); });
+    warnOfMistypedAddresses(rows, out);
     const bool isSafe = std::all_of(rows.begin(), rows.end(), [](const Row &row) {
         return row.judgement.verdict == UpdateJudgement::Verdict::Safe;
     });
@@ -60,6 +62,20 @@ ExitCode SiteUpdate::run(const QString &target, Output &out)
         print(rows, out);
     }
     return std::max(m_sources.exitCode(), isSafe ? ExitCode::Done : ExitCode::No);
+}
+
+void SiteUpdate::warnOfMistypedAddresses(const std::vector<Row> &rows, Output &out) const
+{
+    QStringList unused = m_models.keys();
+    for (const Row &row : rows)
+        unused.removeAll(row.address);
+    for (const Row &row : rows) {
+        if (m_models.contains(row.address))
+            continue;
+        const QString hint = didYouMean(row.address, unused);
+        if (!hint.isEmpty())
+            out.warn(*m_modelsFile, QStringLiteral("no model of %1%2").arg(row.address, hint));
+    }
 }
 
 SiteUpdate::Row SiteUpdate::judge(const ConfigSource &source,

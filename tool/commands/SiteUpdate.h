@@ -43,6 +43,9 @@ private:
         QString needed;  // what a package would have to be, where there is no way
     };
 
+    /** Warns where an address of the models is that of no camera, but nearly that of one without.
+     */
+    void warnOfMistypedAddresses(const std::vector<Row> &rows, Output &out) const;
     Row judge(const ConfigSource &source, const VanteroSoftwareVersion &target) const;
     static QStringList cells(const Row &row);
     static Json toJson(const Row &row);

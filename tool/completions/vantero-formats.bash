@@ -169,7 +169,7 @@ _vantero_formats() {
         options='--json --help'
         files='' folders='' others=''
         choices='' again=''
-        several='' arguments=''
+        several='' arguments='text ...'
         ;;
     'version sort')
         options='--json --help'

@@ -3,6 +3,7 @@
 
 #include "tool/files/ConfigFilter.h"
 
+#include "tool/cli/Closest.h"
 #include "tool/cli/ToolError.h"
 
 #include "config/VanteroConfigFile.h"
@@ -48,8 +49,10 @@ ConfigField::ConfigField(const char *option, const QString &whole, int length)
     } else {
         const int slash = text.indexOf(QLatin1Char('/'));
         if (slash < 0)
-            throw errorAt(option, whole, length,
-                          QStringLiteral("neither \"address\" nor \"firmware\" nor SECTION/KEY"));
+            throw errorAt(
+                option, whole, length,
+                QStringLiteral("neither \"address\" nor \"firmware\" nor SECTION/KEY") +
+                    didYouMean(text, {QStringLiteral("address"), QStringLiteral("firmware")}));
         if (slash == 0)
             throw errorAt(option, whole, 0, QStringLiteral("no SECTION before the \"/\""));
         if (slash + 1 == length)

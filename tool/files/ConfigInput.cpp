@@ -3,6 +3,7 @@
 
 #include "tool/files/ConfigInput.h"
 
+#include "tool/cli/Closest.h"
 #include "tool/cli/ToolError.h"
 #include "tool/files/Input.h"
 #include "tool/files/JpegComment.h"
@@ -43,13 +44,33 @@ void requireWellFormed(const VanteroConfigText &text, const QString &name)
                 .at(name, lineOf(finding, text.text()));
 }
 
-void requireDone(const VanteroConfigText::Result &result, const QString &name)
+QString sectionHint(const VanteroConfigText &text, const QString &section)
 {
+    QStringList sections;
+    for (const VanteroConfigText::Section &each : text.outline().sections)
+        sections += each.name;
+    return sections.contains(section) ? QString() : didYouMean(section, sections);
+}
+
+QString keyHint(const VanteroConfigText &text, const QString &section, const QString &key)
+{
+    QStringList keys;
+    for (const VanteroConfigText::Section &each : text.outline().sections)
+        if (each.name == section)
+            for (const VanteroConfigText::Block &block : each.blocks)
+                for (const VanteroConfigText::Entry &entry : block.entries)
+                    keys += entry.key;
+    if (keys.isEmpty())
+        return sectionHint(text, section);
+    return keys.contains(key) ? QString() : didYouMean(key, keys);
+}
+
+void requireDone(const VanteroConfigText::Result &result, const QString &name, const QString &hint)
+{
+    if (result.outcome == VanteroConfigText::Outcome::NotFound)
+        throw ToolError(ExitCode::No, result.reason + hint).at(name);
     if (!result)
-        throw ToolError(result.outcome == VanteroConfigText::Outcome::NotFound ? ExitCode::No
-                                                                               : ExitCode::BadInput,
-                        result.reason)
-            .at(name);
+        throw ToolError(ExitCode::BadInput, result.reason).at(name);
 }
 
 VanteroConfigFile parseConfig(const QString &text, const QString &name, bool *hasVersionLines)

@@ -53,9 +53,16 @@ VanteroConfigFile parseConfig(const QString &text, const QString &name,
 /** @throws ToolError (bad input) with the line when @p text, of the file @p name, is malformed */
 void requireWellFormed(const VanteroConfigText &text, const QString &name);
 
-/** @throws ToolError with the reason when an edit of the file @p name was not done: No when there
- * is nothing to edit, bad input when the format cannot hold it */
-void requireDone(const VanteroConfigText::Result &result, const QString &name);
+/** "; did you mean WORD?" where @p text has no such section but a similar one; see didYouMean(). */
+QString sectionHint(const VanteroConfigText &text, const QString &section);
+
+/** The same of a key, or of its section where that is not there. */
+QString keyHint(const VanteroConfigText &text, const QString &section, const QString &key);
+
+/** @throws ToolError with the reason when an edit of the file @p name was not done: No, with
+ * @p hint behind the reason, when there is nothing to edit, bad input when the format cannot hold
+ * it */
+void requireDone(const VanteroConfigText::Result &result, const QString &name, const QString &hint);
 
 } // namespace vn::tool
 
