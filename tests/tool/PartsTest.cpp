@@ -72,51 +72,90 @@ TEST(ToolJson, arraysAreLinesUnlessTheyHoldOthers)
 
 // ---- Unified diff ------------------------------------------------------------------------------
 
+/** The text with what @p edits say. */
+QString edited(const QString &text, const QVector<vn::VanteroConfigText::Splice> &edits)
+{
+    QString result;
+    qint64 done = 0;
+    for (const auto &edit : edits) {
+        result += text.midRef(int(done), int(edit.range.offset - done)) + edit.text;
+        done = edit.range.offset + edit.range.length;
+    }
+    return result + text.midRef(int(done));
+}
+
+/** An edit of the @p length characters from @p offset on. */
+vn::VanteroConfigText::Splice editAt(const QString &text, int offset, int length,
+                                     const QString &instead)
+{
+    const auto lineOf = [&](int place) { return text.left(place).count(QLatin1Char('\n')) + 1; };
+    const auto columnOf = [&](int place) {
+        return place - text.left(place).lastIndexOf(QLatin1Char('\n'));
+    };
+    const int end = offset + length;
+    return {{lineOf(offset), columnOf(offset), lineOf(end), columnOf(end), offset, length},
+            instead};
+}
+
+QByteArray diffOf(const QString &before, const QVector<vn::VanteroConfigText::Splice> &edits,
+                  const QByteArray &name = "x")
+{
+    return unifiedDiff(before.toUtf8(), edited(before, edits).toUtf8(), edits, name);
+}
+
 TEST(ToolDiff, isEmptyForEqualTexts)
 {
-    EXPECT_EQ(unifiedDiff("a\nb\n", "a\nb\n", "x"), "");
-    EXPECT_EQ(unifiedDiff("", "", "x"), "");
+    EXPECT_EQ(diffOf("a\nb\n"_q, {}), "");
+    EXPECT_EQ(diffOf(""_q, {}), "");
+    EXPECT_EQ(diffOf("a\nb\n"_q, {editAt("a\nb\n"_q, 0, 4, "a\nb\n"_q)}), "");
 }
 
 TEST(ToolDiff, showsThreeLinesAround)
 {
-    EXPECT_EQ(unifiedDiff("1\n2\n3\n4\n5\n6\n7\n8\n9\n", "1\n2\n3\n4\nnew\n6\n7\n8\n9\n", "x"),
+    const QString text = "1\n2\n3\n4\n5\n6\n7\n8\n9\n"_q;
+    EXPECT_EQ(diffOf(text, {editAt(text, 8, 1, "new"_q)}),
+              "--- x\n+++ x\n@@ -2,7 +2,7 @@\n 2\n 3\n 4\n-5\n+new\n 6\n 7\n 8\n");
+    // What stays at the ends of an edit is none of the change.
+    EXPECT_EQ(diffOf(text, {editAt(text, 0, 18, "1\n2\n3\n4\nnew\n6\n7\n8\n9\n"_q)}),
               "--- x\n+++ x\n@@ -2,7 +2,7 @@\n 2\n 3\n 4\n-5\n+new\n 6\n 7\n 8\n");
 }
 
 TEST(ToolDiff, joinsHunksWhoseSurroundingsMeet)
 {
     // Six kept lines between two changes are the context of both; seven part them.
-    EXPECT_EQ(unifiedDiff("a\n1\n2\n3\n4\n5\n6\nb\n", "A\n1\n2\n3\n4\n5\n6\nB\n", "x"),
+    const QString six = "a\n1\n2\n3\n4\n5\n6\nb\n"_q;
+    EXPECT_EQ(diffOf(six, {editAt(six, 0, 1, "A"_q), editAt(six, 14, 1, "B"_q)}),
               "--- x\n+++ x\n@@ -1,8 +1,8 @@\n-a\n+A\n 1\n 2\n 3\n 4\n 5\n 6\n-b\n+B\n");
-    EXPECT_EQ(unifiedDiff("a\n1\n2\n3\n4\n5\n6\n7\nb\n", "A\n1\n2\n3\n4\n5\n6\n7\nB\n", "x"),
+    const QString seven = "a\n1\n2\n3\n4\n5\n6\n7\nb\n"_q;
+    EXPECT_EQ(diffOf(seven, {editAt(seven, 0, 1, "A"_q), editAt(seven, 16, 1, "B"_q)}),
               "--- x\n+++ x\n@@ -1,4 +1,4 @@\n-a\n+A\n 1\n 2\n 3\n@@ -6,4 +6,4 @@\n 5\n 6\n 7\n-b\n"
               "+B\n");
 }
 
 TEST(ToolDiff, countsEmptyRangesFromTheLineBefore)
 {
-    EXPECT_EQ(unifiedDiff("", "a\nb\n", "x"), "--- x\n+++ x\n@@ -0,0 +1,2 @@\n+a\n+b\n");
-    EXPECT_EQ(unifiedDiff("a\n", "", "x"), "--- x\n+++ x\n@@ -1 +0,0 @@\n-a\n");
+    EXPECT_EQ(diffOf(""_q, {editAt(""_q, 0, 0, "a\nb\n"_q)}),
+              "--- x\n+++ x\n@@ -0,0 +1,2 @@\n+a\n+b\n");
+    EXPECT_EQ(diffOf("a\n"_q, {editAt("a\n"_q, 0, 2, ""_q)}), "--- x\n+++ x\n@@ -1 +0,0 @@\n-a\n");
 }
 
 TEST(ToolDiff, marksALastLineWithoutEnd)
 {
-    EXPECT_EQ(unifiedDiff("a", "a\n", "x"),
+    EXPECT_EQ(diffOf("a"_q, {editAt("a"_q, 1, 0, "\n"_q)}),
               "--- x\n+++ x\n@@ -1 +1 @@\n-a\n\\ No newline at end of file\n+a\n");
-    EXPECT_EQ(unifiedDiff("a\nb", "c\nb", "x"),
+    EXPECT_EQ(diffOf("a\nb"_q, {editAt("a\nb"_q, 0, 1, "c"_q)}),
               "--- x\n+++ x\n@@ -1,2 +1,2 @@\n-a\n+c\n b\n\\ No newline at end of file\n");
 }
 
 TEST(ToolDiff, quotesNamesThatPatchWouldMisread)
 {
     const auto head = [](const QByteArray &name) {
-        return unifiedDiff("a\n", "b\n", name).split('\n').first();
+        return diffOf("a\n"_q, {editAt("a\n"_q, 0, 1, "b"_q)}, name).split('\n').first();
     };
     EXPECT_EQ(head("plain.cfg"), "--- plain.cfg");
     EXPECT_EQ(head("two words.cfg"), "--- two words.cfg\t");
     EXPECT_EQ(head("a\"b\\c.cfg"), "--- \"a\\\"b\\\\c.cfg\"");
-    EXPECT_EQ(unifiedDiff("a\n", "b\n", "a\nb").left(14), "--- \"a\\012b\"\n+");
+    EXPECT_EQ(head("a\nb"), "--- \"a\\012b\"");
 }
 
 /** What `patch` makes of @p before: the hunks are applied by the counts in their heads. */
@@ -162,64 +201,28 @@ QByteArray applied(const QByteArray &before, const QByteArray &diff)
     return result;
 }
 
-QByteArray randomLines(Random &random, int count, unsigned kinds)
-{
-    QByteArray text;
-    for (int i = 0; i < count; ++i)
-        text += QByteArray::number(random.below(kinds)) + '\n';
-    if (random.below(3) == 0)
-        text.chop(1);
-    return text;
-}
-
-TEST(ToolDiff, ofRandomTextsLeadsFromOneToTheOther)
+TEST(ToolDiff, ofRandomEditsLeadsFromOneTextToTheOther)
 {
     Random random(1986);
-    for (int round = 0; round < 3000; ++round) {
-        const QByteArray a = randomLines(random, int(random.below(25)), 1 + random.below(5));
-        const QByteArray b = randomLines(random, int(random.below(25)), 1 + random.below(5));
-        const QByteArray diff = unifiedDiff(a, b, "x");
-        EXPECT_EQ(applied(a, diff), b) << "from " << a.toStdString() << "\n" << diff.toStdString();
-        if (HasFailure())
-            return;
-    }
-}
-
-TEST(ToolDiff, ofTextsWithoutCommonLinesGivesUpTheSearchButIsRight)
-{
-    QByteArray a;
-    QByteArray b;
-    for (int i = 0; i < 3000; ++i) {
-        a += "a" + QByteArray::number(i) + '\n';
-        b += "b" + QByteArray::number(i) + '\n';
-    }
-    EXPECT_EQ(applied(a, unifiedDiff(a, b, "x")), b);
-}
-
-TEST(ToolDiff, isAsShortAsCanBe)
-{
-    Random random(7);
-    for (int round = 0; round < 300; ++round) {
-        const QByteArray a = randomLines(random, int(random.below(12)), 3) + '\n';
-        const QByteArray b = randomLines(random, int(random.below(12)), 3) + '\n';
-        const QList<QByteArray> x = a.split('\n');
-        const QList<QByteArray> y = b.split('\n');
-        // The longest common subsequence by the table of all prefixes.
-        std::vector<std::vector<int>> table(std::size_t(x.size()) + 1,
-                                            std::vector<int>(std::size_t(y.size()) + 1, 0));
-        for (std::size_t i = 1; i < table.size(); ++i)
-            for (std::size_t j = 1; j < table[i].size(); ++j)
-                table[i][j] = x.at(int(i) - 1) == y.at(int(j) - 1)
-                                  ? table[i - 1][j - 1] + 1
-                                  : std::max(table[i - 1][j], table[i][j - 1]);
-        int changes = 0;
-        const QByteArray diff = unifiedDiff(a, b, "x");
-        for (const QByteArray &line : diff.split('\n'))
-            if ((line.startsWith('-') || line.startsWith('+')) && line.size() < 4)
-                ++changes;
-        EXPECT_EQ(changes, x.size() + y.size() - 2 * table.back().back()) << diff.toStdString();
-        if (HasFailure())
-            return;
+    static const QString pieces[] = {"a"_q, "b"_q, "\n"_q, "a\n"_q, "\n\n"_q, "b\na"_q};
+    const auto randomText = [&](unsigned most) {
+        QString text;
+        for (unsigned count = random.below(most); count > 0; --count)
+            text += pieces[random.below(std::size(pieces))];
+        return text;
+    };
+    for (int round = 0; round < 20000; ++round) {
+        const QString before = randomText(20);
+        QVector<vn::VanteroConfigText::Splice> edits;
+        for (int at = int(random.below(4)); at <= before.size(); at += 1 + int(random.below(6))) {
+            const int length = std::min(int(random.below(4)), before.size() - at);
+            edits += editAt(before, at, length, randomText(4));
+            at += length;
+        }
+        const QByteArray diff = diffOf(before, edits);
+        ASSERT_EQ(applied(before.toUtf8(), diff), edited(before, edits).toUtf8())
+            << "from " << before.toStdString() << "\n"
+            << diff.toStdString();
     }
 }
 

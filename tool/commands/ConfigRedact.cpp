@@ -57,9 +57,9 @@ public:
         }
         return m_target.run(out, [&](const ConfigTextFile &file) {
             const RedactedConfig redacted = redactConfig(file.text(), rules);
-            EditTarget::Edited edited = {redacted.text, QVector<VanteroConfigText::Splice>(), {}};
+            EditTarget::Edited edited = {redacted.text, {}, {}};
             for (const ConfigRedaction &each : redacted.replaced) {
-                edited.edits->append({each.range, kMark});
+                edited.edits.append({each.range, kMark});
                 if (m_report)
                     edited.notes.append({inWords(each), each.range});
             }

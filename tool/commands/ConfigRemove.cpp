@@ -13,6 +13,33 @@ namespace vn::tool {
 
 namespace {
 
+/** Where @p kept differs from @p text, of which it has some of the lines, each ended by "\n". */
+QVector<VanteroConfigText::Splice> removals(const QString &text, const QString &kept)
+{
+    QVector<VanteroConfigText::Splice> result;
+    const QString lineEnd(QLatin1Char('\n'));
+    int next = 0; // in what is kept
+    int number = 1;
+    for (int begin = 0; begin < text.size(); ++number) {
+        const int lineFeed = text.indexOf(lineEnd, begin);
+        const int end = lineFeed < 0 ? text.size() : lineFeed;
+        const bool hasReturn = end > begin && text.at(end - 1) == QLatin1Char('\r');
+        const int size = end - begin - (hasReturn ? 1 : 0);
+        const bool isKept = kept.midRef(next, size + 1) == text.midRef(begin, size) + lineEnd;
+        if (!isKept) {
+            result += {{number, 1, number + 1, 1, begin, end + 1 - begin}, QString()};
+        } else {
+            next += size + 1;
+            const TextRange rest = {number,          size + 1,     number,
+                                    end - begin + 1, begin + size, end - begin - size};
+            if (hasReturn || lineFeed < 0)
+                result += {rest, lineFeed < 0 ? lineEnd : QString()};
+        }
+        begin = end + 1;
+    }
+    return result;
+}
+
 class ConfigRemove : public Command
 {
 public:
@@ -58,10 +85,9 @@ public:
                 throw ToolError(ExitCode::No, message(missing.first())).at(file.name());
             for (const QString &section : missing)
                 out.warn(file.name(), message(section));
-            return EditTarget::Edited{
-                VanteroConfigFile::removeSections(file.text(), m_sections, m_outerComments,
-                                                  m_sectionComments, m_emptyLines),
-                {}};
+            const QString kept = VanteroConfigFile::removeSections(
+                file.text(), m_sections, m_outerComments, m_sectionComments, m_emptyLines);
+            return EditTarget::Edited{kept, removals(file.text(), kept)};
         });
     }
 

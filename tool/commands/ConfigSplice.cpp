@@ -13,6 +13,16 @@ namespace vn::tool {
 
 namespace {
 
+/** The text as one place that changes; what stays at both ends of it is found by itself. */
+TextRange rangeOfAll(const QString &text)
+{
+    TextRange range;
+    range.endLine += text.count(QLatin1Char('\n'));
+    range.endColumn = text.size() - text.lastIndexOf(QLatin1Char('\n'));
+    range.length = text.size();
+    return range;
+}
+
 class ConfigSplice : public Command
 {
 public:
@@ -50,7 +60,7 @@ public:
                                     .arg(m_section, m_sourceFile,
                                          sectionHint(VanteroConfigText(source.text()), m_section)))
                     .at(target.name());
-            return EditTarget::Edited{edited, {}};
+            return EditTarget::Edited{edited, {{rangeOfAll(target.text()), edited}}};
         });
     }
 

@@ -27,8 +27,8 @@ public:
     struct Edited
     {
         QString text;
-        /** Where it differs, where that is known. */
-        std::optional<QVector<VanteroConfigText::Splice>> edits;
+        /** Where it differs: places in the original text. */
+        QVector<VanteroConfigText::Splice> edits;
         /** What the user should know once it is done, and of which place of the original. */
         QVector<QPair<QString, TextRange>> notes = {};
     };

@@ -3,8 +3,6 @@
 
 #include "tool/files/UnifiedDiff.h"
 
-#include <QtCore/QHash>
-
 #include <algorithm>
 #include <vector>
 
@@ -13,11 +11,6 @@ namespace vn::tool {
 namespace {
 
 constexpr int kContext = 3;
-
-// The search for the shortest way keeps a row of numbers for each change: 16 MB at this limit.
-constexpr int kMostChanges = 2000;
-
-enum class Step { Keep, Delete, Insert };
 
 /** Lines that go, and the lines of the other text that come in their place. */
 struct LineChange
@@ -39,110 +32,6 @@ std::vector<QByteArray> splitLines(const QByteArray &text)
         begin = end;
     }
     return lines;
-}
-
-/** Lines as numbers, equal ones alike. */
-std::vector<int> numbered(const std::vector<QByteArray> &lines, QHash<QByteArray, int> &numbers)
-{
-    std::vector<int> result;
-    result.reserve(lines.size());
-    for (const QByteArray &line : lines) {
-        auto it = numbers.constFind(line);
-        if (it == numbers.constEnd())
-            it = numbers.insert(line, numbers.size());
-        result.push_back(*it);
-    }
-    return result;
-}
-
-/**
- * The shortest way from a[begin, aEnd) to b[begin, bEnd), after E. Myers, "An O(ND) Difference
- * Algorithm and Its Variations" (1986): on the diagonal k = x - y, after d changes, reach[k] is the
- * furthest x. The rows of each d are kept to find the way back.
- */
-std::vector<Step> shortestWay(const std::vector<int> &a, int aEnd, const std::vector<int> &b,
-                              int bEnd, int begin)
-{
-    const int n = aEnd - begin;
-    const int m = bEnd - begin;
-    const int most = std::min(n + m, kMostChanges);
-    std::vector<std::vector<int>> rows;
-    std::vector<int> reach(std::size_t(2 * most + 3), 0);
-    const auto at = [most](int k) { return std::size_t(k + most + 1); };
-
-    int changes = 0;
-    for (bool found = false; !found; ++changes) {
-        if (changes > most) { // give up: everything goes, everything comes
-            std::vector<Step> steps(std::size_t(n), Step::Delete);
-            steps.insert(steps.end(), std::size_t(m), Step::Insert);
-            return steps;
-        }
-        rows.emplace_back(reach.begin() + std::ptrdiff_t(at(-changes - 1)),
-                          reach.begin() + std::ptrdiff_t(at(changes + 1)) + 1);
-        for (int k = -changes; k <= changes && !found; k += 2) {
-            const bool down =
-                k == -changes || (k != changes && reach[at(k - 1)] < reach[at(k + 1)]);
-            int x = down ? reach[at(k + 1)] : reach[at(k - 1)] + 1;
-            while (x < n && x - k < m && a[std::size_t(begin + x)] == b[std::size_t(begin + x - k)])
-                ++x;
-            reach[at(k)] = x;
-            found = k == n - m && x >= n;
-        }
-    }
-
-    std::vector<Step> steps;
-    int x = n;
-    int y = m;
-    for (int d = changes - 1; d >= 0; --d) {
-        const std::vector<int> &row = rows[std::size_t(d)]; // the reach before change d
-        const auto in = [d](int k) { return std::size_t(k + d + 1); };
-        const int k = x - y;
-        const bool down = k == -d || (k != d && row[in(k - 1)] < row[in(k + 1)]);
-        const int before = down ? k + 1 : k - 1;
-        const int fromX = row[in(before)];
-        const int changedX = down ? fromX : fromX + 1;
-        steps.insert(steps.end(), std::size_t(x - changedX), Step::Keep);
-        if (d > 0)
-            steps.push_back(down ? Step::Insert : Step::Delete);
-        x = fromX;
-        y = fromX - before;
-    }
-    std::reverse(steps.begin(), steps.end());
-    return steps;
-}
-
-/** The changes that lead from @p before to @p after, as few lines of them as can be. */
-std::vector<LineChange> searchChanges(const std::vector<QByteArray> &before,
-                                      const std::vector<QByteArray> &after)
-{
-    QHash<QByteArray, int> numbers;
-    const std::vector<int> a = numbered(before, numbers);
-    const std::vector<int> b = numbered(after, numbers);
-    int begin = 0;
-    int aEnd = int(a.size());
-    int bEnd = int(b.size());
-    while (begin < aEnd && begin < bEnd && a[std::size_t(begin)] == b[std::size_t(begin)])
-        ++begin;
-    while (aEnd > begin && bEnd > begin && a[std::size_t(aEnd - 1)] == b[std::size_t(bEnd - 1)]) {
-        --aEnd;
-        --bEnd;
-    }
-    std::vector<LineChange> changes;
-    int x = begin;
-    int y = begin;
-    bool isOpen = false;
-    for (const Step step : shortestWay(a, aEnd, b, bEnd, begin)) {
-        if (step != Step::Keep && !isOpen)
-            changes.push_back({x, x, y, y});
-        isOpen = step != Step::Keep;
-        x += step != Step::Insert ? 1 : 0;
-        y += step != Step::Delete ? 1 : 0;
-        if (isOpen) {
-            changes.back().end = x;
-            changes.back().newEnd = y;
-        }
-    }
-    return changes;
 }
 
 /** The change without the lines at its ends that are the same in both. */
@@ -243,13 +132,6 @@ QByteArray printed(const std::vector<QByteArray> &before, const std::vector<QByt
 }
 
 } // namespace
-
-QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after, const QByteArray &name)
-{
-    const std::vector<QByteArray> a = splitLines(before);
-    const std::vector<QByteArray> b = splitLines(after);
-    return printed(a, b, searchChanges(a, b), name);
-}
 
 QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after,
                        const QVector<VanteroConfigText::Splice> &edits, const QByteArray &name)

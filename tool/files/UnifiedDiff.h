@@ -14,13 +14,11 @@ namespace vn::tool {
 /**
  * The changes from @p before to @p after as a unified diff with three lines of context, which
  * `patch` applies to the file @p name; empty when there is none. Lines are those of the bytes, with
- * whatever is before "\n" part of them. Texts that have hardly a line in common may give a longer
- * diff than necessary.
+ * whatever is before "\n" part of them.
+ *
+ * Nothing is searched for: @p edits are the places in the text of @p before that differ, ascending
+ * and apart; what stands at the ends of one that does not differ is left out.
  */
-QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after, const QByteArray &name);
-
-/** The same where it is known where the texts differ: @p edits are places in the text of
- * @p before. */
 QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after,
                        const QVector<VanteroConfigText::Splice> &edits, const QByteArray &name);
 
