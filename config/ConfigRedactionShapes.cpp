@@ -126,6 +126,30 @@ qsizetype endOfValue(QStringView line, qsizetype begin)
     return at;
 }
 
+/** Where a URL that begins at @p begin ends at the latest: where a separator and the scheme of
+ * another one, which @p mark ends, follow; else the line's end. */
+qsizetype endBeforeNextUrl(QStringView line, qsizetype begin, QLatin1String mark)
+{
+    const qsizetype next = line.indexOf(mark, begin);
+    if (next < 0)
+        return line.size();
+    const qsizetype scheme =
+        skipBack(line, next, [](QChar c) { return c.isLetterOrNumber() || isOneOf(c, "+-."); });
+    const bool isAnother = scheme > begin && scheme < next && isOneOf(line[scheme - 1], ",;|");
+    return isAnother ? scheme - 1 : line.size();
+}
+
+/** Whether the sign at @p at parts the host of a URL, which the word before it is, from a port.
+ * @p userEnd is where the "@" before the host stands. */
+bool isBeforePort(QStringView line, QStringView word, qsizetype at, qsizetype userEnd)
+{
+    const QStringView before = line.left(word.begin() - line.begin());
+    const qsizetype end = findFirst(line, at + 1, [](QChar c) { return !c.isDigit(); });
+    return word.end() == line.begin() + at && line[at] == QLatin1Char(':') && end > at + 1 &&
+           (end == line.size() || !isWord(line[end])) &&
+           (before.endsWith(QLatin1String("://")) || before.size() == userEnd + 1);
+}
+
 } // namespace
 
 SecretNames::SecretNames(const QStringList &names)
@@ -147,17 +171,28 @@ bool SecretNames::contain(QStringView name) const
 
 void findAssignments(QStringView line, const SecretNames &names, SecretSpans &spans)
 {
+    SecretSpans urls; // user names and passwords, in the order of the line
+    std::copy_if(spans.begin(), spans.end(), std::back_inserter(urls),
+                 [](const SecretSpan &span) { return span.reason == Reason::Url; });
+    auto url = urls.cbegin();
+    qsizetype userEnd = -1; // of the last URL before
     qsizetype at = 0;
     for (;;) {
         at = findFirst(line, at, [](QChar c) { return isOneOf(c, "=:>"); });
         if (at == line.size())
             return;
+        for (; url != urls.cend() && url->end < at; ++url)
+            userEnd = url->end;
+        if (url != urls.cend() && url->begin <= at) { // "user:" is no name there
+            ++at;
+            continue;
+        }
         const QStringView word = wordBefore(line, at);
         const bool isElement = line[at] == QLatin1Char('>');
         ++at;
         if (word.isEmpty() ||
             (isElement && (word.begin() == line.begin() || word.begin()[-1] != QLatin1Char('<'))) ||
-            !names.contain(word))
+            !names.contain(word) || isBeforePort(line, word, at - 1, userEnd))
             continue;
         qsizetype begin = findFirst(line, at, [](QChar c) { return !isBlank(c); });
         qsizetype end = begin;
@@ -182,9 +217,10 @@ void findUrls(QStringView line, SecretSpans &spans)
     for (qsizetype at = line.indexOf(mark); at >= 0; at = line.indexOf(mark, at)) {
         const qsizetype begin = at + mark.size();
         at = begin;
+        const QStringView url = line.left(endBeforeNextUrl(line, begin, mark));
         const qsizetype pathBegin =
-            findFirst(line, begin, [&](QChar c) { return isOutside(c) || isOneOf(c, "/?#"); });
-        const QStringView authority = line.mid(begin, pathBegin - begin);
+            findFirst(url, begin, [&](QChar c) { return isOutside(c) || isOneOf(c, "/?#"); });
+        const QStringView authority = url.mid(begin, pathBegin - begin);
         qsizetype userEnd = authority.lastIndexOf(QLatin1Char('@'));
         const qsizetype colon = authority.indexOf(QLatin1Char(':'));
         if (userEnd >= 0) {
@@ -196,9 +232,9 @@ void findUrls(QStringView line, SecretSpans &spans)
             if (colon < 0 || isPort || authority.startsWith(QLatin1Char('[')) ||
                 pathBegin < withoutAt)
                 continue;
-            userEnd = findFirst(line, pathBegin,
+            userEnd = findFirst(url, pathBegin,
                                 [&](QChar c) { return isOutside(c) || c == QLatin1Char('@'); });
-            if (userEnd == line.size() || line[userEnd] != QLatin1Char('@')) {
+            if (userEnd == url.size() || url[userEnd] != QLatin1Char('@')) {
                 withoutAt = userEnd;
                 continue;
             }

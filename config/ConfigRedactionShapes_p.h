@@ -38,7 +38,8 @@ private:
     QStringList m_names; // in lower case
 };
 
-/** Values behind such names: `password=…`, `"password": "…"`, `<password>…<`. */
+/** Values behind such names: `password=…`, `"password": "…"`, `<password>…<`. What findUrls() has
+ * put into @p spans is looked over: a user may be called "user". */
 void findAssignments(QStringView line, const SecretNames &names, SecretSpans &spans);
 
 /** User names and passwords of URLs. */
