@@ -224,6 +224,8 @@ public:
      * address of the camera as a line of the header where there is one.
      *
      * Of a map: the value that `find(section, key)` and @p index steps lead to; setValue() for 0.
+     * A line break is "\n", and "\r" at the end of a line that "\n" alone ends, which reading takes
+     * for a part of it.
      * @param section name of the section; must not be empty or hold a line break
      * @param key     must not hold "=" or a line break, nor begin as a comment or a section does
      * @param value   must hold no line break; a null value is written as a line without "=", in the

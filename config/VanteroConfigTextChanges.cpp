@@ -28,12 +28,28 @@ QString ConfigTextData::lineEndOf(QStringView line) const
     return QStringView(line.end(), endOfLine(line)).toString();
 }
 
-/** The line end of the text's first line; "\n" when it has none. */
+/** The line end of the text's first line, which "\r" at the end of the text begins; "\n" when it
+ * has none. */
 QString ConfigTextData::lineEnd() const
 {
-    const int at = m_original.indexOf(QLatin1Char('\n'));
+    const int lineFeed = m_original.indexOf(QLatin1Char('\n'));
+    const int at = lineFeed < 0 ? m_original.size() : lineFeed;
     return at > 0 && m_original.at(at - 1) == QLatin1Char('\r') ? QString::fromLatin1("\r\n")
                                                                 : QString::fromLatin1("\n");
+}
+
+/** What lines that are added to the block end with. */
+QString ConfigTextData::lineEndOf(const Block &block) const
+{
+    return block.firstLine.isNull() ? lineEnd() : lineEndOf(block.firstLine);
+}
+
+/** What the line of the entry ends with, also of one that has been added. */
+QString ConfigTextData::lineEndOf(const Entry &entry) const
+{
+    if (!entry.line.isNull())
+        return lineEndOf(entry.line);
+    return entry.block == kNone ? lineEnd() : lineEndOf(m_blocks[std::size_t(entry.block)]);
 }
 
 /** Where the header takes a line with an address: behind its title, the third line, or behind the
@@ -153,8 +169,8 @@ std::vector<ConfigTextData::Change> ConfigTextData::changes() const
         if (block.isRemoved)
             found.push_back({block.firstLine.begin(), endOfLine(block.lastLine), QString()});
         else
-            found.push_back({block.lastLine.begin(), block.lastLine.begin(),
-                             added(block, lineEndOf(block.firstLine))});
+            found.push_back(
+                {block.lastLine.begin(), block.lastLine.begin(), added(block, lineEndOf(block))});
     }
     if (const QString blocksAtEnd = newBlocks(); !blocksAtEnd.isEmpty())
         found.push_back({m_original.constEnd(), m_original.constEnd(), blocksAtEnd});

@@ -34,28 +34,34 @@ QString quoted(const QString &text)
     return QLatin1Char('"') % text % QLatin1Char('"');
 }
 
-bool holdsLineBreak(const QString &text)
+constexpr QLatin1Char kReturn('\r');
+
+/** Whether @p line is another one when it is read: reading takes one "\r" off a line's end. */
+bool holdsLineBreak(const QString &line, const QString &lineEnd)
 {
-    return text.contains(QLatin1Char('\n')) || text.endsWith(QLatin1Char('\r'));
+    return line.contains(QLatin1Char('\n')) ||
+           (line.endsWith(kReturn) && !lineEnd.startsWith(kReturn));
 }
 
-Result checkName(const QString &section)
+/** Whether the first and last line of a section can say the name. */
+Result checkName(const QString &section, const QString &lineEnd)
 {
     if (section.isEmpty())
         return refused("a section needs a name");
-    if (holdsLineBreak(section))
+    if (holdsLineBreak(section, lineEnd))
         return refused("the name of a section cannot hold a line break");
     return {};
 }
 
-/** Whether a line can say the entry. */
-Result checkEntry(const QString &key, const QString &value)
+/** Whether a line with that end can say the entry. */
+Result checkEntry(const QString &key, const QString &value, const QString &lineEnd)
 {
-    if (holdsLineBreak(key))
+    // In front of the "=" nothing ends.
+    if (holdsLineBreak(key, value.isNull() ? lineEnd : QString(kReturn)))
         return refused("a key cannot hold a line break");
     if (key.contains(kValueMark))
         return refused("a key cannot hold \"=\"");
-    if (holdsLineBreak(value))
+    if (holdsLineBreak(value, lineEnd))
         return refused("a value cannot hold a line break");
     switch (kindOf(key)) {
     case LineKind::Empty:
@@ -272,12 +278,14 @@ bool ConfigTextData::isVersionLine(int entry) const
 /** Whether the line of the header can say the value. */
 Result ConfigTextData::checkHeader(int entry, const QString &value) const
 {
-    if (holdsLineBreak(value))
+    const Entry &known = m_entries[std::size_t(entry)];
+    const bool isAtEnd = known.line.isNull() || known.originalValue.end() == known.line.end();
+    if (holdsLineBreak(value, isAtEnd ? lineEndOf(known) : QString(kReturn)))
         return refused("a value cannot hold a line break");
     const int field = headerField(entry);
     if (field == int(HeaderField::FileVersion) && value.contains(kValueMark))
         return refused("the file version of the header cannot hold \"=\"");
-    const QStringView line = m_entries[std::size_t(entry)].line;
+    const QStringView line = known.line;
     if (field == int(HeaderField::FactoryIp) && !line.isNull() && !beginsWith(line, kAddressMark) &&
         value != value.trimmed())
         return refused("an address in a title of the header cannot begin or end with a blank");
@@ -294,7 +302,9 @@ Result ConfigTextData::setValue(const QString &section, const QString &key, cons
         return index > 0 ? missing(section, key, index) : add(section, key, value, true);
 
     const bool isHeader = headerField(found) != kNone;
-    if (Result result = isHeader ? checkHeader(found, value) : checkEntry(key, value); !result)
+    if (Result result = isHeader ? checkHeader(found, value)
+                                 : checkEntry(key, value, lineEndOf(m_entries[std::size_t(found)]));
+        !result)
         return result;
     const QStringView kept = keep(isHeader && value.isNull() ? QString::fromLatin1("") : value);
     m_entries[std::size_t(found)].value = kept;
@@ -312,12 +322,15 @@ Result ConfigTextData::addValue(const QString &section, const QString &key, cons
 Result ConfigTextData::add(const QString &section, const QString &key, const QString &value,
                            bool mayBeHeader)
 {
-    if (Result result = checkName(section); !result)
+    const Section *const known = existing(section);
+    const bool hasBlock = known && known->lastBlock != kNone;
+    const QString end = hasBlock ? lineEndOf(m_blocks[std::size_t(known->lastBlock)]) : lineEnd();
+    if (Result result = checkName(section, hasBlock ? QString(kReturn) : end); !result)
         return result;
-    if (Result result = checkEntry(key, value); !result)
+    if (Result result = checkEntry(key, value, end); !result)
         return result;
 
-    const int id = makeSection(existing(section) ? QStringView(section) : keep(section));
+    const int id = makeSection(known ? QStringView(section) : keep(section));
     const QStringView keptKey = keep(key);
     if (mayBeHeader && section == VanteroConfigFile::HEAD_SECTION &&
         key == VanteroConfigFile::FACTORY_IP && placeOfNewAddress()) {
@@ -431,14 +444,15 @@ Result ConfigTextData::addSection(const QString &section, const VanteroConfigMap
 {
     if (Result result = malformed(); !result)
         return result;
-    if (Result result = checkName(section); !result)
+    const QString end = lineEnd();
+    if (Result result = checkName(section, end); !result)
         return result;
     if (const Section *const found = existing(section);
         found && (found->lastBlock != kNone || found->count > 0))
         return refused(QLatin1String("there is a section ") % quoted(section) %
                        QLatin1String(" already"));
     for (auto it = content.begin(); it != content.end(); ++it) {
-        if (Result result = checkEntry(it.key(), it.value()); !result)
+        if (Result result = checkEntry(it.key(), it.value(), end); !result)
             return result;
     }
     (void)makeBlock(makeSection(keep(section)), {});

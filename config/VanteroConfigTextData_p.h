@@ -125,6 +125,8 @@ private:
 
     const QChar *endOfLine(QStringView line) const;
     QString lineEndOf(QStringView line) const;
+    QString lineEndOf(const Block &block) const;
+    QString lineEndOf(const Entry &entry) const;
     QString lineEnd() const;
     const QChar *placeOfNewAddress() const;
     void addChange(const Entry &entry, std::vector<Change> &changes) const;

@@ -117,6 +117,8 @@ INSTANTIATE_TEST_SUITE_P(
         EditRow{"aNewSectionBehindACarriageReturn", set("t", "k", "new"),
                 "#:1\r\n#:2\r\n\r\n# end\r"_q,
                 "#:1\r\n#:2\r\n\r\n# end\r\n\r\nSECTION t\r\nk=new\r\nENDSECTION t\r\n"_q},
+        EditRow{"aNewSectionBehindNothingButACarriageReturn", set("t", "k", "new"), "#:1\r"_q,
+                "#:1\r\n\r\n\r\nSECTION t\r\nk=new\r\nENDSECTION t\r\n"_q},
         EditRow{"aNewSectionBehindAHeaderThatGoesOn", set("t", "k", "new"), "#:1\n#:2\n"_q,
                 "#:1\n#:2\n\nSECTION t\nk=new\nENDSECTION t\n"_q},
         EditRow{"aNewSectionBehindOneLine", set("t", "k", "new"), "#:1"_q,
@@ -171,6 +173,27 @@ INSTANTIATE_TEST_SUITE_P(
                 kHead + "\nSECTION t\nk=1\nENDSECTION t\n"_q},
         EditRow{"withoutTheAddressOfAnIncompleteHeader", removeSection("head"),
                 "\n\n# Camera IP: 1\n\nSECTION head\nk=1\nENDSECTION head\n"_q, "\n\n\n"_q},
+        EditRow{"aValueThatEndsWithAReturn", set("s", "k", "v\r"),
+                kHead + "SECTION s\r\nk=1\r\nENDSECTION s\r\n"_q,
+                kHead + "SECTION s\r\nk=v\r\r\nENDSECTION s\r\n"_q},
+        EditRow{"anAddedValueThatEndsWithAReturn", add("s", "k", "v\r"),
+                kHead + "SECTION s\r\nENDSECTION s\n"_q,
+                kHead + "SECTION s\r\nk=v\r\r\nENDSECTION s\n"_q},
+        EditRow{"aKeyThatEndsWithAReturn", set("s", "a\r", "v"),
+                kHead + "SECTION s\nENDSECTION s\n"_q,
+                kHead + "SECTION s\na\r=v\nENDSECTION s\n"_q},
+        EditRow{"aKeyThatEndsWithAReturnAlone", set("s", "a\r", nullptr),
+                kHead + "SECTION s\r\nENDSECTION s\r\n"_q,
+                kHead + "SECTION s\r\na\r\r\nENDSECTION s\r\n"_q},
+        EditRow{"aSectionThatEndsWithAReturn", set("t\r", "k", "v"), "#:1\r\n#:2\r\n\r\n"_q,
+                "#:1\r\n#:2\r\n\r\nSECTION t\r\r\nk=v\r\nENDSECTION t\r\r\n"_q},
+        EditRow{"inASectionThatEndsWithAReturn", add("t\r", "k", "v"),
+                "#:1\n#:2\n\nSECTION t\r\r\nENDSECTION t\r\r\n"_q,
+                "#:1\n#:2\n\nSECTION t\r\r\nk=v\r\nENDSECTION t\r\r\n"_q},
+        EditRow{"aFileVersionThatEndsWithAReturn", set("head", "File Version", "1.4\r"), kHead,
+                "#:1.4\r===\n#:VN-3.0\n# VANTERO Camera Configuration\n\n"_q},
+        EditRow{"anAddressThatEndsWithAReturn", set("head", "Factory IP", "1\r"),
+                "#:1\n#:2\n# Camera IP: 2\r"_q, "#:1\n#:2\n# Camera IP: 1\r\r"_q},
         EditRow{"anAddedSection",
                 {ConfigEdit::AddSection,
                  "t"_q,
@@ -264,7 +287,7 @@ TEST(ConfigTextEdits, whatTheFormatCannotHoldIsRefused)
         {set("a\nb", "k", "v"), "the name of a section cannot hold a line break"},
         {add("a\r", "k", "v"), "the name of a section cannot hold a line break"},
         {set("s", "a\nb", "v"), "a key cannot hold a line break"},
-        {set("s", "a\r", "v"), "a key cannot hold a line break"},
+        {set("s", "a\r", nullptr), "a key cannot hold a line break"},
         {set("s", "a=b", "v"), "a key cannot hold \"=\""},
         {add("s", "#k", "v"), "a key cannot begin with \"#\", which begins a comment"},
         {set("s", "SECTIONk", "v"), "a key cannot begin with \"SECTION\""},
@@ -488,6 +511,73 @@ TEST(ConfigTextEdits, areReadAsTheSameEditsOfTheMap)
     }
     EXPECT_GT(done, 10000);
     EXPECT_GT(refused, 5000);
+}
+
+namespace {
+
+/** The edit with another character in the place of each "\r" at an end. */
+ConfigEdit withoutReturns(ConfigEdit edit)
+{
+    const auto replace = [](QString &text) {
+        if (text.endsWith(QLatin1Char('\r')))
+            text.replace(text.size() - 1, 1, QChar(1));
+    };
+    replace(edit.section);
+    replace(edit.key);
+    replace(edit.value);
+    VanteroConfigMap::Section content;
+    for (auto it = edit.content.begin(); it != edit.content.end(); ++it) {
+        QString key = it.key();
+        QString value = it.value();
+        replace(key);
+        replace(value);
+        content.insert(key, value);
+    }
+    edit.content = content;
+    return edit;
+}
+
+} // namespace
+
+TEST(ConfigTextEdits, whatIsRefusedForALineBreakWouldBeReadOtherwise)
+{
+    Random random(20260403);
+    int refused = 0;
+    int accepted = 0;
+    for (int round = 0; round < 20000; ++round) {
+        const QString before = randomText(random);
+        const ConfigEdit edit = randomEdit(random);
+        VanteroConfigText text(before);
+        const VanteroConfigText::Result result = apply(edit, text);
+        const ConfigEdit other = withoutReturns(edit);
+        const bool hasReturn = other.section != edit.section || other.key != edit.key ||
+                               other.value != edit.value || other.content != edit.content;
+        if (result && hasReturn && !text.edits().isEmpty())
+            ++accepted;
+        if (!result.reason.endsWith("cannot hold a line break"_q))
+            continue;
+        ++refused;
+        ASSERT_TRUE(hasReturn);
+        VanteroConfigText forced(before);
+        if (!apply(other, forced))
+            continue; // refused for another reason, too
+        if (edit.kind == ConfigEdit::AddSection && edit.content.isEmpty())
+            continue; // a map that is read has no section without entries
+        VanteroConfigMap map = mapReadFrom(before);
+        apply(edit, map);
+        QString after = forced.text();
+        after.replace(QChar(1), QLatin1Char('\r'));
+        QString read;
+        try {
+            read = exactly(mapReadFrom(after));
+        } catch (const ParseException &) {
+            // nor is that what was asked for
+        }
+        ASSERT_NE(read, exactly(map))
+            << after.toUtf8().toPercentEncoding(" /=#").toStdString() << int(edit.kind);
+    }
+    EXPECT_GT(refused, 500);
+    EXPECT_GT(accepted, 200);
 }
 
 TEST(ConfigTextEdits, onePassGivesWhatOneByOneGives)
