@@ -6,6 +6,7 @@
 #include "base/DeviceIo_p.h"
 #include "base/Exceptions.h"
 #include "base/FileDescriptor_p.h"
+#include "base/Utf8_p.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -310,6 +311,15 @@ void AtomicFile::replace(const QString &path, const QByteArray &content)
     AtomicFile file(path);
     file.open();
     file.write(content);
+    file.commit();
+}
+
+void AtomicFile::replaceText(const QString &path, const QString &text)
+{
+    const SignalsHeldBack signalsHeldBack;
+    AtomicFile file(path);
+    file.open();
+    internal::encodeUtf8(text, [&file](const QByteArray &piece) { file.write(piece); });
     file.commit();
 }
 

@@ -78,6 +78,13 @@ public:
     static void replace(const QString &path, const QByteArray &content);
 
     /**
+     * The same with the UTF-8 of @p text, which is encoded piece by piece: it may be longer than a
+     * QByteArray can be.
+     * @throws FileException as replace()
+     */
+    static void replaceText(const QString &path, const QString &text);
+
+    /**
      * Makes a new file at @p path that holds @p content: it is there whole or not at all. Returns
      * false where something of that name is there already, even a link to nothing; it stays as it
      * is. Signals wait as for replace().

@@ -82,8 +82,13 @@ EncodedText::Result EncodedText::encode(const QString &text) const
                      QString::fromUcs4(&codePoint, 1), number.rightJustified(4, QLatin1Char('0')));
         return result;
     }
-    result.bytes =
-        isLatin1 ? text.toLatin1() : (m_hasByteOrderMark ? kByteOrderMark : "") + text.toUtf8();
+    if (isLatin1) {
+        result.bytes = text.toLatin1();
+    } else {
+        result.bytes = m_hasByteOrderMark ? kByteOrderMark : "";
+        result.bytes.reserve(text.size() + result.bytes.size());
+        internal::encodeUtf8(text, [&](const QByteArray &piece) { result.bytes += piece; });
+    }
     // What is left of a Latin-1 text may happen to be valid UTF-8, and the first character of a
     // text without a byte order mark may be one.
     if (FileUtils::decodeText(result.bytes) != text) {

@@ -101,8 +101,9 @@ QString FileUtils::decodeText(const QByteArray &bytes)
 void FileUtils::copyText(const QString &text, QIODevice *device)
 {
     internal::checkWritable(device);
-    const QByteArray bytes = text.toUtf8();
-    internal::writeAll(device, bytes.constData(), bytes.size());
+    internal::encodeUtf8(text, [device](const QByteArray &piece) {
+        internal::writeAll(device, piece.constData(), piece.size());
+    });
     internal::flush(device);
 }
 

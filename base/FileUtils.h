@@ -83,7 +83,8 @@ public:
 
     /**
      * Writes @p text to the open @p device as UTF-8 without a byte order mark, and flushes it, so
-     * that a full disk shows here.
+     * that a full disk shows here. It is encoded piece by piece, so any text that a QString holds
+     * can be written, with little memory of its own.
      * @throws FileException when the device is a QFile and a write is short or fails
      * @throws IOException the same for any other device
      */

@@ -49,12 +49,16 @@ class ZipWriter;
  * (a std::bad_alloc, say) that reaches its boundary ends the process. Parse errors carry -1 for all
  * positions. When loading fails, the entries read so far stay in the map.
  *
- * Threads: one object may be used from several threads at once; its recursive lock is held by each
- * operation that reads or changes the map. store() takes no lock. Assignment locks the target, then
- * the source: two threads must not assign two objects to each other at the same time. The preserve
- * operations likewise hold their own lock and take that of the previous configuration for a moment;
- * nothing guards the map that they fill. The static operations share nothing and may run on any
- * number of threads at once, each with arguments of its own (archive, map).
+ * Threads: one object may be used from several threads at once, but for store(): its recursive lock
+ * is held by each operation that reads or changes the map, and by storeAtomic() while it takes the
+ * text. Both forms of store() take no lock: as long as one runs, no other thread may load into the
+ * object or assign to it; lookups, edits and other store() may run beside it. Operations on a
+ * device lock once it has been read; parseSection() locks for each entry, makeHeader() for each of
+ * its two values. Assignment locks the target, then the source: two threads must not assign two
+ * objects to each other at the same time. The preserve operations likewise hold their own lock and
+ * take that of the previous configuration for a moment; nothing guards the map that they fill. The
+ * static operations share nothing and may run on any number of threads at once, each with arguments
+ * of its own (archive, map).
  */
 class VN_EXPORT VanteroConfigFile : public QObject
 {
@@ -158,9 +162,9 @@ public:
     bool parse(const QString &text, const QDateTime &dateTime);
 
     /**
-     * The same over all that @p device has at hand, decoded as QTextStream does: by the codec of the
-     * locale, UTF-16 and UTF-32 by their byte order mark. (open() decodes as FileUtils::readText()
-     * does, by the bytes alone.) A sequential device is not waited for.
+     * The same over all that @p device has at hand, decoded as QTextStream does: by the codec of
+     * the locale, UTF-16 and UTF-32 by their byte order mark. (open() decodes as
+     * FileUtils::readText() does, by the bytes alone.) A sequential device is not waited for.
      * @throws ParseException for a malformed section
      * @throws FileException when the device is a QFile that cannot be read to its end, or is not
      * open for reading; nothing is loaded
@@ -247,14 +251,17 @@ public:
     QString makeHeader() const;
 
     /**
-     * Writes the text (not the map) as UTF-8 to the file at @p path, which is replaced.
+     * Writes the text (not the map) as UTF-8 to the file at @p path, which is replaced: any text
+     * that a QString holds, 1,073,741,000 characters and more. What comes to 1 GiB or more of UTF-8
+     * is not read again, see FileUtils::readText(). Takes no lock, see the class.
      * @throws FileException when the file cannot be opened or written
      */
     void store(const QString &path);
 
     /**
      * The same as AtomicFile::replace() does it: at any moment the file is the old or the new one,
-     * and a full disk leaves the old one.
+     * and a full disk leaves the old one. The text is that of one moment, whatever other threads
+     * do.
      * @throws FileException when the file cannot be written
      * @since 1.0.0
      */

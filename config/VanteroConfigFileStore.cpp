@@ -12,9 +12,12 @@
 #include <QtCore/QBuffer>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QMutex>
+#include <QtCore/QMutexLocker>
 
 namespace vn {
 
+// Kept on purpose: neither form of store() takes the lock, as published.
 void VanteroConfigFile::store(const QString &path)
 {
     onlyThrows<IOException>([&] {
@@ -30,7 +33,12 @@ void VanteroConfigFile::store(const QString &path)
 
 void VanteroConfigFile::storeAtomic(const QString &path) const
 {
-    onlyThrows<IOException>([&] { AtomicFile::replace(path, m_sourceText.toUtf8()); });
+    onlyThrows<IOException>([&] {
+        QMutexLocker lock(m_lock.get());
+        const QString text = m_sourceText;
+        lock.unlock(); // a disk may take its time
+        AtomicFile::replaceText(path, text);
+    });
 }
 
 void VanteroConfigFile::store(vnm::smart<ZipWriter> archive, const QString &entryName)

@@ -70,6 +70,27 @@ TEST_F(CopyText, writesWhereTheDeviceStands)
     EXPECT_TRUE(buffer.isOpen());
 }
 
+// Texts are encoded in pieces of 65,536 units; a pair of surrogates stays together.
+TEST_F(CopyText, writesWhatIsEncodedAtOnceWhateverStandsBetweenPieces)
+{
+    const QString pair = u8"\U0001F4F7"_q;
+    const QString inserts[] = {u8"\u00FC"_q,        pair,
+                               QString(pair.at(0)), QString(pair.at(1)),
+                               pair.at(0) + pair,   pair.at(1) + QString(pair.at(0))};
+    for (const QString &insert : inserts) {
+        for (int size = 65533; size <= 65537; ++size) {
+            const QString text = QString(size, QLatin1Char('x')) + insert + "y"_q;
+            QBuffer buffer;
+            ASSERT_TRUE(buffer.open(QIODevice::WriteOnly));
+            FileUtils::copyText(text, &buffer);
+            EXPECT_EQ(buffer.data().mid(65530).toHex(), text.toUtf8().mid(65530).toHex());
+            buffer.open(QIODevice::WriteOnly | QIODevice::Truncate);
+            FileUtils::copyText(text + text, &buffer);
+            EXPECT_TRUE(buffer.data() == (text + text).toUtf8());
+        }
+    }
+}
+
 TEST_F(CopyText, raisesTheErrorOfAFullDisk)
 {
     for (const int size : {1, 100, 16384, 1000000}) {

@@ -260,8 +260,33 @@ TEST(OutOfMemoryDeathTest, filesAndArchives)
     config.parse("#:1\n#:2\n#"_q + QString(kMuch, QLatin1Char('x')), anyTime);
 
     expectDeathWithoutMemory([&] { VanteroConfigFile::open(file.fileName(), anyTime); });
-    expectDeathWithoutMemory([&] { config.store(dir.filePath("out.cfg"_q)); });
     expectDeathWithoutMemory([&] { config.store(archive, "out.cfg"_q); });
+}
+
+// As for a text of 716 million characters, whose UTF-8 no QByteArray holds at once.
+TEST(OutOfMemoryDeathTest, storingNeedsLittle)
+{
+    const QTemporaryDir dir;
+    const QString text = "#:1\n#:2\n#"_q + QString(kMuch, QChar(0xfc));
+    VanteroConfigFile config;
+    config.parse(text, anyTime);
+    using Store = void (*)(VanteroConfigFile &, const QString &);
+    const Store stores[] = {
+        [](VanteroConfigFile &stored, const QString &path) { stored.store(path); },
+        [](VanteroConfigFile &stored, const QString &path) { stored.storeAtomic(path); }};
+    for (const Store store : stores) {
+        const QString path = dir.filePath("out.cfg"_q);
+        const auto run = [&] {
+            limitMemory();
+            store(config, path);
+            std::_Exit(0);
+        };
+        EXPECT_EXIT(run(), testing::ExitedWithCode(0), "");
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_TRUE(file.readAll() == text.toUtf8());
+        ASSERT_TRUE(file.remove());
+    }
 }
 
 #endif

@@ -3,9 +3,11 @@
 
 #include "config/VanteroConfigFile.h"
 
+#include "base/FileUtils.h"
 #include "support/Literals.h"
 #include "support/QtPrinters.h"
 
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
 
 #include <gtest/gtest.h>
@@ -49,6 +51,14 @@ const LockedOperation kLockedOperations[] = {
     {"toString", [](VanteroConfigFile &config) { (void)config.toString(); }},
     {"toString of a section", [](VanteroConfigFile &config) { (void)config.toString("s0"_q); }},
     {"section", [](VanteroConfigFile &config) { (void)config.section("s0"_q); }},
+    {"map", [](VanteroConfigFile &config) { (void)config.map(); }},
+    {"setSection", [](VanteroConfigFile &config) { config.setSection("s0"_q, {}); }},
+    {"preserveEntries",
+     [](VanteroConfigFile &config) {
+         VanteroConfigMap result;
+         (void)config.preserveEntries(config, "s0"_q, {"k"_q}, result);
+     }},
+    {"storeAtomic", [](VanteroConfigFile &config) { config.storeAtomic("/dev/null"_q); }},
     {"getFileVersion", [](VanteroConfigFile &config) { (void)config.getFileVersion(); }},
     {"getSoftwareVersion", [](VanteroConfigFile &config) { (void)config.getSoftwareVersion(); }},
     {"getFactoryIP", [](VanteroConfigFile &config) { (void)config.getFactoryIP(); }},
@@ -181,4 +191,48 @@ TEST(Threads, copySeesTheWholeOldOrTheWholeNewContent)
         }
     } while (!done);
     parser.join();
+}
+
+TEST(Threads, storeAtomicWritesTheWholeOldOrTheWholeNewText)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath("cam.cfg"_q);
+    const QString texts[] = {textOf("old"_q, 40), textOf("new"_q, 30)};
+    VanteroConfigFile config;
+    config.parse(texts[0], QDateTime());
+    std::atomic<bool> done{false};
+    std::thread parser([&] {
+        for (int i = 1; !done; ++i)
+            config.parse(texts[i % 2], QDateTime());
+    });
+    for (int i = 0; i < 100; ++i) {
+        config.storeAtomic(path);
+        const QString stored = FileUtils::readText(path);
+        EXPECT_TRUE(stored == texts[0] || stored == texts[1]) << qPrintable(stored);
+    }
+    done = true;
+    parser.join();
+}
+
+// store() reads the text alone, which neither lookups nor edits touch.
+TEST(Threads, storeMayRunBesideEditsAndOtherStores)
+{
+    const QTemporaryDir dir;
+    const QString text = textOf("old"_q, 40);
+    VanteroConfigFile config;
+    config.parse(text, QDateTime());
+    const auto store = [&](const QString &name) {
+        const QString path = dir.filePath(name);
+        for (int i = 0; i < 100; ++i) {
+            config.store(path);
+            config.setValue("s0"_q, "k"_q, name);
+            (void)config.map();
+        }
+    };
+    std::thread first(store, "first"_q);
+    std::thread second(store, "second"_q);
+    first.join();
+    second.join();
+    EXPECT_EQ(FileUtils::readText(dir.filePath("first"_q)), text);
+    EXPECT_EQ(FileUtils::readText(dir.filePath("second"_q)), text);
 }
