@@ -7,7 +7,6 @@
 
 #include <QtCore/QDataStream>
 #include <QtCore/QFile>
-#include <QtCore/QSemaphore>
 #include <QtCore/QVariant>
 
 #include <gtest/gtest.h>
@@ -18,6 +17,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <future>
 #include <memory>
 #include <string>
 #include <thread>
@@ -233,21 +233,21 @@ TEST(Loading, valuesOutliveTheLibrary)
 TEST(Loading, closedWhileAnotherThreadHasAParser_leavesWhenThatThreadHasEnded)
 {
     testing::internal::CaptureStderr();
-    QSemaphore used;
-    QSemaphore closed;
+    std::promise<void> used;
+    std::promise<void> closed;
     std::thread user;
     {
         const Opened plugin(VANTERO_PLUGIN);
         user = std::thread([&, use = plugin.useFunction()] {
             Kept kept;
             use(kept);
-            used.release();
-            closed.acquire();
+            used.set_value();
+            closed.get_future().wait();
         });
-        used.acquire();
+        used.get_future().wait();
     }
     EXPECT_NE(mappedLibraries(), QStringList());
-    closed.release();
+    closed.set_value();
     user.join();
     openAndClose(); // whatever is not needed any more leaves with the next close
     EXPECT_EQ(mappedLibraries(), QStringList());
@@ -261,19 +261,19 @@ TEST(Loading, closedUnderAThreadThatHasTheIdOfTheOneThatOpenedIt_leavesWhenItHas
     std::thread opener([&] { plugin = std::make_unique<Opened>(VANTERO_PLUGIN); });
     const std::thread::id id = opener.get_id();
     opener.join();
-    QSemaphore used;
-    QSemaphore closed;
+    std::promise<void> used;
+    std::promise<void> closed;
     std::thread user([&, use = plugin->useFunction()] {
         Kept kept;
         use(kept);
-        used.release();
-        closed.acquire();
+        used.set_value();
+        closed.get_future().wait();
     });
     const bool hasTheId = user.get_id() == id;
-    used.acquire();
+    used.get_future().wait();
     plugin.reset();
     EXPECT_NE(mappedLibraries(), QStringList());
-    closed.release();
+    closed.set_value();
     user.join();
     openAndClose();
     EXPECT_EQ(mappedLibraries(), QStringList());
@@ -285,20 +285,20 @@ TEST(Loading, closedUnderAThreadThatHasTheIdOfTheOneThatOpenedIt_leavesWhenItHas
 TEST(Loading, closedOnAnotherThreadThanTheOneThatOpenedIt_leavesNothingBehind)
 {
     expectNothingStays([] {
-        QSemaphore used;
-        QSemaphore closed;
+        std::promise<void> used;
+        std::promise<void> closed;
         std::unique_ptr<Opened> plugin;
         std::thread opener([&] {
             plugin = std::make_unique<Opened>(VANTERO_PLUGIN);
             Kept kept;
             plugin->useFunction()(kept);
-            used.release();
-            closed.acquire();
+            used.set_value();
+            closed.get_future().wait();
         });
-        used.acquire();
+        used.get_future().wait();
         plugin.reset();
         ASSERT_FALSE(isLoaded());
-        closed.release();
+        closed.set_value();
         opener.join();
     });
 }
