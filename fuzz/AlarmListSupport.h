@@ -4,15 +4,11 @@
 #ifndef VN_FUZZ_ALARMLISTSUPPORT_H
 #define VN_FUZZ_ALARMLISTSUPPORT_H
 
-/** @file Alarm lists parsed by the library, in the words of AlarmReference.h. */
+/** @file Alarm lists parsed by the library, and checked against the reference. */
 
-#include "AlarmReference.h"
-#include "Support.h"
+#include "AlarmSupport.h"
 
 #include "alarm/AlarmListParser.h"
-#include "base/Exceptions.h"
-
-#include <QtCore/QVariant>
 
 #include <algorithm>
 #include <cerrno>
@@ -21,52 +17,6 @@
 
 #include <sys/wait.h>
 #include <unistd.h>
-
-inline QString textOf(const QVariant &value)
-{
-    switch (value.userType()) {
-    case QMetaType::UnknownType:
-        return reference::ofNull();
-    case QMetaType::Bool:
-        return reference::ofBool(value.toBool());
-    case QMetaType::Double:
-        return reference::ofNumber(value.toDouble());
-    case QMetaType::QString:
-        return reference::ofText(value.toString());
-    case QMetaType::QVariantList: {
-        QStringList values;
-        const QVariantList list = value.toList();
-        for (const QVariant &element : list)
-            values += textOf(element);
-        return reference::ofList(values);
-    }
-    case QMetaType::QVariantMap: {
-        QList<QPair<QString, QString>> entries;
-        const QVariantMap map = value.toMap();
-        for (auto it = map.begin(); it != map.end(); ++it)
-            entries.append({it.key(), textOf(it.value())});
-        return reference::ofMap(entries);
-    }
-    default:
-        return QStringLiteral("a value of another type");
-    }
-}
-
-/** Runs @p parse and compares how it ends with @p expected. */
-inline void checkOutcome(const std::function<QString()> &parse, const reference::Outcome &expected)
-{
-    try {
-        const QString value = parse();
-        FUZZ_EQUAL(expected.message, QString());
-        FUZZ_EQUAL(value, expected.value);
-    } catch (const vn::ParseException &e) {
-        FUZZ_CHECK(!expected.isAccepted);
-        FUZZ_EQUAL(e.message(), expected.message);
-        FUZZ_CHECK(e.startLine() == 0 && e.endLine() == 0);
-        FUZZ_CHECK(e.startColumn() == expected.start);
-        FUZZ_CHECK(e.endColumn() == expected.end);
-    }
-}
 
 /** Runs @p parse in a process of its own, which must end with exit status 2 and the message. */
 inline void checkEndsProcess(const std::function<void()> &parse)

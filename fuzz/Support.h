@@ -7,9 +7,7 @@
 /** @file What fuzz targets share: checks, and inputs cut into pieces. */
 
 #include <QtCore/QByteArray>
-#include <QtCore/QList>
 #include <QtCore/QString>
-#include <QtCore/QStringList>
 
 #include <cstddef>
 #include <cstdint>
@@ -94,17 +92,5 @@ public:
 private:
     QByteArray m_rest;
 };
-
-/** The lines of @p text as a QTextStream reads them: without "\n" or "\r\n". */
-inline QStringList linesOf(const QString &text)
-{
-    QStringList lines = text.split(QLatin1Char('\n'));
-    if (lines.last().isEmpty())
-        lines.removeLast(); // what follows the last line end is no line
-    for (QString &line : lines)
-        if (line.endsWith(QLatin1Char('\r')))
-            line.chop(1);
-    return lines;
-}
 
 #endif // VN_FUZZ_SUPPORT_H

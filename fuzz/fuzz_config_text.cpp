@@ -1,37 +1,30 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-// A configuration text loaded from memory, by a stream, and by a plain reader written here: one
-// outcome. What was loaded is printed and loaded again.
+// A configuration text loaded from memory, by a stream, and by the reference: one outcome. What was
+// loaded is printed and loaded again.
 
 #include "Support.h"
 
 #include "base/Exceptions.h"
 #include "config/VanteroConfigFile.h"
+#include "reference/ConfigReference.h"
 
-#include <QtCore/QMap>
 #include <QtCore/QTextStream>
 
 #include <functional>
 
+using reference::Configuration;
 using vn::VanteroConfigFile;
-using Section = QMultiMap<QString, QString>;
 
 namespace {
 
-struct Outcome
+Configuration outcomeOf(const std::function<bool(VanteroConfigFile &)> &load)
 {
-    bool header = false;
-    QString error;
-    QMap<QString, Section> sections;
-};
-
-Outcome outcomeOf(const std::function<bool(VanteroConfigFile &)> &load)
-{
-    Outcome outcome;
+    Configuration outcome;
     VanteroConfigFile config;
     try {
-        outcome.header = load(config);
+        outcome.isComplete = load(config);
     } catch (const vn::ParseException &e) {
         FUZZ_CHECK(e.startLine() == -1 && e.startColumn() == -1 && e.endLine() == -1 &&
                    e.endColumn() == -1);
@@ -44,94 +37,15 @@ Outcome outcomeOf(const std::function<bool(VanteroConfigFile &)> &load)
     return outcome;
 }
 
-// ---- The plain reader --------------------------------------------------------------------------
-
-void setValue(Section &section, const QString &key, const QString &value)
-{
-    if (section.contains(key))
-        section.find(key).value() = value;
-    else
-        section.insert(key, value);
-}
-
-/** Takes the header from the front of @p lines. */
-bool readHeader(QStringList &lines, QMap<QString, Section> &sections)
-{
-    const auto store = [&](const char *key, const QString &value) {
-        setValue(sections[QStringLiteral("head")], QString::fromLatin1(key), value);
-    };
-    bool result = true;
-    if (!lines.isEmpty()) {
-        const QString line = lines.takeFirst();
-        result = line.startsWith(QLatin1String("#:"));
-        if (result)
-            store("File Version", line.mid(2).section(QLatin1Char('='), 0, 0));
-    }
-    if (!lines.isEmpty()) {
-        const QString line = lines.takeFirst();
-        if (line.startsWith(QLatin1String("#:")))
-            store("Software Version", line.mid(2));
-        else
-            result = false;
-    }
-    while (!lines.isEmpty()) {
-        const QString line = lines.takeFirst();
-        if (line.isEmpty())
-            break;
-        const int phrase = line.indexOf(QLatin1String("Configuration of"));
-        if (line.startsWith(QLatin1String("# Camera IP: ")))
-            store("Factory IP", line.mid(13));
-        else if (phrase > 0)
-            store("Factory IP", line.mid(phrase + 17).trimmed());
-    }
-    return result;
-}
-
-QString readSections(const QStringList &lines, QMap<QString, Section> &sections)
-{
-    QString open;
-    for (const QString &line : lines) {
-        if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
-            continue;
-        if (line.startsWith(QLatin1String("SECTION"))) {
-            if (!open.isEmpty())
-                return QLatin1String("Unexpected ") + line;
-            open = line.mid(8);
-        } else if (line.startsWith(QLatin1String("ENDSECTION"))) {
-            if (open.isEmpty())
-                return QLatin1String("SECTION expected before ") + line;
-            if (line.mid(11) != open)
-                return line + QLatin1String(" does not match SECTION");
-            open.clear();
-        } else if (!open.isEmpty()) {
-            const int equals = line.indexOf(QLatin1Char('='));
-            sections[open].insert(equals < 0 ? line : line.left(equals),
-                                  equals < 0 ? QString() : line.mid(equals + 1));
-        }
-    }
-    return open.isEmpty() ? QString()
-                          : QLatin1String("ENDSECTION ") + open + QLatin1String(" expected");
-}
-
-Outcome plainOutcome(const QString &text, bool withHeader)
-{
-    Outcome outcome;
-    QStringList lines = linesOf(text);
-    const bool header = withHeader && readHeader(lines, outcome.sections);
-    outcome.error = readSections(lines, outcome.sections);
-    outcome.header = outcome.error.isEmpty() && header;
-    return outcome;
-}
-
 // ---- Checks ------------------------------------------------------------------------------------
 
-void checkSame(const Outcome &actual, const Outcome &expected)
+void checkSame(const Configuration &actual, const Configuration &expected)
 {
     FUZZ_EQUAL(actual.error, expected.error);
-    FUZZ_CHECK(actual.header == expected.header);
+    FUZZ_CHECK(actual.isComplete == expected.isComplete);
     FUZZ_CHECK(actual.sections.keys() == expected.sections.keys());
     for (auto it = actual.sections.begin(); it != actual.sections.end(); ++it) {
-        const Section &other = *expected.sections.find(it.key());
+        const reference::Section &other = *expected.sections.find(it.key());
         FUZZ_CHECK(it->keys() == other.keys());
         FUZZ_CHECK(it->values() == other.values());
         auto entry = other.begin();
@@ -185,7 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QString text =
         QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<int>(size));
 
-    const Outcome expected = plainOutcome(text, true);
+    const Configuration expected = reference::loaded(text);
     checkSame(outcomeOf([&](VanteroConfigFile &config) { return config.parse(text, QDateTime()); }),
               expected);
     checkSame(outcomeOf([&](VanteroConfigFile &config) {
@@ -195,7 +109,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
               }),
               expected);
 
-    const Outcome comment = plainOutcome(text, false);
+    const Configuration comment = reference::loaded(text, false);
     checkSame(outcomeOf([&](VanteroConfigFile &config) {
                   config.parseJpegComment(text);
                   return false;

@@ -4,8 +4,8 @@
 #include "alarm/AlarmDocument.h"
 
 #include "alarm/AlarmListParser.h"
-#include "alarm/Shown.h"
 #include "base/Exceptions.h"
+#include "reference/AlarmText.h"
 #include "support/Expect.h"
 #include "support/Literals.h"
 #include "support/QtPrinters.h"

@@ -7,8 +7,8 @@
 #include "alarm/AlarmUpdateLines.h"
 #include "alarm/AlarmUpdateParser.h"
 #include "alarm/ScriptTest.h"
-#include "alarm/Shown.h"
 #include "base/Exceptions.h"
+#include "reference/AlarmText.h"
 #include "support/Literals.h"
 #include "support/QtPrinters.h"
 

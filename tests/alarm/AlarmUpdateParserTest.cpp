@@ -1,32 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-// The parser object: forms of input, what stays between two texts, failures, building of values.
+// What only parsers of updates have: an engine and its values, dates, building of values.
 
-#include "alarm/AlarmUpdateParser.h"
-#include "alarm/ScriptTest.h"
-#include "alarm/Shown.h"
+#include "alarm/Languages.h"
 #include "alarm/TimeZone.h"
-#include "alarm/ZeroMemory.h"
 #include "base/Exceptions.h"
-#include "support/Devices.h"
-#include "support/Expect.h"
-#include "support/Files.h"
-
-#include <QtCore/QBuffer>
-#include <QtCore/QMetaObject>
-#include <QtCore/QTextStream>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstring>
 
 using namespace vn;
 
 namespace {
-
-const QString kInitialMessage = "Initialisation Error"_q;
 
 class AlarmUpdateParserTest : public ScriptTest
 {
@@ -38,121 +25,12 @@ protected:
 
 } // namespace
 
-// ---- Forms of input -----------------------------------------------------------------------------
-
-TEST_F(AlarmUpdateParserTest, bufferEndsWithTwoZeroBytes)
-{
-    char buffer[] = "x=1\0"; // and the one that ends the literal
-    EXPECT_EQ(shown(m_parser.parse(buffer, sizeof buffer)), "{x: 1}"_q);
-}
-
-TEST_F(AlarmUpdateParserTest, bufferIsAsBeforeWhenTheCallReturns)
-{
-    for (const QByteArray &text : {"#m:1.0;x=2"_b, "x=1,2,3"_b, "x=1!rest"_b, "x=\"open"_b}) {
-        QByteArray buffer = text + "\0\0"_b;
-        const QByteArray before(buffer.constData(), buffer.size());
-        try {
-            m_parser.parse(buffer.data(), static_cast<unsigned>(buffer.size()));
-        } catch (const ParseException &) {
-        }
-        EXPECT_EQ(buffer, before);
-    }
-}
-
-TEST_F(AlarmUpdateParserTest, byteArrayKeepsTheTwoZeroBytes)
-{
-    QByteArray data = "x=1";
-    EXPECT_EQ(shown(m_parser.parse(&data)), "{x: 1}"_q);
-    EXPECT_EQ(data, "x=1\0\0"_b);
-    QByteArray wrong = "x";
-    EXPECT_THROW(m_parser.parse(&wrong), ParseException);
-    EXPECT_EQ(wrong, "x\0\0"_b);
-}
-
-TEST_F(AlarmUpdateParserTest, stringIsLatin1)
-{
-    EXPECT_EQ(shown(m_parser.parse(QString::fromLatin1("x=\"\xe4\""))),
-              QString::fromLatin1("{x: \"\"\xe4\"\"}"));
-    EXPECT_EQ(shown(m_parser.parse("x=\"\u20ac\""_q)), "{x: \"\"?\"\"}"_q);
-    EXPECT_THROW(m_parser.parse(QString()), ParseException);
-}
-
-TEST_F(AlarmUpdateParserTest, streamIsReadFromWhereItIs)
-{
-    QString text = "ignored x=1"_q;
-    QTextStream stream(&text);
-    QString word;
-    stream >> word;
-    EXPECT_EQ(shown(m_parser.parse(&stream)), "{ x: 1}"_q);
-    EXPECT_TRUE(stream.atEnd());
-}
-
-TEST_F(AlarmUpdateParserTest, deviceMustItselfEndWithTwoZeroBytes)
-{
-    QByteArray content = "x=1;y=a,b\0\0"_b;
-    QBuffer device(&content);
-    device.open(QIODevice::ReadOnly);
-    EXPECT_EQ(shown(m_parser.parse(&device)), "{y: [\"b\", \"a\"], x: 1}"_q);
-    SequentialDevice pieces({"x=", "1", "\0\0"_b}, SequentialDevice::End::NoMore, 5);
-    EXPECT_EQ(shown(m_parser.parse(&pieces)), "{x: 1}"_q);
-}
-
-TEST_F(AlarmUpdateParserTest, failingDeviceIsAParseExceptionWithItsCause)
-{
-    FailingDevice device("x=1\0\0"_b, 3);
-    expectThrows<ParseException>([&] { m_parser.parse(&device); },
-                                 [](const ParseException &e) {
-                                     EXPECT_EQ(e.startLine(), 0);
-                                     EXPECT_EQ(e.startColumn(), 0);
-                                     EXPECT_EQ(e.endLine(), 0);
-                                     EXPECT_EQ(e.endColumn(), 0);
-                                     ASSERT_NE(e.cause(), nullptr);
-                                     EXPECT_NE(dynamic_cast<const IOException *>(e.cause()),
-                                               nullptr);
-                                     EXPECT_TRUE(e.message().contains("the medium is worn out"_q))
-                                         << qPrintable(e.message());
-                                 });
-    EXPECT_EQ(m_parser.errorMessage(), kInitialMessage);
-}
-
-TEST_F(AlarmUpdateParserTest, textOf2GiBIsRefused)
-{
-    constexpr unsigned int kFirstRefused = 0x80000000U + 2;
-    ZeroMemory memory(kFirstRefused);
-    std::memcpy(memory.data(), "x=1", 3);
-    expectParseError([&] { m_parser.parse(memory.data(), kFirstRefused); },
-                     "text of 2 GiB or more"_q, 0, 0, 0);
-    // One byte less is scanned; the zero byte behind the pair ends it.
-    EXPECT_EQ(shown(m_parser.parse(memory.data(), kFirstRefused - 1)), "{x: 1}"_q);
-}
-
 // ---- What stays between two texts ---------------------------------------------------------------
-
-TEST_F(AlarmUpdateParserTest, isResetForEachText)
-{
-    EXPECT_TRUE(m_parser.errorMessage().isEmpty());
-    for (int i = 0; i < 2; ++i)
-        expectParseError([&] { parsed("x=1,2"); }, "syntax error, unexpected ',', expecting $end"_q,
-                         0, 3, 4);
-    EXPECT_EQ(m_parser.errorMessage(), "syntax error, unexpected ',', expecting $end"_q);
-    EXPECT_EQ(shown(parsed("x=1")), "{x: 1}"_q);
-    EXPECT_EQ(m_parser.errorMessage(), kInitialMessage);
-}
 
 TEST_F(AlarmUpdateParserTest, anUnclosedQuoteDoesNotReachTheNextText)
 {
     EXPECT_THROW(parsed("x=\"abc"), ParseException);
     EXPECT_EQ(shown(parsed("x=1")), "{x: 1}"_q);
-}
-
-TEST_F(AlarmUpdateParserTest, valuesOfEarlierTextsStay)
-{
-    const QScriptValue first = parsed("x=a,b");
-    const QScriptValue second = parsed("x=1;y=2");
-    EXPECT_THROW(parsed("x="), ParseException);
-    m_engine.collectGarbage();
-    EXPECT_EQ(shown(first), "{x: [\"b\", \"a\"]}"_q);
-    EXPECT_EQ(shown(second), "{y: 2, x: 1}"_q);
 }
 
 TEST_F(AlarmUpdateParserTest, manyKeysComeAndGoWhileTheEngineCollectsItsGarbage)
@@ -331,27 +209,4 @@ TEST_F(AlarmUpdateParserTest, appendValueGrowsAnArray)
     EXPECT_EQ(shown(array), "[\"c\", \"b\", \"a\"]"_q);
     QScriptValue empty = m_engine.newArray();
     EXPECT_EQ(shown(m_parser.appendValue(empty, 1)), "[1]"_q);
-}
-
-// ---- The object ---------------------------------------------------------------------------------
-
-TEST_F(AlarmUpdateParserTest, hasAParent)
-{
-    QObject parent;
-    EXPECT_EQ((new AlarmUpdateParser(&m_engine, &parent))->parent(), &parent);
-    EXPECT_EQ(m_parser.parent(), nullptr);
-}
-
-TEST_F(AlarmUpdateParserTest, hasNoSignalsSlotsOrProperties)
-{
-    const QMetaObject &meta = AlarmUpdateParser::staticMetaObject;
-    EXPECT_STREQ(meta.className(), "vn::AlarmUpdateParser");
-    EXPECT_EQ(meta.superClass(), &QObject::staticMetaObject);
-    EXPECT_EQ(meta.methodCount(), meta.methodOffset());
-    EXPECT_EQ(meta.propertyCount(), meta.propertyOffset());
-    EXPECT_EQ(meta.enumeratorCount(), 0);
-    EXPECT_EQ(meta.constructorCount(), 0);
-    EXPECT_EQ(meta.classInfoCount(), 0);
-    EXPECT_EQ(m_parser.metaObject(), &meta);
-    EXPECT_TRUE(m_parser.inherits("vn::AlarmUpdateParser"));
 }

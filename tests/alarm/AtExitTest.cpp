@@ -8,9 +8,9 @@
 #include "alarm/AlarmLint.h"
 #include "alarm/AlarmListParser.h"
 #include "alarm/AlarmUpdateParser.h"
-#include "alarm/Shown.h"
 #include "alarm/ThreadLocalAlarmListParser.h"
 #include "base/Exceptions.h"
+#include "reference/AlarmText.h"
 
 #include <QtCore/QStringList>
 

@@ -6,7 +6,7 @@
 #include "alarm/AlarmListParser.h"
 #include "alarm/AlarmUpdateParser.h"
 #include "alarm/ScriptTest.h"
-#include "alarm/Shown.h"
+#include "reference/AlarmText.h"
 #include "support/Files.h"
 #include "support/Random.h"
 

@@ -7,8 +7,8 @@
 #include "alarm/PlainPath.h"
 #include "alarm/AlarmListReader_p.h"
 #include "alarm/AlarmListTree_p.h"
-#include "alarm/Shown.h"
-#include "support/Random.h"
+#include "alarm/RandomAlarms.h"
+#include "reference/AlarmText.h"
 
 #include <gtest/gtest.h>
 
@@ -26,131 +26,6 @@ bool isPlain(const QByteArray &text)
     const PlainPathResult result = comparePaths(plain, grammar, text);
     EXPECT_EQ(result.difference.toStdString(), "") << text.constData();
     return result.isPlain;
-}
-
-QByteArray oneOf(Random &random, const QList<QByteArray> &list)
-{
-    return random.oneOf(list);
-}
-
-/** Pieces of which texts are made, most of them such as cameras write. */
-const QList<QByteArray> kPieces = {"{",
-                                   "}",
-                                   "[",
-                                   "]",
-                                   ",",
-                                   ":",
-                                   "{",
-                                   "}",
-                                   "[",
-                                   "]",
-                                   ",",
-                                   ":",
-                                   " ",
-                                   "\n",
-                                   "\t",
-                                   "a",
-                                   "key",
-                                   "_x-./9",
-                                   "true",
-                                   "false",
-                                   "null",
-                                   "trueish",
-                                   "'text'",
-                                   "\"t\"",
-                                   "''",
-                                   "\"\"",
-                                   "\"it's\"",
-                                   "'\"'",
-                                   "0",
-                                   "-0",
-                                   "12",
-                                   "-3.25",
-                                   "0.5",
-                                   "01",
-                                   "1.",
-                                   "1e3",
-                                   "-1.5E-7",
-                                   "0e5",
-                                   "1e400",
-                                   "5e-324",
-                                   "-0.0",
-                                   "1e",
-                                   "/*c*/",
-                                   "/*",
-                                   "*/",
-                                   "#",
-                                   "\x01"_b,
-                                   "\0"_b,
-                                   "\\",
-                                   "'\\n'",
-                                   "'\\",
-                                   "\"",
-                                   "'",
-                                   "\xe4"_b,
-                                   "'\xe4'"_b,
-                                   "-",
-                                   "9007199254740993",
-                                   "123456789012345678901234567890",
-                                   "1e22",
-                                   "123456789012345e22",
-                                   "0.000000000000000000000001",
-                                   "{a:1,b:'x'}",
-                                   "{a:1,b:'x'}",
-                                   "[1,2]"};
-
-QByteArray value(Random &random, int depth);
-
-QByteArray scalar(Random &random)
-{
-    static const QList<QByteArray> scalars = {"1",  "-0.5", "1e3",     "true",  "null",  "word",
-                                              "''", "'x'",  "\"y z\"", "17.25", "false", "12345"};
-    return oneOf(random, scalars);
-}
-
-QByteArray container(Random &random, int depth)
-{
-    const bool isObject = random.below(2);
-    QByteArray text = isObject ? "{" : "[";
-    for (unsigned i = 0, count = random.below(6); i < count; ++i) {
-        if (i > 0)
-            text += random.below(2) ? "," : " , ";
-        if (isObject)
-            text += oneOf(random, {"a", "b", "'c'", "\"key\"", "''", "name"}) +
-                    (random.below(3) ? ":" : ": ");
-        text += value(random, depth - 1);
-    }
-    return text + (isObject ? "}" : "]");
-}
-
-QByteArray value(Random &random, int depth)
-{
-    return depth > 0 && random.below(3) == 0 ? container(random, depth) : scalar(random);
-}
-
-/** A list that is well formed, or was so before a byte was changed or a piece added. */
-QByteArray nearlyAList(Random &random)
-{
-    QByteArray text = container(random, 4);
-    switch (random.below(4)) {
-    case 0:
-        text[int(random.below(unsigned(text.size())))] = char(random.below(256));
-        break;
-    case 1:
-        text.insert(int(random.below(unsigned(text.size() + 1))), oneOf(random, kPieces));
-        break;
-    default:
-        break;
-    }
-    return text;
-}
-
-QByteArray anyPieces(Random &random)
-{
-    QByteArray text = random.below(2) ? "[" : "{a:";
-    for (unsigned i = 0, count = random.below(9); i < count; ++i)
-        text += oneOf(random, kPieces);
-    return text + oneOf(random, {"]", "}", "", " ]", "]\n"});
 }
 
 } // namespace
@@ -201,7 +76,8 @@ TEST(PlainPath, readsNumbersAsTheGrammarDoes)
             digits(random.below(4) ? 6 : 25);
         }
         if (random.below(3) == 0) {
-            number += oneOf(random, {"e", "E", "e+", "e-", "E-"});
+            const QList<QByteArray> exponents = {"e", "E", "e+", "e-", "E-"};
+            number += random.oneOf(exponents);
             digits(random.below(4) ? 2 : 5);
         }
         isPlain("[" + number + "]");
@@ -211,19 +87,19 @@ TEST(PlainPath, readsNumbersAsTheGrammarDoes)
 
 TEST(PlainPath, isThatOfTheGrammarForWhatIsNearlyAList)
 {
-    Random random(1);
+    RandomLists texts(1);
     int plain = 0;
     for (int i = 0; i < 20000 && !testing::Test::HasFailure(); ++i)
-        plain += isPlain(nearlyAList(random)) ? 1 : 0;
+        plain += isPlain(texts.nearlyValid(false)) ? 1 : 0;
     EXPECT_GT(plain, 8000);
     EXPECT_LT(plain, 18000);
 }
 
 TEST(PlainPath, isThatOfTheGrammarForAnyPieces)
 {
-    Random random(2);
+    RandomLists texts(2);
     for (int i = 0; i < 20000 && !testing::Test::HasFailure(); ++i)
-        isPlain(anyPieces(random));
+        isPlain(texts.ofPieces());
 }
 
 TEST(PlainPath, isThatOfTheGrammarAroundTheLimits)
@@ -247,29 +123,22 @@ TEST(PlainPath, isThatOfTheGrammarAroundTheLimits)
         isPlain(QByteArray("[1,").repeated(depth) + "1" + QByteArray(depth, ']'));
         isPlain(QByteArray("{a:1,b:").repeated(depth) + "{}" + QByteArray(depth, '}'));
     }
-    Random random(4);
-    for (int i = 0; i < 2000 && !testing::Test::HasFailure(); ++i) {
-        QByteArray text;
-        QByteArray closing;
-        for (unsigned level = 0, levels = 1 + random.below(110); level < levels; ++level) {
-            const QByteArray opening = oneOf(random, {"[", "[1,", "{a:", "{a:1,b:", "[[1],"});
-            text += opening;
-            closing.prepend(opening.startsWith('[') ? ']' : '}');
-        }
-        isPlain(text + "[" + QByteArray("0,").repeated(int(random.below(60))) + "0]" + closing);
-    }
+    RandomLists texts(4);
+    for (int i = 0; i < 2000 && !testing::Test::HasFailure(); ++i)
+        isPlain(texts.deep());
 }
 
 TEST(PlainPath, isThatOfTheGrammarInSequences)
 {
     // Two parsers on each side: what one leaves in the string that all share, the other may find.
-    Random random(5);
+    RandomLists texts(5);
+    Random &random = texts.random();
     for (int i = 0; i < 1500 && !testing::Test::HasFailure(); ++i) {
         ListSequence sequence;
         for (unsigned step = 0, steps = 2 + random.below(7); step < steps; ++step) {
-            const QByteArray text = random.below(4) == 0   ? anyPieces(random)
-                                    : random.below(4) == 0 ? "['" + nearlyAList(random)
-                                                           : nearlyAList(random);
+            const QByteArray text = random.below(4) == 0   ? texts.ofPieces()
+                                    : random.below(4) == 0 ? "['" + texts.nearlyValid(false)
+                                                           : texts.nearlyValid(false);
             const QString difference = sequence.compare(random.below(2), text);
             ASSERT_EQ(difference.toStdString(), "") << text.constData();
         }

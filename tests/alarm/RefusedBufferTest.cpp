@@ -7,9 +7,9 @@
 #include "alarm/AlarmListParser.h"
 #include "alarm/AlarmUpdateParser.h"
 #include "alarm/ScriptTest.h"
-#include "alarm/Shown.h"
 #include "alarm/StandardInput.h"
 #include "base/Exceptions.h"
+#include "reference/AlarmText.h"
 #include "support/Expect.h"
 
 #include <QtCore/QBuffer>

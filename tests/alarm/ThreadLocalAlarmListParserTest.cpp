@@ -4,7 +4,7 @@
 #include "alarm/ThreadLocalAlarmListParser.h"
 
 #include "alarm/AlarmListParser.h"
-#include "alarm/Shown.h"
+#include "reference/AlarmText.h"
 
 #include <QtCore/QPointer>
 #include <QtCore/QThread>

@@ -3,6 +3,7 @@
 
 #include "config/VanteroConfigFile.h"
 
+#include "reference/ConfigReference.h"
 #include "support/Expect.h"
 #include "support/Literals.h"
 #include "support/Random.h"
@@ -19,65 +20,6 @@
 using vn::VanteroConfigFile;
 
 namespace {
-
-// ---- The operations once more, as plainly as they can be put ---------------------------------
-
-int plainEnd(const QString &text, const QString &marker)
-{
-    const int found = text.indexOf(marker);
-    return found < 0 ? text.length() : found + marker.length();
-}
-
-QString plainReplaceSection(const QString &target, const QString &source, const QString &section)
-{
-    const QString startMarker = "SECTION "_q + section;
-    const QString endMarker = "ENDSECTION "_q + section;
-    const int targetStart = target.indexOf(startMarker);
-    const int targetEnd = plainEnd(target, endMarker);
-    const int sourceStart = source.indexOf(startMarker);
-    const int sourceEnd = plainEnd(source, endMarker);
-    const QString content = source.mid(sourceStart, sourceEnd - sourceStart);
-    if (sourceStart < 0 && targetStart < 0)
-        return target;
-    if (sourceStart < 0)
-        return target.left(targetStart) + target.mid(targetEnd);
-    if (targetStart < 0)
-        return target + "\n\n"_q + content + "\n"_q;
-    return target.left(targetStart) + "\n\n"_q + content + "\n\n"_q + target.mid(targetEnd);
-}
-
-QString plainRemoveSections(QString text, const QStringList &sections, bool dropOuterComments,
-                            bool dropSectionComments, bool dropEmptyLines)
-{
-    bool inSection = false;
-    bool inRemoved = false;
-    QString result;
-    QTextStream stream(&text, QIODevice::ReadOnly);
-    while (!stream.atEnd()) {
-        const QString line = stream.readLine();
-        bool keep = false;
-        bool closes = false;
-        if (line.startsWith("SECTION"_q)) {
-            inSection = true;
-            inRemoved = sections.contains(line.mid(8));
-            keep = !inRemoved;
-        } else if (line.startsWith("ENDSECTION"_q)) {
-            keep = !inRemoved;
-            closes = true;
-        } else if (line.startsWith("#"_q)) {
-            keep = inSection ? !inRemoved && !dropSectionComments : !dropOuterComments;
-        } else if (line.isEmpty()) {
-            keep = !dropEmptyLines && (!inSection || !inRemoved);
-        } else {
-            keep = inSection && !inRemoved;
-        }
-        if (keep)
-            result += line + "\n"_q;
-        if (closes)
-            inSection = inRemoved = false;
-    }
-    return result;
-}
 
 // ---- Tables ----------------------------------------------------------------------------------
 
@@ -149,7 +91,7 @@ TEST_P(ReplaceSection, gives)
 {
     const ReplaceRow &row = GetParam();
     EXPECT_EQ(VanteroConfigFile::replaceSection(row.target, row.source, row.section), row.result);
-    EXPECT_EQ(plainReplaceSection(row.target, row.source, row.section), row.result);
+    EXPECT_EQ(reference::replaceSection(row.target, row.source, row.section), row.result);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -233,7 +175,7 @@ TEST(ReplaceSections, acceptsNullStrings)
     EXPECT_EQ(VanteroConfigFile::replaceSection(kX, QString(), "x"_q), "\n"_q);
 }
 
-TEST(ReplaceSections, agreesWithThePlainFormulation)
+TEST(ReplaceSections, agreesWithTheReference)
 {
     Random random(20230501);
     const QStringList pieces = {"SECTION "_q, "ENDSECTION "_q, "END"_q,   "SECTION"_q,
@@ -250,7 +192,7 @@ TEST(ReplaceSections, agreesWithThePlainFormulation)
         const QString source = text();
         const QString section = i % 3 == 0 ? "x"_q : text().left(4);
         ASSERT_EQ(VanteroConfigFile::replaceSection(target, source, section),
-                  plainReplaceSection(target, source, section))
+                  reference::replaceSection(target, source, section))
             << qPrintable(target) << "\n--\n"
             << qPrintable(source) << "\n--\n"
             << qPrintable(section);
@@ -265,8 +207,8 @@ TEST_P(RemoveSections, leaves)
     EXPECT_EQ(VanteroConfigFile::removeSections(row.text, row.sections, row.dropOuterComments,
                                                 row.dropSectionComments, row.dropEmptyLines),
               row.result);
-    EXPECT_EQ(plainRemoveSections(row.text, row.sections, row.dropOuterComments,
-                                  row.dropSectionComments, row.dropEmptyLines),
+    EXPECT_EQ(reference::removeSections(row.text, row.sections, row.dropOuterComments,
+                                        row.dropSectionComments, row.dropEmptyLines),
               row.result);
 }
 
@@ -523,7 +465,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "SECTION a\0b\nk\0=v\nENDSECTION a\n"_q}),
     nameOfRow);
 
-TEST(RemoveSectionsFromTexts, agreesWithThePlainFormulation)
+TEST(RemoveSectionsFromTexts, agreesWithTheReference)
 {
     Random random(20230502);
     const QStringList pieces = {"SECTION "_q, "SECTION"_q, "ENDSECTION "_q,  "END"_q, "S"_q,
@@ -543,7 +485,7 @@ TEST(RemoveSectionsFromTexts, agreesWithThePlainFormulation)
             const bool inner = flags & 2;
             const bool empty = flags & 4;
             ASSERT_EQ(VanteroConfigFile::removeSections(text, sections, outer, inner, empty),
-                      plainRemoveSections(text, sections, outer, inner, empty))
+                      reference::removeSections(text, sections, outer, inner, empty))
                 << qPrintable(text) << "\nflags " << flags;
         }
     }

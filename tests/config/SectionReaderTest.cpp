@@ -4,6 +4,7 @@
 #include "config/VanteroConfigFile.h"
 
 #include "base/Exceptions.h"
+#include "reference/ConfigReference.h"
 #include "support/Expect.h"
 #include "support/Literals.h"
 #include "support/Random.h"
@@ -227,7 +228,7 @@ TEST(ParseSections, equalKeysOfSectionsShareTheirData)
 }
 
 /** Texts in memory and streams take the same reader over different line sources. */
-TEST(ParseSectionsProperty, memoryAndStreamAgree)
+TEST(ParseSectionsProperty, memoryStreamAndReferenceAgree)
 {
     Random random(20260104);
     const QStringList pieces{"SECTION a"_q,
@@ -278,6 +279,14 @@ TEST(ParseSectionsProperty, memoryAndStreamAgree)
         });
         ASSERT_EQ(fromText, fromStream) << qPrintable(text);
         ASSERT_EQ(fromText, fromDevice) << qPrintable(text);
+        const reference::Configuration expected = reference::loaded(text);
+        VanteroConfigFile plain;
+        for (auto it = expected.sections.begin(); it != expected.sections.end(); ++it)
+            plain.setSection(it.key(), *it);
+        const QString result = expected.isComplete ? "true"_q : "false"_q;
+        ASSERT_EQ(fromText,
+                  (expected.error.isEmpty() ? result : expected.error) + "\n"_q + plain.toString())
+            << qPrintable(text);
         failures += fromText.contains("SECTION expected"_q);
     }
     EXPECT_GT(failures, 100) << "the texts should reach errors, too";

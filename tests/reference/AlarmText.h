@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#ifndef VN_TESTS_ALARM_SHOWN_H
-#define VN_TESTS_ALARM_SHOWN_H
+#ifndef VN_TESTS_REFERENCE_ALARMTEXT_H
+#define VN_TESTS_REFERENCE_ALARMTEXT_H
 
 /** @file Results as texts that tell every difference: types, order, duplicates; and the numbers
  * that they should have. */
@@ -36,9 +36,16 @@ inline QString shown(double number)
     return QString::fromLatin1(text, static_cast<int>(end.ptr - text));
 }
 
+/** A string of an update, in which no quotes are but those that may be around it. */
 inline QString quoted(const QString &text)
 {
-    return "\"%1\""_q.arg(text);
+    return "\""_q + text + "\""_q;
+}
+
+/** A string of a list; quotes in it are doubled. */
+inline QString quotedInList(QString text)
+{
+    return quoted(text.replace("\""_q, "\"\""_q));
 }
 
 /** A tree of an alarm list: `{"key": 1, "key": "text"}`, duplicates in the map's own order. */
@@ -53,7 +60,7 @@ inline QString shown(const QVariant &value)
     case QVariant::Double:
         return shown(value.toDouble());
     case QVariant::String:
-        return quoted(value.toString());
+        return quotedInList(value.toString());
     case QVariant::List: {
         const QVariantList list = value.toList();
         for (const QVariant &element : list)
@@ -63,7 +70,7 @@ inline QString shown(const QVariant &value)
     case QVariant::Map: {
         const QVariantMap map = value.toMap();
         for (auto it = map.begin(); it != map.end(); ++it)
-            parts << quoted(it.key()) + ": "_q + shown(it.value());
+            parts << quotedInList(it.key()) + ": "_q + shown(it.value());
         return "{"_q + parts.join(", "_q) + "}"_q;
     }
     default:
@@ -103,4 +110,4 @@ inline QString shown(const QScriptValue &value)
     return "another type: "_q + value.toString();
 }
 
-#endif // VN_TESTS_ALARM_SHOWN_H
+#endif // VN_TESTS_REFERENCE_ALARMTEXT_H

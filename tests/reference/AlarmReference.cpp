@@ -1,55 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#include "AlarmReference.h"
+#include "reference/AlarmReference.h"
 
-#include <QtCore/QMap>
+#include "reference/AlarmText.h"
+
+#include <QtCore/QDate>
+#include <QtCore/QList>
+#include <QtCore/QPair>
 #include <QtCore/QStringList>
 
 #include <algorithm>
-#include <clocale>
-#include <cmath>
 #include <cstdlib>
 #include <cstring>
 
 namespace reference {
-
-QString ofNumber(double number)
-{
-    if (std::isnan(number))
-        return QStringLiteral("nan");
-    quint64 bits = 0;
-    std::memcpy(&bits, &number, sizeof bits);
-    return QStringLiteral("n%1").arg(bits, 0, 16);
-}
-
-QString ofText(const QString &text)
-{
-    return QStringLiteral("s%1:").arg(text.size()) + text;
-}
-
-QString ofBool(bool value)
-{
-    return value ? QStringLiteral("true") : QStringLiteral("false");
-}
-
-QString ofNull()
-{
-    return QStringLiteral("null");
-}
-
-QString ofList(const QStringList &values)
-{
-    return QLatin1Char('[') + values.join(QLatin1Char(',')) + QLatin1Char(']');
-}
-
-QString ofMap(const QList<QPair<QString, QString>> &entries)
-{
-    QString text;
-    for (const auto &entry : entries)
-        text += ofText(entry.first) + QLatin1Char('=') + entry.second + QLatin1Char(';');
-    return QLatin1Char('{') + text + QLatin1Char('}');
-}
 
 namespace {
 
@@ -59,6 +24,7 @@ constexpr int kFullStack = 199;
 struct Refused // thrown to end a parse
 {
     QString message;
+    int place;
 };
 struct Fatal // thrown where the process would end
 {
@@ -81,12 +47,6 @@ bool isDigit(char c)
 bool isLetter(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-/** The number that @p text is, whatever the locale. */
-double numberIn(const QByteArray &text)
-{
-    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
-    return strtod_l(text.constData(), nullptr, cLocale);
 }
 bool isHex(char c)
 {
@@ -152,16 +112,17 @@ protected:
     void push()
     {
         if (++m_depth >= kFullStack)
-            throw Refused{QStringLiteral("memory exhausted")};
+            throw Refused{"memory exhausted"_q, 0};
     }
     void pop(int count) { m_depth -= count; }
 
-    [[noreturn]] static void unexpected(const Token &token, const QList<QByteArray> &expected = {})
+    [[noreturn]] static void unexpected(const Token &token, const QList<QByteArray> &expected = {},
+                                        int place = __builtin_LINE())
     {
         QByteArray message = "syntax error, unexpected " + token.name;
         for (int i = 0; i < expected.size(); ++i)
             message += (i ? " or " : ", expecting ") + expected.at(i);
-        throw Refused{QString::fromLatin1(message)};
+        throw Refused{QString::fromLatin1(message), place};
     }
 
 private:
@@ -179,6 +140,7 @@ Outcome outcomeOf(Reader &reader)
         outcome.message = refused.message;
         outcome.start = reader.start();
         outcome.end = reader.end();
+        outcome.place = refused.place;
     } catch (const Fatal &) {
         outcome.isFatal = true;
     }
@@ -266,7 +228,7 @@ private:
         }
         if (const int length = number()) {
             token.name = "TNUMBER";
-            token.value = ofNumber(numberIn(begin(length)));
+            token.value = shown(numberInC(begin(length)));
             return true;
         }
         if (isIn(at(0), "\"'")) {
@@ -281,10 +243,10 @@ private:
                 begin(run(0, [](char c) { return isLetter(c) || isDigit(c) || isIn(c, "-./_"); }));
             if (word == "true" || word == "false") {
                 token.name = "TBOOL";
-                token.value = ofBool(word == "true");
+                token.value = QString::fromLatin1(word);
             } else if (word == "null") {
                 token.name = "TNULL";
-                token.value = ofNull();
+                token.value = "null"_q;
             } else {
                 token.name = "TSTRING";
                 token.value = QString::fromLatin1(word);
@@ -379,7 +341,7 @@ private:
         if (!token.name.startsWith('T'))
             unexpected(token);
         push();
-        return token.name == "TSTRING" ? ofText(token.value) : token.value;
+        return token.name == "TSTRING" ? quotedInList(token.value) : token.value;
     }
 
     QString object()
@@ -421,7 +383,10 @@ private:
         pop(pushed);
         std::stable_sort(entries.begin(), entries.end(),
                          [](const auto &a, const auto &b) { return a.first < b.first; });
-        return ofMap(entries);
+        QStringList members;
+        for (const auto &entry : entries)
+            members << quotedInList(entry.first) + ": "_q + entry.second;
+        return "{"_q + members.join(", "_q) + "}"_q;
     }
 
     QString array()
@@ -448,7 +413,7 @@ private:
         }
         push(); // the closing bracket
         pop(pushed);
-        return ofList(values);
+        return "["_q + values.join(", "_q) + "]"_q;
     }
 
     ListScanner m_scanner;
@@ -459,12 +424,7 @@ private:
 class UpdateScanner : public Scanner
 {
 public:
-    UpdateScanner(const QByteArray &text,
-                  const std::function<QString(const QByteArray &, bool)> &dateText)
-        : Scanner(text)
-        , m_dateText(dateText)
-    {
-    }
+    using Scanner::Scanner;
 
     Token next()
     {
@@ -526,32 +486,35 @@ private:
         const QByteArray text = begin(longest);
         if (text == "true" || text == "false") {
             token.name = "TBOOL";
-            token.value = ofBool(text == "true");
+            token.value = QString::fromLatin1(text);
         } else if (longest == integer) {
             token.name = "TINTEGER";
-            token.value = ofNumber(static_cast<int>(std::strtol(text.constData(), nullptr, 10)));
+            token.value =
+                QString::number(static_cast<int>(std::strtol(text.constData(), nullptr, 10)));
         } else if (longest == number) {
             token.name = "TFLOAT";
-            token.value = ofNumber(numberIn(text));
+            token.value = shown(numberInC(text));
         } else if (longest == word) {
             token.name = "TSTRING";
             token.value = QString::fromLatin1(text);
         } else {
+            // A time has no day, so no script date comes of it.
             token.name = longest == date ? "TDATE" : "TTIME";
-            token.value = m_dateText(text, longest != date);
+            const bool isDay =
+                longest == date &&
+                QDate(text.mid(0, 4).toInt(), text.mid(5, 2).toInt(), text.mid(8, 2).toInt())
+                    .isValid();
+            token.value = isDay ? QString::fromLatin1(text) + "T00:00:00.000"_q : "invalid date"_q;
         }
         return token;
     }
-
-    std::function<QString(const QByteArray &, bool)> m_dateText;
 };
 
 class UpdateReader : private Parser
 {
 public:
-    UpdateReader(const QByteArray &text,
-                 const std::function<QString(const QByteArray &, bool)> &dateText)
-        : m_scanner(text, dateText)
+    explicit UpdateReader(const QByteArray &text)
+        : m_scanner(text)
     {
     }
 
@@ -566,7 +529,7 @@ public:
         if (token.name != "TSTRING")
             unexpected(token, {"TSTRING", "'#'", "'a'"});
 
-        QMap<QString, QString> properties;
+        QList<QPair<QString, QString>> pairs;
         for (;;) {
             const QString key = token.value;
             push();
@@ -575,8 +538,7 @@ public:
                 unexpected(token, {"'='"});
             push();
             const QString content = value(token);
-            if (!properties.contains(key))
-                properties.insert(key, content);
+            pairs.prepend({key, content});
             pop(2); // key, sign and value are one pair
             if (token.name == "$end")
                 break;
@@ -587,16 +549,26 @@ public:
             if (token.name != "TSTRING")
                 unexpected(token, {"TSTRING"});
         }
-        return text(properties);
+        return object(pairs);
     }
 
 private:
-    static QString text(const QMap<QString, QString> &properties)
+    /** The object that @p pairs make one after another: a name that is there keeps its place. */
+    static QString object(const QList<QPair<QString, QString>> &pairs)
     {
-        QList<QPair<QString, QString>> entries;
-        for (auto it = properties.begin(); it != properties.end(); ++it)
-            entries.append({it.key(), it.value()});
-        return ofMap(entries);
+        QStringList names;
+        QStringList properties;
+        for (const auto &pair : pairs) {
+            const QString property = pair.first + ": "_q + pair.second;
+            const int there = names.indexOf(pair.first);
+            if (there >= 0) {
+                properties[there] = property;
+            } else {
+                names << pair.first;
+                properties << property;
+            }
+        }
+        return "{"_q + properties.join(", "_q) + "}"_q;
     }
 
     QString errorReport()
@@ -611,7 +583,7 @@ private:
         const Token number = m_scanner.next();
         if (number.name != "TFLOAT")
             unexpected(number, {"TFLOAT"});
-        return text({{message.value, number.value}});
+        return object({{message.value, number.value}});
     }
 
     /** The value behind a sign; @p token becomes the one after the value. */
@@ -626,7 +598,7 @@ private:
             token = m_scanner.next();
             return result;
         }
-        QStringList strings(ofText(token.value));
+        QStringList strings(quoted(token.value));
         int pushed = 0;
         while ((token = m_scanner.next()).name == "','") {
             push();
@@ -635,10 +607,10 @@ private:
                 unexpected(token, {"TSTRING"});
             push();
             pushed += 2;
-            strings.prepend(ofText(token.value));
+            strings.prepend(quoted(token.value));
         }
         pop(pushed);
-        return strings.size() == 1 ? strings.first() : ofList(strings);
+        return strings.size() == 1 ? strings.first() : "["_q + strings.join(", "_q) + "]"_q;
     }
 
     UpdateScanner m_scanner;
@@ -652,10 +624,9 @@ Outcome parseAlarmList(const QByteArray &text, ListScannerState &state, QByteArr
     return outcomeOf(reader);
 }
 
-Outcome parseAlarmUpdate(const QByteArray &text,
-                         const std::function<QString(const QByteArray &, bool isTime)> &dateText)
+Outcome parseAlarmUpdate(const QByteArray &text)
 {
-    UpdateReader reader(text, dateText);
+    UpdateReader reader(text);
     return outcomeOf(reader);
 }
 

@@ -1,22 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#ifndef VN_FUZZ_ALARMREFERENCE_H
-#define VN_FUZZ_ALARMREFERENCE_H
+#ifndef VN_TESTS_REFERENCE_ALARMREFERENCE_H
+#define VN_TESTS_REFERENCE_ALARMREFERENCE_H
 
 /**
  * @file Alarm lists and alarm updates read by hand: scanners of a few loops and parsers by
- * recursive descent, which share nothing with those of the library. Values become texts that
- * compare.
+ * recursive descent, which share nothing with those of the library. Values are texts as shown() of
+ * AlarmText.h shows them.
  */
 
 #include <QtCore/QByteArray>
-#include <QtCore/QList>
-#include <QtCore/QPair>
 #include <QtCore/QString>
-#include <QtCore/QStringList>
-
-#include <functional>
 
 namespace reference {
 
@@ -29,15 +24,8 @@ struct Outcome
     QString message;
     int start = 0; // of the token of the message, a byte offset
     int end = 0;
+    int place = 0; // where the reader refused, a number for each place
 };
-
-/** The texts that stand for values. */
-QString ofNumber(double number);
-QString ofText(const QString &text);
-QString ofBool(bool value);
-QString ofNull();
-QString ofList(const QStringList &values);
-QString ofMap(const QList<QPair<QString, QString>> &entries);
 
 /** What outlives a parse of an alarm list. */
 struct ListScannerState
@@ -50,10 +38,9 @@ struct ListScannerState
 /** Reads an alarm list. @p pieces is the string that all parsers share. */
 Outcome parseAlarmList(const QByteArray &text, ListScannerState &state, QByteArray &pieces);
 
-/** Reads an alarm update; @p dateText gives the text for a date or a time. */
-Outcome parseAlarmUpdate(const QByteArray &text,
-                         const std::function<QString(const QByteArray &, bool isTime)> &dateText);
+/** Reads an alarm update. */
+Outcome parseAlarmUpdate(const QByteArray &text);
 
 } // namespace reference
 
-#endif // VN_FUZZ_ALARMREFERENCE_H
+#endif // VN_TESTS_REFERENCE_ALARMREFERENCE_H
