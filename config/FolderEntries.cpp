@@ -27,7 +27,7 @@ namespace {
  * @p error becomes why that cannot be told. */
 FolderEntry::Kind kindOf(DIR *folder, const dirent &entry, int &error)
 {
-    mode_t mode = DTTOIF(entry.d_type);
+    auto mode = static_cast<mode_t>(DTTOIF(entry.d_type));
     if (entry.d_type == DT_UNKNOWN) { // not every file system keeps it in the folder
         struct stat status;
         if (::fstatat(::dirfd(folder), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
