@@ -10,7 +10,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <cmath>
+#include <string>
 
 using namespace vn;
 
@@ -19,6 +21,17 @@ namespace {
 int numberOf(const QDate &day)
 {
     return day.year() * 10000 + day.month() * 100 + day.day();
+}
+
+/** A zone as part of a test's name. */
+std::string nameOfZone(const testing::TestParamInfo<const char *> &zone)
+{
+    std::string name = zone.param ? zone.param : "that of the machine";
+    for (char &c : name) {
+        if (!std::isalnum(static_cast<unsigned char>(c)))
+            c = '_';
+    }
+    return name;
 }
 
 } // namespace
@@ -68,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(Zone, LocalMidnightsOf, testing::Values(
     "EAST-14",                // rules in the variable itself
     "STD5DST,M3.2.0/0,M11.1.0/0",
     "right/Europe/Berlin",    // counts leap seconds
-    "No/Such_Zone"));
+    "No/Such_Zone"), nameOfZone);
 // clang-format on
 
 TEST(LocalMidnights, ofDaysThatDoNotExistAreNotANumber)

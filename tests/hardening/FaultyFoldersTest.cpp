@@ -33,7 +33,9 @@ protected:
         ToolCall call;
         call.arguments = arguments;
         call.folder = dir().path().toStdString();
+        // By its name alone: the list of LD_PRELOAD is split at blanks, that of folders is not.
         call.environment = {{"LD_PRELOAD", VANTERO_FOLDER_FAULTS},
+                            {"LD_LIBRARY_PATH", VANTERO_FAULTS_FOLDER},
                             {"VANTERO_FOLDER_FAULT", "faulty"}};
         return runTool(call);
     }

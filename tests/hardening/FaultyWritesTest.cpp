@@ -80,7 +80,9 @@ public:
         ToolCall tool;
         tool.arguments = row.arguments;
         tool.folder = m_folder.path().toStdString();
+        // By its name alone: the list of LD_PRELOAD is split at blanks, that of folders is not.
         tool.environment = {{"LD_PRELOAD", VANTERO_FILE_FAULTS},
+                            {"LD_LIBRARY_PATH", VANTERO_FAULTS_FOLDER},
                             {"VANTERO_FAULT", fault},
                             {"VANTERO_FAULT_CALL", std::to_string(call)},
                             {"TMPDIR", m_temporary.path().toStdString()}};

@@ -10,6 +10,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+#include <sys/stat.h>
 
 #ifdef __SANITIZE_ADDRESS__
 // A constant that is made from one of another source file depends on the order of linking.
@@ -50,6 +55,39 @@ bool settleLocale(const char *wanted)
     return true;
 }
 
+/** The folder of this program for temporary files, and its home folder. It goes at the end with all
+ * that is in it, that of processes which died in tests included. */
+class OwnFolder
+{
+public:
+    OwnFolder()
+    {
+        const char *const parent = std::getenv("TMPDIR");
+        m_path = std::string(parent && *parent ? parent : "/tmp") + "/vantero-tests-XXXXXX";
+        if (!::mkdtemp(m_path.data())) {
+            std::perror(m_path.c_str());
+            std::exit(EXIT_FAILURE);
+        }
+        ::chmod(m_path.c_str(), 0711); // some tests look at files as another user
+        for (const char *name : {"TMPDIR", "TEST_TMPDIR", "HOME"})
+            ::setenv(name, m_path.c_str(), 1);
+        for (const char *name : {"XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+            ::unsetenv(name);
+    }
+    ~OwnFolder()
+    {
+        std::error_code error;
+        std::filesystem::remove_all(m_path, error);
+        if (error)
+            std::fprintf(stderr, "%s: %s\n", m_path.c_str(), error.message().c_str());
+    }
+    OwnFolder(const OwnFolder &) = delete; // removes it once
+    OwnFolder &operator=(const OwnFolder &) = delete;
+
+private:
+    std::string m_path;
+};
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -61,5 +99,6 @@ int main(int argc, char **argv)
         return 1;
 
     testing::InitGoogleMock(&argc, argv);
+    const OwnFolder folder;
     return RUN_ALL_TESTS();
 }
