@@ -7,6 +7,9 @@
 
 #include "version/VanteroSoftwareVersion.h"
 
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
 namespace {
 
 QString formatFor(const QString &stage, const QString &build)
