@@ -15,7 +15,7 @@ namespace {
 
 QString identity(const Configuration &configuration)
 {
-    return configuration.path + QChar(0) + QString::number(configuration.entryIndex);
+    return configuration.path() + QChar(0) + QString::number(configuration.entryIndex());
 }
 
 /** Numbers of three digits, so that 10.14.7.21 comes before 10.14.7.121. */
@@ -48,52 +48,65 @@ CameraModel::~CameraModel() = default;
 
 int CameraModel::add(const std::vector<Configuration> &configurations)
 {
-    std::vector<std::unique_ptr<Document>> added;
+    std::vector<Row> added;
+    const int first = rowCount();
     for (const Configuration &configuration : configurations) {
         const QString key = identity(configuration);
         if (m_known.contains(key))
             continue;
         m_known.insert(key);
-        auto document = std::make_unique<Document>(configuration);
-        connect(document.get(), &Document::changed, this,
-                [this, changed = document.get()] { update(changed); });
-        added.push_back(std::move(document));
+        const int row = first + int(added.size());
+        auto document = std::make_unique<Document>(configuration, m_undo);
+        m_rowOf.insert(document.get(), row);
+        connect(document.get(), &Document::changed, this, [this, row] { update(row); });
+        connect(document.get(), &Document::edited, this,
+                [this, edited = document.get()] { Q_EMIT documentEdited(edited); });
+        added.push_back({std::move(document), addressOrder(configuration.summary().address),
+                         versionOrder(configuration.summary().firmware)});
     }
     if (added.empty())
         return 0;
-    const int first = rowCount();
     const int count = int(added.size());
     beginInsertRows(QModelIndex(), first, first + count - 1);
-    std::move(added.begin(), added.end(), std::back_inserter(m_documents));
+    std::move(added.begin(), added.end(), std::back_inserter(m_rows));
     endInsertRows();
     return count;
 }
 
 void CameraModel::clear()
 {
+    m_undo.clear(); // its steps are of these documents
     beginResetModel();
-    m_documents.clear();
+    m_rows.clear();
+    m_rowOf.clear();
+    m_modified.clear();
     m_known.clear();
     endResetModel();
 }
 
 Document *CameraModel::document(int row) const
 {
-    return row >= 0 && row < rowCount() ? m_documents[std::size_t(row)].get() : nullptr;
+    return row >= 0 && row < rowCount() ? m_rows[std::size_t(row)].document.get() : nullptr;
+}
+
+int CameraModel::rowOf(const Document *document) const
+{
+    return m_rowOf.value(document, -1);
 }
 
 std::vector<Document *> CameraModel::modifiedDocuments() const
 {
+    QList<int> rows = m_modified.values();
+    std::sort(rows.begin(), rows.end());
     std::vector<Document *> result;
-    for (const auto &document : m_documents)
-        if (document->isModified())
-            result.push_back(document.get());
+    for (const int row : qAsConst(rows))
+        result.push_back(document(row));
     return result;
 }
 
 int CameraModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(m_documents.size());
+    return parent.isValid() ? 0 : int(m_rows.size());
 }
 
 int CameraModel::columnCount(const QModelIndex &parent) const
@@ -107,15 +120,16 @@ QVariant CameraModel::data(const QModelIndex &index, int role) const
     if (!shown)
         return {};
     const Configuration &configuration = shown->configuration();
+    const Summary &summary = shown->summary();
     switch (role) {
     case Qt::DisplayRole:
         switch (index.column()) {
         case Address:
-            return configuration.address().isEmpty() ? tr("unknown") : configuration.address();
+            return summary.address.isEmpty() ? tr("unknown") : summary.address;
         case HostName:
-            return configuration.hostName();
+            return summary.hostName;
         case Firmware:
-            return configuration.firmware();
+            return summary.firmware;
         case Source:
             return shown->isModified() ? tr("%1 (edited)").arg(configuration.sourceName())
                                        : configuration.sourceName();
@@ -123,9 +137,9 @@ QVariant CameraModel::data(const QModelIndex &index, int role) const
         break;
     case SortRole:
         if (index.column() == Address)
-            return addressOrder(configuration.address());
+            return m_rows[std::size_t(index.row())].addressOrder;
         if (index.column() == Firmware)
-            return versionOrder(configuration.firmware());
+            return m_rows[std::size_t(index.row())].versionOrder;
         return data(index, Qt::DisplayRole);
     case Qt::ToolTipRole:
         return index.column() == Source ? configuration.sourcePath() : data(index, Qt::DisplayRole);
@@ -157,13 +171,17 @@ QVariant CameraModel::headerData(int section, Qt::Orientation orientation, int r
     return {};
 }
 
-void CameraModel::update(Document *document)
+void CameraModel::update(int row)
 {
-    const auto found = std::find_if(m_documents.begin(), m_documents.end(),
-                                    [&](const auto &each) { return each.get() == document; });
-    const int row = int(found - m_documents.begin());
+    Row &changed = m_rows[std::size_t(row)];
+    changed.addressOrder = addressOrder(changed.document->summary().address);
+    changed.versionOrder = versionOrder(changed.document->summary().firmware);
+    if (changed.document->isModified())
+        m_modified.insert(row);
+    else
+        m_modified.remove(row);
     Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1));
-    Q_EMIT documentChanged(document);
+    Q_EMIT documentChanged(changed.document.get());
 }
 
 } // namespace browser

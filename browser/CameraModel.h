@@ -7,14 +7,16 @@
 #include "Document.h"
 
 #include <QtCore/QAbstractTableModel>
+#include <QtCore/QHash>
 #include <QtCore/QSet>
+#include <QtWidgets/QUndoStack>
 
 #include <memory>
 #include <vector>
 
 namespace browser {
 
-/** The cameras that were found, one a row; owns their documents. */
+/** The cameras that were found, one a row; owns their documents and what was done to them. */
 class CameraModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -31,9 +33,15 @@ public:
     int add(const std::vector<Configuration> &configurations);
     void clear();
 
+    QUndoStack &undoStack() { return m_undo; }
+
     /** Null for a row that is none. */
     Document *document(int row) const;
+    /** -1 for a document that is not here. */
+    int rowOf(const Document *document) const;
+    /** In the order of rows. */
     std::vector<Document *> modifiedDocuments() const;
+    bool isModified() const { return !m_modified.isEmpty(); }
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
@@ -43,11 +51,23 @@ public:
 Q_SIGNALS:
     /** A document was edited, saved or read anew. */
     void documentChanged(browser::Document *document);
+    /** An edit of it was done, undone or done again. */
+    void documentEdited(browser::Document *document);
 
 private:
-    void update(Document *document);
+    struct Row
+    {
+        std::unique_ptr<Document> document;
+        QString addressOrder; // kept, as sorting asks often
+        QString versionOrder;
+    };
 
-    std::vector<std::unique_ptr<Document>> m_documents;
+    void update(int row);
+
+    QUndoStack m_undo;
+    std::vector<Row> m_rows;
+    QHash<const Document *, int> m_rowOf;
+    QSet<int> m_modified;  // rows
     QSet<QString> m_known; // what is there, so that nothing is listed twice
 };
 

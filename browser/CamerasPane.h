@@ -4,18 +4,19 @@
 #ifndef BROWSER_CAMERASPANE_H
 #define BROWSER_CAMERASPANE_H
 
-#include "CameraModel.h"
+#include "CameraFilter.h"
 
-#include <QtCore/QSortFilterProxyModel>
 #include <QtWidgets/QWidget>
 
+class QLabel;
+class QLineEdit;
 class QTableView;
 
 namespace browser {
 
 class EmptyState;
 
-/** The table of cameras. */
+/** The table of cameras, with a filter. */
 class CamerasPane : public QWidget
 {
     Q_OBJECT
@@ -24,13 +25,17 @@ public:
     /** @p cameras must outlive this pane. */
     explicit CamerasPane(CameraModel &cameras, QWidget *parent = nullptr);
 
+    QTableView *table() { return m_table; }
+
     /** The rows of the model that are selected, in the order of the table. */
     QList<int> selectedRows() const;
+    std::vector<Document *> selectedDocuments() const;
     /** The row of the camera that is looked at; -1 where there is none. */
     int currentRow() const;
     void select(const Document *document);
     /** Selects the first camera of the table unless one is selected. */
     void selectAny();
+    void focusFilter();
 
 Q_SIGNALS:
     void selectionChanged();
@@ -40,8 +45,10 @@ private:
     void update();
 
     CameraModel &m_cameras;
-    QSortFilterProxyModel m_sorted;
+    CameraFilter m_filter;
     EmptyState *m_pages;
+    QLineEdit *m_words;
+    QLabel *m_counts;
     QTableView *m_table;
 };
 

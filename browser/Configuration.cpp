@@ -10,55 +10,75 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
+#include <utility>
+
 using vn::VanteroConfigFile;
 
 namespace browser {
 
-QString Configuration::address() const
+namespace {
+
+constexpr int kFastCompression = 1;
+
+QString inArchive(const QString &file, const QString &entry)
 {
-    return map.value(VanteroConfigFile::HEAD_SECTION, VanteroConfigFile::FACTORY_IP, 0);
+    return entry.isNull() ? file : file + QStringLiteral(" › ") + entry;
 }
 
-QString Configuration::hostName() const
-{
-    const QString section = QStringLiteral("ethernet");
-    const QString key = QStringLiteral("HOSTNAME");
-    return map.contains(section, key) ? map.value(section, key, 0) : QString();
-}
+} // namespace
 
-QString Configuration::firmware() const
+Configuration::Configuration(QString path, QString entry, int entryIndex, const QByteArray &bytes,
+                             Form form)
+    : m_path(std::move(path))
+    , m_entry(std::move(entry))
+    , m_entryIndex(entryIndex)
+    , m_form(form)
+    , m_packed(qCompress(bytes, kFastCompression))
+    , m_summary(summaryOf(vn::EncodedText(bytes).text(), form))
 {
-    return map.value(VanteroConfigFile::HEAD_SECTION, VanteroConfigFile::SOFTWARE_VERSION, 0);
 }
 
 QString Configuration::sourceName() const
 {
-    const QString file = QFileInfo(path).fileName();
-    return isArchiveEntry() ? file + QStringLiteral(" › ") + entry : file;
+    return inArchive(QFileInfo(m_path).fileName(), m_entry);
 }
 
 QString Configuration::sourcePath() const
 {
-    const QString file = QDir::toNativeSeparators(path);
-    return isArchiveEntry() ? file + QStringLiteral(" › ") + entry : file;
+    return inArchive(QDir::toNativeSeparators(m_path), m_entry);
 }
 
-Configuration makeConfiguration(const QString &path, const QString &entry, int entryIndex,
-                                const QString &text)
+QString Configuration::fileName() const
 {
-    Configuration result;
-    result.path = path;
-    result.entry = entry;
-    result.entryIndex = entryIndex;
-    result.text = text;
+    return QFileInfo(isArchiveEntry() ? m_entry : m_path).fileName();
+}
+
+vn::VanteroConfigMap mapOf(const QString &text, Configuration::Form form, QString *error)
+{
     VanteroConfigFile config;
     try {
-        config.parse(text, QDateTime::currentDateTime());
+        if (form == Configuration::Form::ImageComment)
+            config.parseJpegComment(text);
+        else
+            config.parse(text, QDateTime());
     } catch (const vn::ExceptionQt &e) {
-        result.parseError = e.message(); // the sections before it were read
+        if (error)
+            *error = e.message(); // the sections before it were read
     }
-    result.map = config.map();
-    return result;
+    return config.map();
+}
+
+Summary summaryOf(const QString &text, Configuration::Form form)
+{
+    Summary summary;
+    const vn::VanteroConfigMap map = mapOf(text, form, &summary.parseError);
+    const QString host = QStringLiteral("HOSTNAME");
+    const QString network = QStringLiteral("ethernet");
+    summary.address = map.value(VanteroConfigFile::HEAD_SECTION, VanteroConfigFile::FACTORY_IP, 0);
+    summary.firmware =
+        map.value(VanteroConfigFile::HEAD_SECTION, VanteroConfigFile::SOFTWARE_VERSION, 0);
+    summary.hostName = map.value(network, host, 0);
+    return summary;
 }
 
 } // namespace browser

@@ -7,7 +7,11 @@
 
 #include "config/ConfigDiff.h"
 
+#include <QtCore/QHash>
+#include <QtCore/QMap>
 #include <QtGui/QBrush>
+
+#include <algorithm>
 
 namespace browser {
 
@@ -22,19 +26,66 @@ void DifferenceModel::compare(const QString &firstTitle, const vn::VanteroConfig
     beginResetModel();
     m_firstTitle = firstTitle;
     m_secondTitle = secondTitle;
-    m_rows.clear();
-    for (const vn::ConfigSectionDifference &section : vn::configDiff(first, second))
-        for (const vn::ConfigKeyDifference &key : section.keys)
-            // A key without "=" looks like one with an empty value.
-            if (key.kind != vn::ConfigKeyDifference::Kind::NullAgainstEmpty)
-                m_rows.push_back({section.section, key.key, key.first, key.second});
+    m_first = first;
+    m_second = second;
+    makeRows();
     endResetModel();
+}
+
+void DifferenceModel::setShowsAll(bool showsAll)
+{
+    beginResetModel();
+    m_showsAll = showsAll;
+    makeRows();
+    endResetModel();
+}
+
+void DifferenceModel::makeRows()
+{
+    m_rows.clear();
+    m_differences = 0;
+    QHash<QPair<QString, QString>, bool> differing;
+    for (const vn::ConfigSectionDifference &section : vn::configDiff(m_first, m_second))
+        for (const vn::ConfigKeyDifference &key : section.keys) {
+            // A key without "=" looks like one with an empty value.
+            if (key.kind == vn::ConfigKeyDifference::Kind::NullAgainstEmpty)
+                continue;
+            ++m_differences;
+            differing.insert({section.section, key.key}, true);
+            if (!m_showsAll)
+                m_rows.push_back({section.section, key.key, key.first, key.second, true});
+        }
+    if (!m_showsAll)
+        return;
+    QMap<QString, QMap<QString, bool>> keys; // ascending, as the differences are
+    for (const vn::VanteroConfigMap *map : {&m_first, &m_second}) {
+        const QStringList sections = map->allSectionKeys();
+        for (const QString &section : sections) {
+            const QStringList names = map->section(section).uniqueKeys();
+            for (const QString &key : names)
+                keys[section][key] = differing.contains({section, key});
+        }
+    }
+    for (auto section = keys.cbegin(); section != keys.cend(); ++section)
+        for (auto key = section->cbegin(); key != section->cend(); ++key)
+            m_rows.push_back({section.key(), key.key(), m_first.values(section.key(), key.key()),
+                              m_second.values(section.key(), key.key()), key.value()});
+}
+
+QString DifferenceModel::wholeValue(int row, Column column) const
+{
+    const Row &shown = m_rows[std::size_t(row)];
+    QStringList values = column == First ? shown.first : shown.second;
+    std::reverse(values.begin(), values.end());
+    return values.join(QLatin1Char('\n'));
 }
 
 void DifferenceModel::clear()
 {
     beginResetModel();
-    m_rows.clear();
+    m_first = {};
+    m_second = {};
+    makeRows();
     endResetModel();
 }
 
@@ -59,12 +110,12 @@ QVariant DifferenceModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
         if (isValue)
-            return values.isEmpty()
-                       ? tr("(missing)")
-                       : values.join(QLatin1String(role == Qt::DisplayRole ? "  |  " : "\n"));
+            return values.isEmpty() ? tr("(missing)")
+                                    : wholeValue(index.row(), Column(index.column()))
+                                          .replace(QLatin1Char('\n'), QStringLiteral("  |  "));
         return index.column() == Section ? row.section : row.key;
     case Qt::BackgroundRole:
-        if (!isValue)
+        if (!isValue || !row.isDifferent)
             break;
         if (row.first.isEmpty() || row.second.isEmpty())
             return QBrush(values.isEmpty() ? colors::bad() : colors::good());

@@ -4,17 +4,16 @@
 #ifndef BROWSER_DIFFERENCESPANE_H
 #define BROWSER_DIFFERENCESPANE_H
 
-#include "DifferenceModel.h"
 #include "Document.h"
 
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
 
-class QLabel;
 class QTableView;
 
 namespace browser {
 
+class DifferencesView;
 class EmptyState;
 
 /** What differs between two cameras. */
@@ -27,16 +26,15 @@ public:
 
     /** Compares two documents; null for either shows what to do. */
     void setDocuments(Document *first, Document *second);
+    QTableView *table();
 
 private:
     void update();
 
     QPointer<Document> m_first;
     QPointer<Document> m_second;
-    DifferenceModel m_model;
     EmptyState *m_pages;
-    QLabel *m_summary;
-    QTableView *m_table;
+    DifferencesView *m_view;
 };
 
 } // namespace browser

@@ -9,37 +9,62 @@
 #include "base/FileUtils.h"
 #include "config/VanteroConfigFile.h"
 
+#include <QtCore/QFileInfo>
+#include <QtWidgets/QUndoCommand>
+#include <QtWidgets/QUndoStack>
+
+#include <algorithm>
 #include <utility>
 
 using vn::VanteroConfigFile;
 
 namespace browser {
 
-Document::Document(Configuration configuration, QObject *parent)
+/** Another text in the place where two texts differ. */
+class TextChange : public QUndoCommand
+{
+public:
+    TextChange(Document &document, const QString &before, const QString &after, const QString &name)
+        : QUndoCommand(name)
+        , m_document(document)
+    {
+        const auto same = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
+        m_offset = int(same.first - before.begin());
+        const int most = std::min(before.size(), after.size()) - m_offset;
+        int behind = 0;
+        while (behind < most &&
+               before.at(before.size() - 1 - behind) == after.at(after.size() - 1 - behind))
+            ++behind;
+        m_before = before.mid(m_offset, before.size() - m_offset - behind);
+        m_after = after.mid(m_offset, after.size() - m_offset - behind);
+    }
+
+    void undo() override { m_document.splice(m_offset, m_after.size(), m_before); }
+    void redo() override { m_document.splice(m_offset, m_before.size(), m_after); }
+
+private:
+    Document &m_document;
+    int m_offset;
+    QString m_before;
+    QString m_after;
+};
+
+Document::Document(Configuration configuration, QUndoStack &undo, QObject *parent)
     : QObject(parent)
     , m_configuration(std::move(configuration))
-    , m_map(m_configuration.map)
+    , m_undo(undo)
 {
-}
-
-QString Document::text() const
-{
-    return m_edited ? m_edited->text() : m_configuration.text;
-}
-
-bool Document::isModified(const QString &section, const QString &key, int index) const
-{
-    return m_isModified &&
-           m_map.value(section, key, index) != m_configuration.map.value(section, key, index);
 }
 
 QString Document::readOnlyReason() const
 {
     if (m_configuration.isArchiveEntry())
         return tr("An entry of an archive cannot be edited. Save a copy of it to edit that.");
-    if (!m_configuration.parseError.isEmpty())
+    if (m_configuration.isImage())
+        return tr("These are the settings in the comment of an image, which cannot be edited.");
+    if (!m_configuration.summary().parseError.isEmpty())
         return tr("Only the sections before an error could be read, so nothing can be edited: %1.")
-            .arg(m_configuration.parseError);
+            .arg(m_configuration.summary().parseError);
     return {};
 }
 
@@ -49,67 +74,95 @@ bool Document::isEditable(const QString &section) const
     return section != VanteroConfigFile::HEAD_SECTION && readOnlyReason().isNull();
 }
 
-QString Document::setValue(const QString &section, const QString &key, int index,
-                           const QString &value)
+QString Document::edit(const Edit &edit, const QString &name)
 {
-    if (!isEditable(section))
-        return tr("This value cannot be edited.");
-    if (m_map.value(section, key, index) == value)
-        return {};
-
-    if (!m_edited)
-        m_edited.emplace(m_configuration.text);
-    const vn::VanteroConfigText::Result result = m_edited->setValue(section, key, value, index);
+    if (const QString reason = readOnlyReason(); !reason.isNull())
+        return reason;
+    const QString before = text();
+    const EditResult result = edit(before);
     if (!result)
         return tr("Not changed: %1.").arg(result.reason);
-    auto entry = m_map.find(section, key); // the newest
-    std::advance(entry, index);
-    *entry = value;
-    m_isModified = !m_edited->edits().isEmpty();
-    Q_EMIT changed();
+    if (result.text != before)
+        pushChange(before, result.text, name);
     return {};
 }
 
 QString Document::save()
 {
     const QString edited = text();
-    QString error = replaceText(m_configuration.path, m_configuration.text, edited);
-    if (!error.isNull())
-        return error;
-    Configuration saved = m_configuration;
-    saved.text = edited;
-    saved.map = m_map;
-    setConfiguration(std::move(saved));
+    const Replaced replaced = replaceText(m_configuration.path(), m_configuration.bytes(), edited);
+    if (!replaced.reason.isNull())
+        return replaced.reason;
+    m_configuration =
+        Configuration(m_configuration.path(), QString(), 0, replaced.bytes, m_configuration.form());
+    m_text.reset();
+    Q_EMIT changed();
     return {};
 }
 
 QString Document::reload()
 {
+    const QString before = text();
     try {
-        setConfiguration(makeConfiguration(m_configuration.path, QString(), 0,
-                                           vn::FileUtils::readText(m_configuration.path)));
+        m_configuration =
+            Configuration(m_configuration.path(), QString(), 0,
+                          vn::FileUtils::readBytes(m_configuration.path()), m_configuration.form());
     } catch (const vn::ExceptionQt &e) {
         return e.message();
     }
+    const QString after = m_configuration.text();
+    setText(before);
+    if (after != before)
+        pushChange(before, after, tr("Reload"));
+    else
+        Q_EMIT changed();
     return {};
+}
+
+Document::Disk Document::disk() const
+{
+    if (m_configuration.isArchiveEntry() || m_configuration.isImage())
+        return Disk::Same;
+    try {
+        return vn::FileUtils::readBytes(m_configuration.path()) == m_configuration.bytes()
+                   ? Disk::Same
+                   : Disk::Changed;
+    } catch (const vn::ExceptionQt &) {
+        return Disk::Missing;
+    }
 }
 
 QString Document::title() const
 {
-    const QString address = m_configuration.address();
-    const QString host = m_configuration.hostName();
+    const QString &address = summary().address;
+    const QString &host = summary().hostName;
     if (address.isEmpty())
         return host.isEmpty() ? m_configuration.sourceName() : host;
     return host.isEmpty() ? address : tr("%1 (%2)").arg(address, host);
 }
 
-void Document::setConfiguration(Configuration configuration)
+void Document::splice(int offset, int length, const QString &inserted)
 {
-    m_configuration = std::move(configuration);
-    m_map = m_configuration.map;
-    m_edited.reset();
-    m_isModified = false;
+    QString changedText = text();
+    changedText.replace(offset, length, inserted);
+    setText(changedText);
     Q_EMIT changed();
+    Q_EMIT edited();
+}
+
+void Document::setText(const QString &text)
+{
+    if (text == m_configuration.text()) {
+        m_text.reset();
+        return;
+    }
+    m_text = text;
+    m_summary = summaryOf(text, m_configuration.form());
+}
+
+void Document::pushChange(const QString &before, const QString &after, const QString &name)
+{
+    m_undo.push(new TextChange(*this, before, after, name)); // does it
 }
 
 } // namespace browser

@@ -4,64 +4,78 @@
 #ifndef BROWSER_DOCUMENT_H
 #define BROWSER_DOCUMENT_H
 
+#include "ConfigEdits.h"
 #include "Configuration.h"
-
-#include "config/VanteroConfigText.h"
 
 #include <QtCore/QObject>
 
 #include <optional>
+
+class QUndoStack;
 
 namespace browser {
 
 /**
  * A configuration that is being looked at and edited.
  *
- * An edit changes the characters of one value in the text, and the map beside it.
+ * An edit changes some characters of the text, and is a step of a stack that all documents share.
  */
 class Document : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit Document(Configuration configuration, QObject *parent = nullptr);
+    /** @p undo must outlive this document. */
+    Document(Configuration configuration, QUndoStack &undo, QObject *parent = nullptr);
 
     /** As it was read, or saved last. */
     const Configuration &configuration() const { return m_configuration; }
-    /** With what was edited since. */
-    const vn::VanteroConfigMap &map() const { return m_map; }
-    QString text() const;
-    bool isModified() const { return m_isModified; }
-    bool isModified(const QString &section, const QString &key, int index) const;
+
+    // With what was edited since:
+    QString text() const { return m_text ? *m_text : m_configuration.text(); }
+    vn::VanteroConfigMap map() const { return mapOf(text(), m_configuration.form()); }
+    const Summary &summary() const { return m_text ? m_summary : m_configuration.summary(); }
+    bool isModified() const { return m_text.has_value(); }
 
     /** Why nothing can be edited; a null string where it can. */
     QString readOnlyReason() const;
     /** Whether the values of @p section can be edited. */
     bool isEditable(const QString &section) const;
 
-    /** Changes the @p index-th value of @p key, counted from the newest. Returns why it was not
-     * done; a null string when it was. */
-    QString setValue(const QString &section, const QString &key, int index, const QString &value);
+    /** Does an edit, which is called @p name in menus. Returns why it was not done; a null string
+     * when it was. */
+    QString edit(const Edit &edit, const QString &name);
 
     /** Replaces the file. Returns why it was not done; a null string when it was. */
     QString save();
 
-    /** Reads the file anew, without what was edited. Returns why it was not done, as above. */
+    /** Reads the file anew; going back brings what was edited. Returns as save(). */
     QString reload();
+
+    enum class Disk { Same, Changed, Missing };
+    /** Whether the file is still as it was read or saved. Takes the reading of the file. */
+    Disk disk() const;
 
     /** "10.14.7.21 (gate-south)", or the name of the file where the text tells neither. */
     QString title() const;
 
 Q_SIGNALS:
     void changed();
+    /** An edit was done, undone or done again. */
+    void edited();
 
 private:
-    void setConfiguration(Configuration configuration);
+    friend class TextChange;
+
+    /** Puts @p text into the place of @p length characters at @p offset. */
+    void splice(int offset, int length, const QString &text);
+    void setText(const QString &text);
+    void pushChange(const QString &before, const QString &after, const QString &name);
 
     Configuration m_configuration;
-    vn::VanteroConfigMap m_map;
-    std::optional<vn::VanteroConfigText> m_edited; // from the first edit on
-    bool m_isModified = false;
+    QUndoStack &m_undo;
+    std::optional<QString> m_text; // while it is not what the configuration has
+    Summary m_summary;             // of that
 };
 
 } // namespace browser

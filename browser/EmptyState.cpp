@@ -3,15 +3,16 @@
 
 #include "EmptyState.h"
 
-#include <QtWidgets/QLabel>
+#include "SecondaryLabel.h"
+
 #include <QtWidgets/QVBoxLayout>
 
 namespace browser {
 
 EmptyState::EmptyState(QWidget *content, QWidget *parent)
     : QStackedWidget(parent)
-    , m_title(new QLabel)
-    , m_text(new QLabel)
+    , m_title(new SecondaryLabel)
+    , m_text(new SecondaryLabel)
 {
     QFont font = m_title->font();
     font.setPointSizeF(font.pointSizeF() * 1.3);
@@ -20,7 +21,6 @@ EmptyState::EmptyState(QWidget *content, QWidget *parent)
     for (QLabel *label : {m_title, m_text}) {
         label->setAlignment(Qt::AlignCenter);
         label->setWordWrap(true);
-        label->setForegroundRole(QPalette::PlaceholderText);
     }
 
     auto *words = new QWidget;

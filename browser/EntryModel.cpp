@@ -3,8 +3,13 @@
 
 #include "EntryModel.h"
 
+#include "config/VanteroConfigFile.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QPair>
 #include <QtGui/QFont>
 
+#include <algorithm>
 #include <utility>
 
 namespace browser {
@@ -20,10 +25,26 @@ void EntryModel::setDocument(Document *document)
         m_document->disconnect(this);
     beginResetModel();
     m_document = document;
-    m_rows = document ? rowsOf(document->map()) : std::vector<Row>();
+    m_rows = makeRows();
     endResetModel();
     if (m_document)
         connect(m_document, &Document::changed, this, &EntryModel::update);
+}
+
+int EntryModel::find(const Row &row) const
+{
+    const auto found = std::find_if(m_rows.begin(), m_rows.end(),
+                                    [&](const Row &each) { return each.isSameValue(row); });
+    return found == m_rows.end() ? -1 : int(found - m_rows.begin());
+}
+
+QStringList EntryModel::sections() const
+{
+    QStringList names;
+    for (const Row &row : m_rows)
+        if (row.section != vn::VanteroConfigFile::HEAD_SECTION && !names.contains(row.section))
+            names += row.section;
+    return names;
 }
 
 int EntryModel::rowCount(const QModelIndex &parent) const
@@ -40,22 +61,22 @@ QVariant EntryModel::data(const QModelIndex &index, int role) const
 {
     if (!m_document || !index.isValid())
         return {};
-    const Row &row = m_rows[std::size_t(index.row())];
+    const Row &shown = row(index.row());
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
     case Qt::ToolTipRole:
         switch (index.column()) {
         case Section:
-            return row.section;
+            return shown.section;
         case Key:
-            return row.key;
+            return shown.key.isNull() && role == Qt::DisplayRole ? tr("(no values)") : shown.key;
         case Value:
-            return m_document->map().value(row.section, row.key, row.index);
+            return shown.value;
         }
         break;
     case Qt::FontRole:
-        if (m_document->isModified(row.section, row.key, row.index)) {
+        if (shown.isModified) {
             QFont font;
             font.setBold(true);
             return font;
@@ -69,8 +90,13 @@ bool EntryModel::setData(const QModelIndex &index, const QVariant &value, int ro
 {
     if (!m_document || role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable))
         return false;
-    const Row row = m_rows[std::size_t(index.row())];
-    const QString reason = m_document->setValue(row.section, row.key, row.index, value.toString());
+    const Row edited = row(index.row()); // the edit replaces the rows
+    const QString text = value.toString();
+    if (text == edited.value)
+        return true;
+    const QString reason =
+        m_document->edit(edits::setValue(edited.section, edited.key, text, edited.index),
+                         tr("Change of %1").arg(edited.key));
     if (!reason.isNull())
         Q_EMIT refused(reason);
     return reason.isNull();
@@ -79,8 +105,10 @@ bool EntryModel::setData(const QModelIndex &index, const QVariant &value, int ro
 Qt::ItemFlags EntryModel::flags(const QModelIndex &index) const
 {
     const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    const bool isEditable = m_document && index.column() == Value &&
-                            m_document->isEditable(m_rows[std::size_t(index.row())].section);
+    if (!m_document || !index.isValid() || index.column() != Value)
+        return flags;
+    const Row &shown = row(index.row());
+    const bool isEditable = !shown.key.isNull() && m_document->isEditable(shown.section);
     return isEditable ? flags | Qt::ItemIsEditable : flags;
 }
 
@@ -99,32 +127,58 @@ QVariant EntryModel::headerData(int section, Qt::Orientation orientation, int ro
     return {};
 }
 
-std::vector<EntryModel::Row> EntryModel::rowsOf(const vn::VanteroConfigMap &map)
+std::vector<EntryModel::Row> EntryModel::makeRows() const
 {
+    using vn::VanteroConfigText;
     std::vector<Row> rows;
-    const QStringList sections = map.allSectionKeys();
-    for (const QString &name : sections) {
-        const vn::VanteroConfigMap::Section &section = map.section(name);
-        for (auto it = section.begin(); it != section.end(); ++it) {
-            const bool isRepeated =
-                !rows.empty() && rows.back().section == name && rows.back().key == it.key();
-            rows.push_back({name, it.key(), isRepeated ? rows.back().index + 1 : 0});
+    if (!m_document)
+        return rows;
+    const VanteroConfigText::Form form = m_document->configuration().form();
+    const VanteroConfigText text(m_document->text(), form);
+    const VanteroConfigText saved =
+        m_document->isModified() ? VanteroConfigText(m_document->configuration().text(), form)
+                                 : text;
+    const VanteroConfigText::Outline outline = text.outline();
+    const auto add = [&](const QString &section, const VanteroConfigText::Entry &entry) {
+        rows.push_back({section, entry.key, entry.value, 0, entry.range.line, false});
+    };
+    for (const VanteroConfigText::Entry &value : outline.header.values)
+        add(vn::VanteroConfigFile::HEAD_SECTION, value);
+    for (const VanteroConfigText::Section &section : outline.sections) {
+        const std::size_t before = rows.size();
+        for (const VanteroConfigText::Block &block : section.blocks)
+            for (const VanteroConfigText::Entry &entry : block.entries)
+                add(section.name, entry);
+        if (rows.size() == before)
+            rows.push_back(
+                {section.name, QString(), QString(), 0, section.blocks.first().range.line, false});
+    }
+    // The last line of a key has its newest value.
+    QHash<QPair<QString, QString>, int> counts;
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        row->index = counts[{row->section, row->key}]++;
+        if (m_document->isModified()) {
+            const QStringList values = saved.values(row->section, row->key);
+            row->isModified = !row->key.isNull() &&
+                              (row->index >= values.size() || values.at(row->index) != row->value);
         }
     }
     return rows;
 }
 
-/** An edit leaves the rows as they are; a file that was read anew may have others. */
+/** Most edits leave the rows as they are; others, and a file that was read anew, do not. */
 void EntryModel::update()
 {
-    std::vector<Row> rows = rowsOf(m_document->map());
-    if (rows == m_rows) {
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
-        return;
-    }
-    beginResetModel();
+    std::vector<Row> rows = makeRows();
+    const bool isSame = std::equal(rows.begin(), rows.end(), m_rows.begin(), m_rows.end(),
+                                   [](const Row &a, const Row &b) { return a.isSameValue(b); });
+    if (!isSame)
+        beginResetModel();
     m_rows = std::move(rows);
-    endResetModel();
+    if (!isSame)
+        endResetModel();
+    else if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
 }
 
 } // namespace browser

@@ -13,7 +13,8 @@
 
 namespace browser {
 
-/** The values of one document, one a row; editable where the document is. */
+/** The values of one document, one a row, in the order of the text; editable where the document is.
+ */
 class EntryModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -21,10 +22,31 @@ class EntryModel : public QAbstractTableModel
 public:
     enum Column { Section, Key, Value, ColumnCount };
 
+    /** One value, or a section that has none. */
+    struct Row
+    {
+        QString section;
+        QString key; // null for a section without values
+        QString value;
+        int index = 0; // among the values of the key, from the newest
+        int line = 0;  // of the text, from 1
+        bool isModified = false;
+
+        bool isSameValue(const Row &other) const
+        {
+            return section == other.section && key == other.key && index == other.index;
+        }
+    };
+
     explicit EntryModel(QObject *parent = nullptr);
 
     /** Shows @p document; null shows nothing. */
     void setDocument(Document *document);
+
+    const Row &row(int number) const { return m_rows[std::size_t(number)]; }
+    /** The number of the row with that value; -1 where it is not there. */
+    int find(const Row &row) const;
+    QStringList sections() const;
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
@@ -38,19 +60,7 @@ Q_SIGNALS:
     void refused(const QString &reason);
 
 private:
-    struct Row
-    {
-        QString section;
-        QString key;
-        int index; // among the values of the key, from the newest
-
-        bool operator==(const Row &other) const
-        {
-            return section == other.section && key == other.key && index == other.index;
-        }
-    };
-
-    static std::vector<Row> rowsOf(const vn::VanteroConfigMap &map);
+    std::vector<Row> makeRows() const;
     void update();
 
     QPointer<Document> m_document;

@@ -10,6 +10,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QMetaObject>
 
+#include <algorithm>
 #include <utility>
 
 namespace browser {
@@ -115,10 +116,10 @@ private:
                 m_batch.problems.push_back({found.path, list.errorPlace(), list.error});
             m_batch.alarmLists.push_back(std::move(list));
         } else if (found.status == Status::Configuration) {
-            Configuration configuration =
-                makeConfiguration(found.path, found.entry, found.index, found.text);
-            if (!configuration.parseError.isEmpty())
-                report(found, configuration.parseError);
+            Configuration configuration(found.path, found.entry, std::max(found.index, 0),
+                                        found.bytes, Configuration::Form::Configuration);
+            if (!configuration.summary().parseError.isEmpty())
+                report(found, configuration.summary().parseError);
             m_batch.configurations.push_back(std::move(configuration));
         } else {
             reportNamed(

@@ -8,49 +8,54 @@
 #include "DifferencesPane.h"
 #include "PasswordDialog.h"
 #include "ProblemsPane.h"
-#include "SafeSave.h"
+#include "Settings.h"
+#include "StartPage.h"
+#include "TextPane.h"
 #include "UpdatePane.h"
 #include "ValuesPane.h"
 
-#include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
 #include <QtCore/QUrl>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QDragEnterEvent>
 #include <QtGui/QDropEvent>
 #include <QtWidgets/QAction>
-#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QProgressBar>
 #include <QtWidgets/QSplitter>
+#include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QToolButton>
-
-#include <algorithm>
 
 namespace browser {
 
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
 {
-    setWindowTitle(tr("Camera Configurations") + QStringLiteral("[*]"));
     setAcceptDrops(true);
-    resize(1200, 780);
     makePanes();
     makeActions();
+    settings::restoreLayout(*this);
     connectLoading();
     connect(m_camerasPane, &CamerasPane::selectionChanged, this, &MainWindow::showSelection);
+    connect(m_valuesPane, &ValuesPane::reloadWanted, this, &MainWindow::reload);
     connect(&m_cameras, &CameraModel::documentChanged, this, &MainWindow::updateActions);
+    connect(&m_cameras, &CameraModel::documentEdited, this,
+            [this](Document *document) { m_edited = document; });
     updateActions();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    m_cameras.disconnect(this);
+    m_cameras.undoStack().disconnect(this);
+}
 
 void MainWindow::makePanes()
 {
     m_camerasPane = new CamerasPane(m_cameras);
     m_valuesPane = new ValuesPane;
+    m_textPane = new TextPane;
     m_differencesPane = new DifferencesPane;
     m_updatePane = new UpdatePane(m_cameras);
     m_alarmPane = new AlarmPane;
@@ -60,21 +65,26 @@ void MainWindow::makePanes()
     m_tabs->setObjectName(QStringLiteral("tabs"));
     m_tabs->setDocumentMode(true);
     m_tabs->addTab(m_valuesPane, tr("Values"));
+    m_tabs->addTab(m_textPane, tr("Text"));
     m_tabs->addTab(m_differencesPane, tr("Differences"));
     m_tabs->addTab(m_updatePane, tr("Update"));
     m_tabs->addTab(m_alarmPane, tr("Alarm list"));
 
     auto *across = new QSplitter(Qt::Horizontal);
+    across->setObjectName(QStringLiteral("across"));
     across->setChildrenCollapsible(false);
     across->addWidget(m_camerasPane);
     across->addWidget(m_tabs);
-    across->setSizes({610, 590});
+    across->setSizes({570, 670});
+    m_pages = new QStackedWidget; // the start page comes with its actions
+    m_pages->addWidget(across);
     auto *down = new QSplitter(Qt::Vertical);
+    down->setObjectName(QStringLiteral("down"));
     down->setChildrenCollapsible(false);
-    down->addWidget(across);
+    down->addWidget(m_pages);
     down->addWidget(m_problemsPane);
     down->setStretchFactor(0, 1);
-    down->setSizes({620, 120});
+    down->setSizes({640, 130});
     setCentralWidget(down);
 }
 
@@ -92,28 +102,11 @@ void MainWindow::connectLoading()
     connect(&m_queue, &LoadQueue::finished, this, &MainWindow::endLoading);
 }
 
-// ---- Opening
-// -------------------------------------------------------------------------------------
-
-void MainWindow::open(const QStringList &paths)
+void MainWindow::showStartPage(bool isShown)
 {
-    if (!paths.isEmpty())
-        m_queue.open(paths);
-}
-
-void MainWindow::chooseFiles()
-{
-    open(QFileDialog::getOpenFileNames(
-        this, tr("Open Configurations, Archives and Alarm Lists"), QString(),
-        tr("Configurations, archives, alarm lists (*.cfg *.zip *.alarms);;All files (*)")));
-}
-
-void MainWindow::chooseFolder()
-{
-    const QString path =
-        QFileDialog::getExistingDirectory(this, tr("Open All Configurations of a Folder"));
-    if (!path.isEmpty())
-        open({path});
+    if (isShown)
+        m_startPage->setRecent(settings::recentPaths());
+    m_pages->setCurrentIndex(isShown ? 1 : 0);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent *event)
@@ -138,6 +131,8 @@ void MainWindow::take(const LoadBatch &batch)
     m_cameras.add(batch.configurations);
     m_problemsPane->add(batch.problems);
     m_alarmPane->add(batch.alarmLists);
+    if (!batch.configurations.empty() || !batch.alarmLists.empty())
+        showStartPage(false);
     if (batch.total > 0) {
         m_progress->setRange(0, batch.total);
         m_progress->setValue(batch.done);
@@ -161,115 +156,19 @@ void MainWindow::endLoading(bool wasCancelled)
     m_progress->hide();
     m_stop->hide();
     const int count = m_cameras.rowCount();
-    m_summary->setText(wasCancelled ? tr("Stopped. Configurations so far: %1").arg(count)
-                                    : tr("Configurations: %1").arg(count));
-    updateActions();
-}
-
-// ---- Saving
-// --------------------------------------------------------------------------------------
-
-void MainWindow::save()
-{
-    if (Document *document = currentDocument())
-        (void)saveDocument(document);
-}
-
-bool MainWindow::saveDocument(Document *document)
-{
-    const QString reason = document->save();
-    if (reason.isNull()) {
-        m_summary->setText(tr("Saved %1").arg(document->configuration().sourceName()));
-        return true;
-    }
-    m_camerasPane->select(document);
-    m_tabs->setCurrentWidget(m_valuesPane);
-    m_valuesPane->showError(tr("Not saved. %1").arg(reason));
-    return false;
-}
-
-void MainWindow::saveCopy()
-{
-    const Document *document = currentDocument();
-    if (!document)
-        return;
-    const QString name =
-        QFileInfo(document->configuration().isArchiveEntry() ? document->configuration().entry
-                                                             : document->configuration().path)
-            .fileName();
-    const QString path = QFileDialog::getSaveFileName(this, tr("Save a Copy"), name,
-                                                      tr("Configurations (*.cfg);;All files (*)"));
-    if (path.isEmpty())
-        return;
-    const QString reason = writeText(path, document->text());
-    if (reason.isNull())
-        m_summary->setText(tr("Saved a copy as %1").arg(QFileInfo(path).fileName()));
-    else
-        m_valuesPane->showError(tr("No copy was saved. %1").arg(reason));
-}
-
-void MainWindow::reload()
-{
-    Document *document = currentDocument();
-    if (!document)
-        return;
-    if (document->isModified() &&
-        QMessageBox::question(this, tr("Reload"),
-                              tr("Drop what was edited in %1?").arg(document->title())) !=
-            QMessageBox::Yes)
-        return;
-    const QString reason = document->reload();
-    if (reason.isNull())
-        m_summary->setText(tr("Reloaded %1").arg(document->configuration().sourceName()));
-    else
-        m_valuesPane->showError(tr("Not reloaded. %1").arg(reason));
-}
-
-bool MainWindow::settleEdits()
-{
-    const std::vector<Document *> edited = m_cameras.modifiedDocuments();
-    if (edited.empty())
-        return true;
-    QStringList titles;
-    for (const Document *document : edited)
-        titles += document->configuration().sourceName();
-    QMessageBox question(QMessageBox::Question, tr("Edited Configurations"),
-                         tr("Save what was edited?"),
-                         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
-    question.setDefaultButton(QMessageBox::Save);
-    question.setInformativeText(titles.join(QLatin1Char('\n')));
-    switch (question.exec()) {
-    case QMessageBox::Save:
-        return std::all_of(edited.begin(), edited.end(),
-                           [this](Document *document) { return saveDocument(document); });
-    case QMessageBox::Discard:
-        return true;
-    default:
-        return false;
-    }
-}
-
-void MainWindow::closeAll()
-{
-    if (!settleEdits())
-        return;
-    m_valuesPane->setDocument(nullptr);
-    m_differencesPane->setDocuments(nullptr, nullptr);
-    m_updatePane->setCurrentRow(-1);
-    m_cameras.clear();
-    m_alarmPane->clear();
-    m_problemsPane->clear();
-    m_summary->clear();
+    m_summary->setText(wasCancelled ? tr("Stopped. Configurations so far: %L1").arg(count)
+                                    : tr("Configurations: %L1").arg(count));
     updateActions();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     event->setAccepted(settleEdits());
+    if (event->isAccepted())
+        settings::saveLayout(*this);
 }
 
 // ---- The selected camera
-// -------------------------------------------------------------------------
 
 Document *MainWindow::currentDocument() const
 {
@@ -279,7 +178,11 @@ Document *MainWindow::currentDocument() const
 void MainWindow::showSelection()
 {
     const QList<int> rows = m_camerasPane->selectedRows();
-    m_valuesPane->setDocument(currentDocument());
+    Document *current = currentDocument();
+    if (m_valuesPane->document() != current) {
+        m_valuesPane->setDocument(current);
+        m_textPane->setDocument(current);
+    }
     m_updatePane->setCurrentRow(m_camerasPane->currentRow());
     const bool isPair = rows.size() == 2;
     m_differencesPane->setDocuments(isPair ? m_cameras.document(rows.first()) : nullptr,
@@ -287,14 +190,32 @@ void MainWindow::showSelection()
     updateActions();
 }
 
-void MainWindow::updateActions()
+void MainWindow::undo()
+{
+    m_cameras.undoStack().undo();
+    showEdited();
+}
+
+void MainWindow::redo()
+{
+    m_cameras.undoStack().redo();
+    showEdited();
+}
+
+void MainWindow::showEdited()
+{
+    if (m_edited && m_edited != currentDocument())
+        m_camerasPane->select(m_edited);
+}
+
+/** The name of the program stands behind it, which Qt sees to. */
+void MainWindow::updateTitle()
 {
     const Document *document = currentDocument();
-    m_save->setEnabled(document != nullptr && document->isModified());
-    m_saveCopy->setEnabled(document != nullptr);
-    m_reload->setEnabled(document != nullptr && !document->configuration().isArchiveEntry());
-    m_closeAll->setEnabled(!m_queue.isBusy());
-    setWindowModified(!m_cameras.modifiedDocuments().empty());
+    setWindowTitle(
+        (document ? document->title().replace(QLatin1String("[*]"), QString()) : QString()) +
+        QStringLiteral("[*]"));
+    setWindowModified(m_cameras.isModified());
 }
 
 } // namespace browser

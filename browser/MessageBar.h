@@ -7,6 +7,7 @@
 #include <QtWidgets/QFrame>
 
 class QLabel;
+class QPushButton;
 class QToolButton;
 
 namespace browser {
@@ -23,14 +24,20 @@ public:
     void showNote(const QString &text);
     /** What went wrong; the user may close it. */
     void showError(const QString &text);
+    /** What the user may want to do something about; activated() is the button @p action. */
+    void showChoice(const QString &text, const QString &action);
 
     /** Empty while nothing is shown. */
     QString text() const;
+
+Q_SIGNALS:
+    void activated();
 
 private:
     void showText(const QString &text, const QColor &tint, bool canBeClosed);
 
     QLabel *m_label;
+    QPushButton *m_action;
     QToolButton *m_close;
 };
 

@@ -6,12 +6,18 @@
 #include "base/AtomicFile.h"
 #include "base/EncodedText.h"
 #include "base/Exceptions.h"
+#include "base/FileUtils.h"
 
 #include <QtCore/QCoreApplication>
 
 namespace browser {
 
 namespace {
+
+QString tr(const char *words)
+{
+    return QCoreApplication::translate("browser::SafeSave", words);
+}
 
 /** Runs @p write; returns why it failed, or a null string. */
 template <typename Write>
@@ -27,28 +33,25 @@ QString reasonOf(Write &&write)
 
 } // namespace
 
-QString replaceText(const QString &path, const QString &before, const QString &text)
+Replaced replaceText(const QString &path, const QByteArray &before, const QString &text)
 {
-    const auto tr = [](const char *words) {
-        return QCoreApplication::translate("browser::SafeSave", words);
-    };
-    vn::EncodedText file;
-    const QString failure = reasonOf([&] { file = vn::EncodedText::read(path); });
-    if (!failure.isNull())
-        return failure;
-    if (file.text() != before)
-        return tr("The file has changed on the disk since it was read. Reload it, or save a copy "
-                  "of what you have.");
-    const vn::EncodedText::Result edited = file.encode(text);
+    QByteArray now;
+    if (const QString failure = reasonOf([&] { now = vn::FileUtils::readBytes(path); });
+        !failure.isNull())
+        return {QByteArray(), failure};
+    if (now != before)
+        return {QByteArray(), tr("The file has changed on the disk since it was read. Reload it, "
+                                 "or save a copy of what you have.")};
+    const vn::EncodedText::Result edited = vn::EncodedText(before).encode(text);
     if (!edited)
-        return tr("The file is Latin-1, which cannot hold all of the text. Save a copy, which will "
-                  "be UTF-8.");
-    return reasonOf([&] { vn::AtomicFile::replace(path, edited.bytes); });
+        return {QByteArray(), tr("The file is Latin-1, which cannot hold all of the text. Save a "
+                                 "copy, which will be UTF-8.")};
+    return {edited.bytes, writeBytes(path, edited.bytes)};
 }
 
-QString writeText(const QString &path, const QString &text)
+QString writeBytes(const QString &path, const QByteArray &bytes)
 {
-    return reasonOf([&] { vn::AtomicFile::replace(path, text.toUtf8()); });
+    return reasonOf([&] { vn::AtomicFile::replace(path, bytes); });
 }
 
 } // namespace browser

@@ -4,22 +4,30 @@
 #ifndef BROWSER_SAFESAVE_H
 #define BROWSER_SAFESAVE_H
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 
 namespace browser {
 
+/** What became of a file. */
+struct Replaced
+{
+    QByteArray bytes; // what it has now
+    QString reason;   // why it was not done; null where it was
+};
+
 /**
- * Replaces the text of the file at @p path, which was @p before when it was read. Returns why it
- * was not done; a null string when it was.
+ * Replaces the text of the file at @p path, which had the bytes @p before when it was read.
  *
  * The file is the old or the new one at any time: the text goes to a temporary file beside it,
  * which then takes its name. A file that has changed meanwhile is left alone. Its encoding, UTF-8
  * with or without a byte order mark or Latin-1, stays as it is.
  */
-QString replaceText(const QString &path, const QString &before, const QString &text);
+Replaced replaceText(const QString &path, const QByteArray &before, const QString &text);
 
-/** Writes @p text to a file as UTF-8, in the same way; a file that is there is replaced. */
-QString writeText(const QString &path, const QString &text);
+/** Makes @p bytes the content of a file in the same way; a file that is there is replaced. Returns
+ * why that was not done, or a null string. */
+QString writeBytes(const QString &path, const QByteArray &bytes);
 
 } // namespace browser
 

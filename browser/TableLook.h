@@ -4,35 +4,54 @@
 #ifndef BROWSER_TABLELOOK_H
 #define BROWSER_TABLELOOK_H
 
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QTableView>
+#include <QtCore/QSortFilterProxyModel>
+#include <QtWidgets/QLabel>
+
+#include <initializer_list>
+
+class QTableView;
 
 namespace browser {
 
 /** Gives @p table the look and the habits that all tables share. */
-inline void setUpTable(QTableView *table)
-{
-    table->setAlternatingRowColors(true);
-    table->setShowGrid(false);
-    table->setWordWrap(false);
-    table->setTextElideMode(Qt::ElideMiddle); // the ends of names tell more than their middles
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    table->setTabKeyNavigation(false); // Tab leaves the table, as it does elsewhere
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 8);
-    table->horizontalHeader()->setHighlightSections(false);
-    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    table->horizontalHeader()->setStretchLastSection(true);
-}
+void setUpTable(QTableView *table);
+
+/** Sorts by a click on a heading; its menu brings the order of the model back, which is the first.
+ */
+void setUpSorting(QTableView *table);
 
 /** Sets the widths of the first columns in characters; the last one takes what is left. */
-inline void setColumnWidths(QTableView *table, std::initializer_list<int> characters)
+void setColumnWidths(QTableView *table, std::initializer_list<int> characters);
+
+/** Rows in the order of texts in which numbers count as such: 9 before 10. */
+class NaturalOrder : public QSortFilterProxyModel
 {
-    int column = 0;
-    for (const int count : characters)
-        table->setColumnWidth(column++, count * table->fontMetrics().averageCharWidth() + 16);
-}
+    Q_OBJECT
+
+public:
+    explicit NaturalOrder(QObject *parent = nullptr);
+
+protected:
+    bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
+};
+
+/** Whether @p a stands before @p b where numbers count as such; the case of letters does not. */
+bool naturallyBefore(const QString &a, const QString &b);
+
+/** "12 of 44, 2 selected": of the rows of a table, and of those behind its filter. */
+class RowCounts : public QLabel
+{
+    Q_OBJECT
+
+public:
+    /** @p table has its model, a filter. */
+    explicit RowCounts(QTableView *table, QWidget *parent = nullptr);
+
+private:
+    void update();
+
+    QTableView *m_table;
+};
 
 } // namespace browser
 

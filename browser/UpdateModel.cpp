@@ -37,13 +37,13 @@ void UpdateModel::setTarget(const QString &version)
 QString UpdateModel::modelName(int row) const
 {
     const Document *document = m_cameras.document(row);
-    return document ? m_modelNames.value(document->configuration().address()) : QString();
+    return document ? m_modelNames.value(document->summary().address) : QString();
 }
 
 UpdateVerdict UpdateModel::verdict(int row) const
 {
     const Document *document = m_cameras.document(row);
-    return judgeUpdate(modelName(row), document ? document->configuration().firmware() : QString(),
+    return judgeUpdate(modelName(row), document ? document->summary().firmware : QString(),
                        m_target);
 }
 
@@ -106,7 +106,7 @@ bool UpdateModel::setData(const QModelIndex &index, const QVariant &value, int r
     const Document *document = m_cameras.document(index.row());
     if (!document || index.column() != Model || role != Qt::EditRole)
         return false;
-    m_modelNames.insert(document->configuration().address(), value.toString().trimmed());
+    m_modelNames.insert(document->summary().address, value.toString().trimmed());
     // The same camera may stand in several rows.
     Q_EMIT dataChanged(this->index(0, 0), this->index(rowCount() - 1, ColumnCount - 1));
     return true;

@@ -17,6 +17,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableView>
 #include <QtWidgets/QVBoxLayout>
 
 namespace browser {
@@ -165,7 +166,7 @@ void UpdatePane::update()
         return;
 
     const UpdateVerdict verdict = m_model.verdict(m_row);
-    const QString firmware = document->configuration().firmware();
+    const QString firmware = document->summary().firmware;
     if (verdict.rule.isNull()) {
         m_answer->setText(verdict.answerText());
         m_reason->setText(verdict.reason.endsWith(QLatin1Char('?'))

@@ -5,20 +5,24 @@
 
 #include "EmptyState.h"
 #include "MessageBar.h"
-#include "TableLook.h"
+#include "SecondaryLabel.h"
 
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QTableView>
 #include <QtWidgets/QVBoxLayout>
+
+#include <algorithm>
 
 namespace browser {
 
 ValuesPane::ValuesPane(QWidget *parent)
     : QWidget(parent)
     , m_title(new QLabel)
-    , m_source(new QLabel)
+    , m_source(new SecondaryLabel)
+    , m_disk(new MessageBar)
     , m_error(new MessageBar)
     , m_note(new MessageBar)
     , m_table(new QTableView)
@@ -29,17 +33,16 @@ ValuesPane::ValuesPane(QWidget *parent)
     m_title->setFont(font);
     m_title->setObjectName(QStringLiteral("valuesTitle"));
     m_source->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_source->setForegroundRole(QPalette::PlaceholderText);
     m_error->setObjectName(QStringLiteral("valuesError"));
     m_note->setObjectName(QStringLiteral("valuesNote"));
+    m_disk->setObjectName(QStringLiteral("valuesDisk"));
 
     m_filtered.setSourceModel(&m_model);
-    m_filtered.setFilterCaseSensitivity(Qt::CaseInsensitive);
-    m_filtered.setFilterKeyColumn(-1);
     m_table->setObjectName(QStringLiteral("values"));
     m_table->setAccessibleName(tr("Values"));
     m_table->setModel(&m_filtered);
     setUpTable(m_table);
+    setUpSorting(m_table);
     setColumnWidths(m_table, {13, 24});
 
     auto *content = new QWidget;
@@ -51,6 +54,7 @@ ValuesPane::ValuesPane(QWidget *parent)
     layout->addLayout(makeFilterRow());
     layout->addWidget(m_error);
     layout->addWidget(m_note);
+    layout->addWidget(m_disk);
     layout->addWidget(m_table, 1);
 
     m_pages = new EmptyState(content);
@@ -59,9 +63,16 @@ ValuesPane::ValuesPane(QWidget *parent)
     outer->addWidget(m_pages);
 
     connect(&m_model, &EntryModel::refused, this, &ValuesPane::showError);
-    connect(&m_filtered, &QAbstractItemModel::modelReset, this, &ValuesPane::updateCount);
-    connect(&m_filtered, &QAbstractItemModel::rowsInserted, this, &ValuesPane::updateCount);
-    connect(&m_filtered, &QAbstractItemModel::rowsRemoved, this, &ValuesPane::updateCount);
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &ValuesPane::selectionChanged);
+    connect(&m_filtered, &QAbstractItemModel::modelReset, this, &ValuesPane::selectionChanged);
+    connect(m_disk, &MessageBar::activated, this, &ValuesPane::reloadWanted);
+    // A program that writes a file may do so in pieces.
+    constexpr int kQuietMs = 100;
+    m_checkSoon.setSingleShot(true);
+    m_checkSoon.setInterval(kQuietMs);
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, [this] { m_checkSoon.start(); });
+    connect(&m_checkSoon, &QTimer::timeout, this, &ValuesPane::checkDisk);
     setDocument(nullptr);
 }
 
@@ -79,8 +90,8 @@ QLayout *ValuesPane::makeFilterRow()
     m_filterColumn->addItem(tr("In sections"), int(EntryModel::Section));
     m_filterColumn->addItem(tr("In keys"), int(EntryModel::Key));
     m_filterColumn->addItem(tr("In values"), int(EntryModel::Value));
-    m_count = new QLabel;
-    m_count->setObjectName(QStringLiteral("valuesCount"));
+    auto *count = new RowCounts(m_table);
+    count->setObjectName(QStringLiteral("valuesCount"));
 
     connect(m_filter, &QLineEdit::textChanged, &m_filtered,
             &QSortFilterProxyModel::setFilterFixedString);
@@ -90,7 +101,7 @@ QLayout *ValuesPane::makeFilterRow()
     auto row = std::make_unique<QHBoxLayout>();
     row->addWidget(m_filter, 1);
     row->addWidget(m_filterColumn);
-    row->addWidget(m_count);
+    row->addWidget(count);
     return row.release(); // for the layout that it is added to
 }
 
@@ -103,6 +114,9 @@ void ValuesPane::setDocument(Document *document)
         connect(m_document, &Document::changed, this, &ValuesPane::update);
     m_model.setDocument(document);
     m_error->hide();
+    if (!m_watcher.files().isEmpty())
+        m_watcher.removePaths(m_watcher.files());
+    checkDisk();
     if (document)
         m_pages->showContent();
     else
@@ -131,13 +145,52 @@ void ValuesPane::update()
                                               : m_document->title());
     m_source->setText(configuration.sourcePath());
     m_note->showNote(m_document->readOnlyReason());
-    if (!m_document->isModified())
-        m_error->hide();
+    m_error->hide(); // it was about what was there before
+    if (m_disk->isVisible())
+        checkDisk();
 }
 
-void ValuesPane::updateCount()
+std::vector<EntryModel::Row> ValuesPane::selectedValues() const
 {
-    m_count->setText(tr("%1 of %2").arg(m_filtered.rowCount()).arg(m_model.rowCount()));
+    std::vector<int> rows;
+    const QModelIndexList selected = m_table->selectionModel()->selectedRows();
+    for (const QModelIndex &index : selected)
+        rows.push_back(m_filtered.mapToSource(index).row());
+    std::sort(rows.begin(), rows.end());
+    std::vector<EntryModel::Row> values;
+    for (const int row : rows)
+        values.push_back(m_model.row(row));
+    return values;
+}
+
+void ValuesPane::select(const EntryModel::Row &value)
+{
+    const int row = m_model.find(value);
+    const QModelIndex index = m_filtered.mapFromSource(m_model.index(row, EntryModel::Value));
+    if (!index.isValid())
+        return;
+    m_table->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                          QItemSelectionModel::Rows);
+    m_table->scrollTo(index);
+}
+
+/** Notices that another program has changed the file that is shown. */
+void ValuesPane::checkDisk()
+{
+    const Document::Disk disk = m_document ? m_document->disk() : Document::Disk::Same;
+    if (m_document && !m_document->configuration().isArchiveEntry())
+        m_watcher.addPath(m_document->configuration().path()); // another file may have the name
+    switch (disk) {
+    case Document::Disk::Same:
+        m_disk->hide();
+        break;
+    case Document::Disk::Changed:
+        m_disk->showChoice(tr("Another program has changed the file."), tr("Reload"));
+        break;
+    case Document::Disk::Missing:
+        m_disk->showError(tr("The file is no longer there, or cannot be read."));
+        break;
+    }
 }
 
 } // namespace browser

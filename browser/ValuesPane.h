@@ -5,9 +5,11 @@
 #define BROWSER_VALUESPANE_H
 
 #include "EntryModel.h"
+#include "TableLook.h"
 
+#include <QtCore/QFileSystemWatcher>
 #include <QtCore/QPointer>
-#include <QtCore/QSortFilterProxyModel>
+#include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
 class QComboBox;
@@ -33,20 +35,35 @@ public:
     void showError(const QString &text);
     void focusFilter();
 
+    Document *document() const { return m_document; }
+    const EntryModel &entries() const { return m_model; }
+    QTableView *table() { return m_table; }
+    /** The values that are selected, in the order of the text. */
+    std::vector<EntryModel::Row> selectedValues() const;
+    /** Makes the value the one that is selected, if it is there. */
+    void select(const EntryModel::Row &value);
+
+Q_SIGNALS:
+    void selectionChanged();
+    /** The file has another content; the user wants that. */
+    void reloadWanted();
+
 private:
     QLayout *makeFilterRow();
     void update();
-    void updateCount();
+    void checkDisk();
 
     QPointer<Document> m_document;
     EntryModel m_model;
-    QSortFilterProxyModel m_filtered;
+    NaturalOrder m_filtered;
+    QFileSystemWatcher m_watcher;
+    QTimer m_checkSoon;
     EmptyState *m_pages;
     QLabel *m_title;
     QLabel *m_source;
+    MessageBar *m_disk;
     QLineEdit *m_filter;
     QComboBox *m_filterColumn;
-    QLabel *m_count;
     MessageBar *m_error;
     MessageBar *m_note;
     QTableView *m_table;

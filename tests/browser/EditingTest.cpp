@@ -46,8 +46,8 @@ TEST_F(Editing, filter_looksIntoSectionsKeysAndValues)
     QWidget *filter = QApplication::focusWidget();
     ASSERT_EQ(filter->objectName(), "filter"_q);
     QTest::keyClicks(filter, "dns"_q);
-    const Rows dns = {{"ethernet"_q, "DNS"_q, "10.14.0.3"_q},
-                      {"ethernet"_q, "DNS"_q, "10.14.0.2"_q}};
+    const Rows dns = {{"ethernet"_q, "DNS"_q, "10.14.0.2"_q},
+                      {"ethernet"_q, "DNS"_q, "10.14.0.3"_q}};
     EXPECT_EQ(values(), dns);
     EXPECT_EQ(labelText("valuesCount"), "2 of 44"_q);
 
@@ -84,10 +84,10 @@ TEST_F(Editing, savedValue_changesNothingElseOfTheFile)
 TEST_F(Editing, repeatedKeys_keepTheirOrder)
 {
     const QString file = openCopyOf("gate.cfg");
-    edit("ethernet"_q, "DNS"_q, "10.14.0.9"_q); // the newest, which stands last in the text
+    edit("ethernet"_q, "DNS"_q, "10.14.0.9"_q); // the first one
     save();
-    EXPECT_TRUE(readFile(file).contains("\nDNS=10.14.0.2\nDNS=10.14.0.9\n"));
-    EXPECT_FALSE(readFile(file).contains("10.14.0.3"));
+    EXPECT_TRUE(readFile(file).contains("\nDNS=10.14.0.9\nDNS=10.14.0.3\n"));
+    EXPECT_FALSE(readFile(file).contains("10.14.0.2"));
 }
 
 TEST_F(Editing, valueThatIsSetBack_isNoEdit)
@@ -131,8 +131,8 @@ TEST_F(Editing, carriageReturns_stay)
 TEST_F(Editing, sectionInTwoBlocks_isEditedInBoth)
 {
     const QString file = openCopyOf("dock.cfg");
-    edit("eventdlite"_q, "motiondef"_q, "0"_q);   // the newest value stands in the second block
-    edit("eventdlite"_q, "motioncheck"_q, "0"_q); // stands in the first one
+    edit("eventdlite"_q, "motiondef"_q, "0"_q, 1); // stands in the second block
+    edit("eventdlite"_q, "motioncheck"_q, "0"_q);  // stands in the first one
     save();
     QByteArray expected = readFile(example("dock.cfg"));
     expected.replace("\nmotioncheck=1\r\n", "\nmotioncheck=0\r\n");

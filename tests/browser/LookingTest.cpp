@@ -29,13 +29,13 @@ TEST_F(Looking, differencesOfTwoSelectedCameras)
                       "SECTION image\nquality=70\nENDSECTION image\n",
              "2.cfg"_q);
     open({dir().path()});
-    showTab(2);
+    showTab(3);
     QTableView *differences = table("differences");
     EXPECT_FALSE(differences->isVisible());
     selectCameras({0, 1});
     EXPECT_TRUE(differences->isVisible());
     EXPECT_EQ(cells(differences->model()),
-              (Rows{{"ethernet"_q, "DNS"_q, "2  |  1"_q, "1  |  2"_q},
+              (Rows{{"ethernet"_q, "DNS"_q, "1  |  2"_q, "2  |  1"_q},
                     {"ethernet"_q, "NTP"_q, "n"_q, "(missing)"_q},
                     {"head"_q, "Factory IP"_q, "10.0.0.1"_q, "10.0.0.2"_q},
                     {"image"_q, "quality"_q, "(missing)"_q, "70"_q}}));
@@ -48,7 +48,7 @@ TEST_F(Looking, differencesOfTwoSelectedCameras)
 TEST_F(Looking, sameTextsHaveNoDifferences)
 {
     open({example("gate.cfg"), example("cameras.zip")});
-    showTab(2);
+    showTab(3);
     selectCameras({0, 1}); // both of 10.14.7.21
     EXPECT_FALSE(table("differences")->isVisible());
     EXPECT_EQ(cells(table("differences")->model()), Rows());
@@ -57,7 +57,7 @@ TEST_F(Looking, sameTextsHaveNoDifferences)
 TEST_F(Looking, updates_areJudgedForAllCameras)
 {
     open({example("cameras.zip")});
-    showTab(3);
+    showTab(4);
     EXPECT_EQ(labelText("answer"), "Unknown"_q);
     QTest::keyClicks(find<QLineEdit>("target"), "VN-3.0.6.29"_q);
     // Without a model there is no yes: W40 and ?50 cameras refuse it.
@@ -83,7 +83,7 @@ TEST_F(Looking, updates_areJudgedForAllCameras)
 TEST_F(Looking, model_decidesWhereRulesAskForIt)
 {
     open({fileWith("#:1.3=\n#:VN-3.0.3.7\n# Camera IP: 10.0.0.1\n\n", "k.cfg"_q)});
-    showTab(3);
+    showTab(4);
     QTest::keyClicks(find<QLineEdit>("target"), "VN-3.0.6.2"_q);
     EXPECT_EQ(labelText("answer"), "Depends on the model: VN-3.0.3.7 → VN-3.0.6.2"_q);
     EXPECT_FALSE(find<QLabel>("wayOut")->isVisible());
@@ -112,7 +112,7 @@ TEST_F(Looking, model_decidesWhereRulesAskForIt)
 TEST_F(Looking, version_isTakenFromAPackage)
 {
     open({example("gate.cfg")});
-    showTab(3);
+    showTab(4);
     const auto choose = [this](const QString &package) {
         answerFileDialog(package, "Open"_q);
         const auto buttons = window().findChildren<QAbstractButton *>();
@@ -132,7 +132,7 @@ TEST_F(Looking, unknownVersions_haveNoVerdict)
     open(
         {example("gate.cfg"),
          fileWith("#:1.3=\n#:\n# Camera IP: 10.0.0.9\n\nSECTION a\nENDSECTION a\n", "none.cfg"_q)});
-    showTab(3);
+    showTab(4);
     QTest::keyClicks(find<QLineEdit>("target"), "3.0"_q);
     EXPECT_EQ(labelText("reason"), "The configuration does not tell the firmware."_q);
     selectCameras({1});
@@ -143,7 +143,7 @@ TEST_F(Looking, unknownVersions_haveNoVerdict)
 TEST_F(Looking, alarmList_isATree)
 {
     open({example("gate.alarms")});
-    EXPECT_EQ(find<QTabWidget>("tabs")->currentIndex(), 3);
+    EXPECT_EQ(find<QTabWidget>("tabs")->currentIndex(), 4);
     const QAbstractItemModel *model = find<QTreeView>("alarms")->model();
     EXPECT_EQ(cells(model), (Rows{{"alarms"_q, ""_q},
                                   {"armed"_q, "true"_q},
@@ -168,7 +168,7 @@ TEST_F(Looking, alarmList_isATree)
 TEST_F(Looking, alarmListWithAnError_isShownWithItsPlace)
 {
     open({example("gate.alarms"), fileWith("{\r\n  a: 1,\r\n  gate: }\r\n", "broken.alarms"_q)});
-    showTab(4);
+    showTab(5);
     EXPECT_EQ(message("alarmError"),
               "No alarm list: line 3, column 9, syntax error, unexpected '}'."_q);
     auto *shown = find<QPlainTextEdit>("alarmText");

@@ -3,8 +3,10 @@
 
 #include "WindowTest.h"
 
+#include "Application.h"
 #include "MessageBar.h"
 
+#include <QtCore/QSettings>
 #include <QtGui/QClipboard>
 
 namespace {
@@ -15,8 +17,10 @@ class Application : public testing::Environment
 public:
     void SetUp() override
     {
+        browser::prepareApplication();
         m_application = std::make_unique<QApplication>(m_count, m_arguments);
         ASSERT_EQ(QGuiApplication::platformName(), "xcb"_q);
+        browser::nameApplication();
         QApplication::setStyle(QStringLiteral("Fusion"));
         QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
         // What the style has and the desktop would decide.
@@ -51,6 +55,7 @@ QList<QStringList> cells(const QAbstractItemModel *model, const QModelIndex &par
 void WindowTest::SetUp()
 {
     FolderTest::SetUp();
+    QSettings().clear();
     m_window = std::make_unique<browser::MainWindow>();
     m_window->show();
     m_window->activateWindow();
@@ -134,19 +139,33 @@ void WindowTest::showTab(int number)
     ASSERT_EQ(find<QTabWidget>("tabs")->currentIndex(), number - 1);
 }
 
-void WindowTest::edit(const QString &section, const QString &key, const QString &value)
+QModelIndex WindowTest::valueOf(const QString &section, const QString &key, int repeated)
+{
+    const QList<QStringList> rows = cells(table("values")->model());
+    int row = 0;
+    for (; row < rows.size(); ++row)
+        if (rows.at(row).at(0) == section && rows.at(row).at(1) == key && repeated-- == 0)
+            break;
+    EXPECT_LT(row, rows.size()) << qPrintable(key);
+    return table("values")->model()->index(row, 2);
+}
+
+void WindowTest::selectValue(const QString &section, const QString &key, int repeated)
 {
     QCoreApplication::processEvents(); // a message may have moved the table
     QTableView *values = table("values");
-    const QList<QStringList> rows = cells(values->model());
-    int row = 0;
-    while (row < rows.size() && (rows.at(row).at(0) != section || rows.at(row).at(1) != key))
-        ++row;
-    ASSERT_LT(row, rows.size()) << qPrintable(key);
-    const QModelIndex index = values->model()->index(row, 2);
+    const QModelIndex index = valueOf(section, key, repeated);
     values->scrollTo(index);
     QTest::mouseClick(values->viewport(), Qt::LeftButton, Qt::NoModifier,
                       values->visualRect(index).center());
+}
+
+void WindowTest::edit(const QString &section, const QString &key, const QString &value,
+                      int repeated)
+{
+    selectValue(section, key, repeated);
+    QTableView *values = table("values");
+    const QModelIndex index = valueOf(section, key, repeated);
     QTest::mouseDClick(values->viewport(), Qt::LeftButton, Qt::NoModifier,
                        values->visualRect(index).center());
     auto *editor = values->viewport()->findChild<QLineEdit *>();

@@ -69,8 +69,11 @@ protected:
     /** Selects the rows of the table of cameras, with Ctrl held from the second on. */
     void selectCameras(const QList<int> &rows);
     void showTab(int number);
-    /** Enters a value for the first row that shows @p key, by the keyboard. */
-    void edit(const QString &section, const QString &key, const QString &value);
+    /** Enters a value for the row that shows @p key, @p repeated ones later, by the keyboard. */
+    void edit(const QString &section, const QString &key, const QString &value, int repeated = 0);
+    /** Selects that row by a click. */
+    void selectValue(const QString &section, const QString &key, int repeated = 0);
+    QModelIndex valueOf(const QString &section, const QString &key, int repeated = 0);
     /** Replaces the text of an editor and leaves it by the Return key. */
     static void enter(QLineEdit *editor, const QString &value);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);

@@ -37,6 +37,16 @@ if [ -x "$build/bin/vantero-formats" ]; then
     done
 fi
 
+if [ -x "$build/bin/vantero-config-browser" ]; then
+    [ "$("$stage/moved/bin/vantero-config-browser" --version)" != "" ] ||
+        fail "the installed browser does not start"
+    for file in applications/vantero-config-browser.desktop mime/packages/vantero-config-browser.xml \
+        metainfo/com.example.fileformatsvantero.config_browser.metainfo.xml \
+        icons/hicolor/48x48/apps/vantero-config-browser.png man/man1/vantero-config-browser.1; do
+        [ -e "$stage/moved/share/$file" ] || fail "not installed: share/$file"
+    done
+fi
+
 if grep -rIl -e "$stage/first" -e "$source" "$stage/moved"; then
     fail "these files name the folder of the installation or of the sources"
 fi
@@ -47,11 +57,14 @@ for library in "$stage/moved/$libdir"/lib*.so; do
 done
 find "$stage/moved" -name '*_p.h' | grep . && fail "internal headers are installed"
 
-"$cmake" --install "$build" --prefix "$stage/tool" --component FileFormatsVantero_Tool >/dev/null
+for component in Tool Browser; do
+    "$cmake" --install "$build" --prefix "$stage/$component" \
+        --component "FileFormatsVantero_$component" >/dev/null
+done
 files() {
     (cd "$1" 2>/dev/null && find . ! -type d) || true
 }
-{ files "$stage/libraries"; files "$stage/tool"; } | sort >"$stage/components.txt"
+{ files "$stage/libraries"; files "$stage/Tool"; files "$stage/Browser"; } | sort >"$stage/components.txt"
 files "$stage/moved" | sort | diff -u --label "all components" --label "the whole tree" \
     "$stage/components.txt" - || fail "a file belongs to no component, or to two"
 exit 0
