@@ -61,6 +61,10 @@ if(TARGET vantero-formats)
   install(FILES "${PROJECT_SOURCE_DIR}/docs/man/vantero-formats.1"
     DESTINATION "${CMAKE_INSTALL_MANDIR}/man1"
     COMPONENT FileFormatsVantero_Tool)
+  install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs/schemas"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/vantero-formats"
+    COMPONENT FileFormatsVantero_Tool
+    FILES_MATCHING PATTERN "*.json")
   set(completions "${PROJECT_SOURCE_DIR}/tool/completions")
   install(FILES "${completions}/vantero-formats.bash"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"

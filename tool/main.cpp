@@ -4,6 +4,7 @@
 #include "tool/cli/Closest.h"
 #include "tool/cli/CommandTable.h"
 #include "tool/cli/FileNameCodec.h"
+#include "tool/files/Completion.h"
 
 #include "base/Exceptions.h"
 
@@ -62,6 +63,29 @@ bool wantsJson(const QList<QByteArray> &arguments)
     return false;
 }
 
+/** Takes --color out of the options; it may stand anywhere among them. Returns a word that it does
+ * not take, or null. */
+QByteArray takeColor(QList<QByteArray> &words, ColorMode &mode)
+{
+    const QList<QByteArray> names = {"auto", "always", "never"}; // as ColorMode counts them
+    const QByteArray option = "--color";
+    QByteArray wrong;
+    for (int i = 0; i < words.size() && words.at(i) != "--";) {
+        const QByteArray word = words.at(i);
+        if (word != option && !word.startsWith(option + '=')) {
+            ++i;
+            continue;
+        }
+        const QByteArray name = word == option ? "always" : word.mid(option.size() + 1);
+        if (names.contains(name))
+            mode = ColorMode(names.indexOf(name));
+        else
+            wrong = name;
+        words.removeAt(i);
+    }
+    return wrong;
+}
+
 /** Prints a text that is a whole answer. */
 void answer(Output &out, const char *member, const QString &text)
 {
@@ -88,6 +112,9 @@ QString overview(const QByteArray &group)
     text += QLatin1String(
         "\n\"vantero-formats COMMAND --help\" tells more of each. A FILE may be \"-\", standard "
         "input;\n\"--\" ends the options. Passwords are read from files, never from arguments.\n"
+        "\"--color=auto|always|never\" says when findings, diffs and verdicts have colors; "
+        "\"auto\"\n"
+        "is on a terminal, unless NO_COLOR is set.\n"
         "\nExit status:\n"
         "  0  done, or the answer is yes\n"
         "  1  the answer is no: not found, differs, unsafe, nothing there\n"
@@ -149,6 +176,18 @@ bool answerGeneral(const QByteArray &word, Output &out)
     else
         return false;
     return true;
+}
+
+/** Prints the words that a shell may offer: the first word says which, the others are those of the
+ * command line behind "--". */
+void complete(const QList<QByteArray> &words, Output &out)
+{
+    QStringList line;
+    for (const QByteArray &word : words.mid(2))
+        line += fileNameFromArgument(word);
+    for (const QString &word : completions(textFromArgument(words.value(0)), line))
+        if (!word.contains(QLatin1Char('\n')))
+            out.printLine(word);
 }
 
 /** Takes the next word; --json may stand before it and is left out, as it counts wherever it is. */
@@ -228,7 +267,8 @@ QString helpOn(QList<QByteArray> words)
 
 ToolError unknownOption(const QByteArray &word, const QString &group)
 {
-    QStringList options = {QStringLiteral("--help"), QStringLiteral("--json")};
+    QStringList options = {QStringLiteral("--help"), QStringLiteral("--json"),
+                           QStringLiteral("--color")};
     if (group.isEmpty())
         options += QStringLiteral("--version");
     const QString text = textFromArgument(word);
@@ -243,6 +283,10 @@ ExitCode dispatch(QList<QByteArray> words, Output &out)
         throw usageError(QStringLiteral("a command is missing"));
     if (answerGeneral(first, out))
         return ExitCode::Done;
+    if (first == "--complete") { // for the completions
+        complete(words, out);
+        return ExitCode::Done;
+    }
     if (first == "help") {
         words.removeAll("--json");
         answer(out, "help", helpOn(words));
@@ -266,10 +310,15 @@ ExitCode dispatch(QList<QByteArray> words, Output &out)
     return runCommand(*named.entry, words, out);
 }
 
-ExitCode run(const QList<QByteArray> &words, bool json)
+ExitCode run(QList<QByteArray> words, bool json)
 {
-    Output out(json);
+    ColorMode mode = ColorMode::Auto;
+    const QByteArray wrongColor = takeColor(words, mode);
+    Output out(json, json ? ColorMode::Never : mode);
     try {
+        if (!wrongColor.isNull())
+            throw usageError(QStringLiteral("--color takes auto, always or never, not \"%1\"")
+                                 .arg(textFromArgument(wrongColor)));
         const ExitCode code = dispatch(words, out);
         out.finish();
         return code;

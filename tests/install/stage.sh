@@ -29,7 +29,8 @@ if [ -x "$build/bin/vantero-formats" ]; then
     [ -x "$stage/moved/bin/vantero-formats" ] || fail "not installed: bin/vantero-formats"
     "$stage/moved/bin/vantero-formats" --version >/dev/null
     for file in man/man1/vantero-formats.1 bash-completion/completions/vantero-formats \
-        zsh/vendor-completions/_vantero-formats fish/vendor_completions.d/vantero-formats.fish; do
+        zsh/vendor-completions/_vantero-formats fish/vendor_completions.d/vantero-formats.fish \
+        vantero-formats/schemas/config-show.json vantero-formats/schemas/common.json; do
         [ -e "$stage/moved/share/$file" ] || fail "not installed: share/$file"
     done
     for folder in bin share; do

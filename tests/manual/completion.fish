@@ -6,7 +6,9 @@ source $argv[1]; or exit 1
 set -g folder (mktemp -d)
 cd $folder; or exit 1
 mkdir backups
-touch gate.cfg
+printf '%s\n' '#:1.3' '#:VN-3.0.6.29' '# Camera IP: 10.14.7.21' '' \
+    'SECTION ethernet' 'IPADDR=10.14.7.121' 'NTP=ntp.site.example' 'ENDSECTION ethernet' '' \
+    'SECTION two words' 'name=South gate' 'ENDSECTION two words' >gate.cfg
 
 set -g failures 0
 
@@ -20,21 +22,35 @@ function gives
     end
 end
 
-gives 'alarms,app-version,config,erdinfo,firmware,version' ''
-gives '--help,--json,--version' --
+gives 'alarms,app-version,config,erdinfo,firmware,help,version' ''
+gives 'alarms,app-version,config,erdinfo,firmware,version' 'help '
+gives 'set,show,splice' 'help config s'
+gives '--color,--help,--json,--version' --
+gives '--color=always,--color=auto,--color=never' 'config show --color='
 gives 'check,compare,installable,lint,plan,rules,show,sort' 'version '
 gives 'set,show,splice' 'config s'
 gives 'set,show,splice' '--json config s'
 gives 'backups/,gate.cfg' 'config show '
-gives '--help,--json,--key,--password-file,--recursive,--section' 'config show --'
+gives '--color,--help,--json,--key,--password-file,--recursive,--section' 'config show --'
 gives 'address,name' 'config diff --by '
-gives '' 'config show gate.cfg --section '
+gives 'ethernet,two words' 'config show gate.cfg --section '
+gives 'IPADDR,NTP' 'config show gate.cfg --section ethernet --key '
+gives 'ethernet/IPADDR=,ethernet/NTP=,two words/name=' 'config set gate.cfg --set '
+gives 'backups/,gate.cfg' 'config set '
+gives 'ethernet,two words' 'config set gate.cfg '
+gives 'IPADDR,NTP' 'config set gate.cfg ethernet '
+gives '' 'config set gate.cfg ethernet NTP '
+gives 'backups/,gate.cfg' 'config set gate.cfg --set ethernet/NTP=x '
+gives 'backups/,gate.cfg' 'config splice gate.cfg '
+gives 'ethernet,two words' 'config splice gate.cfg gate.cfg '
+gives 'k30-h30-k40-pattern,k30-h30-k40-return,k40-step' 'version rules k'
 gives 'backups/,gate.cfg' 'config set gate.cfg audio level 70 --output '
 gives 'backups/' 'config collect gate.cfg --output-folder '
 gives '--in-place' 'config remove gate.cfg text --i'
 gives 'backups/,gate.cfg' 'firmware '
 gives '' 'app-version '
-gives '' 'version check --model '
+gives 'H30,H40,K30,K40,W40' 'version check --model '
+gives '' 'version check --model K40 '
 
 cd /
 rm -r $folder

@@ -7,7 +7,9 @@ folder=$(mktemp -d)
 trap 'rm -rf $folder' EXIT
 mkdir $folder/functions $folder/site $folder/site/backups
 cp $1 $folder/functions/_vantero-formats
-touch $folder/site/gate.cfg
+print -l '#:1.3' '#:VN-3.0.6.29' '# Camera IP: 10.14.7.21' '' \
+    'SECTION ethernet' 'IPADDR=10.14.7.121' 'NTP=ntp.site.example' 'ENDSECTION ethernet' '' \
+    'SECTION two words' 'name=South gate' 'ENDSECTION two words' >$folder/site/gate.cfg
 
 # The shell prints every word that it would offer on a line of its own, between two marks.
 cat >$folder/rc <<'END'
@@ -67,15 +69,23 @@ gives() {
     fi
 }
 
-gives 'alarms,app-version,config,erdinfo,firmware,version' ''
-gives '--help,--json,--version,-h' -
+gives 'alarms,app-version,config,erdinfo,firmware,help,version' ''
+gives 'set,show,splice' 'help config s'
+gives '--color,--help,--json,--version,-h' -
 gives 'check,compare,installable,lint,plan,rules,show,sort' 'version '
 gives 'set,show,splice' 'config s'
 gives '--help,--json,--key,--password-file,--recursive,--section,-h' 'config show -'
 gives 'address,name' 'config diff --by '
 gives 'backups,gate.cfg' 'config show '
 gives 'backups,gate.cfg' '--json config show '
-gives '' 'config show gate.cfg --section '
+gives 'ethernet,two\ words' 'config show gate.cfg --section '
+gives 'IPADDR,NTP' 'config show gate.cfg --section ethernet --key '
+gives 'ethernet,two\ words' 'config set gate.cfg '
+gives 'IPADDR,NTP' 'config set gate.cfg ethernet '
+gives '' 'config set gate.cfg ethernet NTP '
+gives 'backups,gate.cfg' 'config set --set ethernet/NTP=x gate.cfg '
+gives 'H30,H40,K30,K40,W40' 'version check --model '
+gives 'k30-h30-k40-pattern,k30-h30-k40-return,k40-step' 'version rules k'
 gives 'backups' 'config collect gate.cfg --output-folder '
 gives 'backups,gate.cfg' 'firmware gate.cfg '
 gives '' 'app-version '

@@ -1,7 +1,7 @@
 # Read by CTest before it runs: a test for each suite of a program of GoogleTest, "base.Copy" for the
-# suite Copy of base_tests.
+# suite Copy of base_tests. Each sets the fixture up, where that is not empty.
 
-function(vantero_add_suites program path)
+function(vantero_add_suites program path fixture)
   string(REGEX REPLACE "_tests$" "" folder "${program}")
   if(NOT EXISTS "${path}")
     add_test("${folder}.notBuilt" "${path}")
@@ -17,6 +17,7 @@ function(vantero_add_suites program path)
     string(REGEX REPLACE "[\n.]" "" suite "${suite}")
     string(REPLACE "/" "." name "${suite}")
     add_test("${folder}.${name}" "${path}" "--gtest_filter=${suite}.*")
-    set_tests_properties("${folder}.${name}" PROPERTIES TIMEOUT 600)
+    set_tests_properties("${folder}.${name}" PROPERTIES TIMEOUT 600
+      FIXTURES_SETUP "${fixture}")
   endforeach()
 endfunction()

@@ -10,11 +10,13 @@
 #include "support/QtPrinters.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -26,6 +28,33 @@
 #include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#ifdef VANTERO_JSON_OUTPUTS
+/** Keeps what a run with --json, or --jsonl, printed, for the test that validates all of them: the
+ * arguments, parted by zero bytes, an empty one and a line end, then the output. */
+inline void keepJson(const std::vector<std::string> &arguments, const QByteArray &out)
+{
+    bool isJson = false;
+    QByteArray content;
+    for (const std::string &argument : arguments) {
+        if (argument == "--")
+            break;
+        isJson = isJson || argument == "--json" || argument == "--jsonl";
+    }
+    for (const std::string &argument : arguments)
+        content += QByteArray(argument.data(), int(argument.size())) + '\0';
+    if (!isJson)
+        return;
+    static int number = 0;
+    const testing::TestInfo *const test = testing::UnitTest::GetInstance()->current_test_info();
+    std::string name = std::string(test->test_suite_name()) + '.' + test->name();
+    std::replace(name.begin(), name.end(), '/', '.');
+    QFile file(
+        QString::fromStdString(VANTERO_JSON_OUTPUTS "/" + name + '.' + std::to_string(number++)));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << file.fileName().toStdString();
+    file.write(content + QByteArray("\0\n", 2) + out);
+}
+#endif
 
 /** How the tool is run. */
 struct ToolCall
@@ -156,6 +185,10 @@ inline ToolResult runTool(const ToolCall &call)
         result.exitCode = WEXITSTATUS(status);
     else
         result.signal = WTERMSIG(status);
+#ifdef VANTERO_JSON_OUTPUTS
+    if (call.program == VANTERO_TOOL && call.outputPath.empty() && !call.closeOutput)
+        keepJson(call.arguments, result.out);
+#endif
     return result;
 }
 

@@ -74,7 +74,7 @@ TEST(CommandLine, listOfCommandsAsJsonTellsWhatTheHelpTells)
               (QJsonObject{{"name"_q, "--section"_q},
                            {"meaning"_q, "only this section"_q},
                            {"value"_q, "NAME"_q},
-                           {"takes"_q, "text"_q},
+                           {"takes"_q, "section"_q},
                            {"required"_q, false},
                            {"repeated"_q, false}}));
 
@@ -316,10 +316,20 @@ TEST(CommandLine, aFullDiskIsExitCode3)
         expectRun(runTool(call), 3, "",
                   "vantero-formats: standard output: No space left on device\n");
     }
-    // With --json nothing can be told: standard output is where it would stand.
-    ToolCall call{{"config", "show", kGate, "--json"}};
+    // With --json standard output is where it would stand.
+    for (const std::vector<std::string> &arguments :
+         std::vector<std::vector<std::string>>{{"--version", "--json"},
+                                               {"config", "show", kGate, "--json"},
+                                               {"config", "table", kGate, "--json"},
+                                               {"config", "lint", kGate, "--json"}}) {
+        ToolCall call{arguments};
+        call.outputPath = "/dev/full";
+        expectRun(runTool(call), 3, "",
+                  "vantero-formats: standard output: No space left on device\n");
+    }
+    ToolCall call{{"config", "show", "missing.cfg", "--json"}};
     call.outputPath = "/dev/full";
-    expectRun(runTool(call), 3, "", "");
+    expectRun(runTool(call), 3, "", "vantero-formats: missing.cfg: No such file or directory\n");
 }
 
 TEST(CommandLine, aClosedStandardOutputIsExitCode3)

@@ -245,7 +245,7 @@ TEST_F(ConfigCollect, reportsWhatCannotBeReadAndGoesOn)
                           "10.0.0.1  VN-3.0.6.29  a\n");
     const QList<QByteArray> lines = result.err.split('\n');
     ASSERT_EQ(lines.size(), 6) << result.err.constData();
-    EXPECT_EQ(lines[0], "vantero-formats: missing: no such file or folder");
+    EXPECT_EQ(lines[0], "vantero-formats: missing: No such file or directory");
     EXPECT_THAT(lines[1].toStdString(),
                 StartsWith("vantero-formats: bad.zip: two.cfg: ZIP bad CRC: "));
     EXPECT_EQ(lines[2], "vantero-formats: fifo: neither a file nor a folder");
@@ -262,7 +262,7 @@ TEST_F(ConfigCollect, reportsWhatCannotBeReadAndGoesOn)
     const QJsonArray errors = json.json().value("errors"_q).toArray();
     ASSERT_EQ(errors.size(), 5);
     EXPECT_EQ(errors[0].toObject().value("file"_q).toString(), "missing"_q);
-    EXPECT_EQ(errors[0].toObject().value("message"_q).toString(), "no such file or folder"_q);
+    EXPECT_EQ(errors[0].toObject().value("message"_q).toString(), "No such file or directory"_q);
     EXPECT_EQ(errors[0].toObject().value("exitCode"_q).toInt(), 2);
     QStringList reasons;
     for (const QJsonValue &error : errors)
@@ -644,7 +644,7 @@ TEST_F(ConfigCollect, stopsAtTheFirstFailureWhereThatIsWanted)
     const ToolResult result =
         collect({"a", "missing", "b", "--on-error", "stop", "--output-folder", "out"});
     EXPECT_EQ(result.exitCode, 2);
-    EXPECT_EQ(result.err, "vantero-formats: missing: no such file or folder\n");
+    EXPECT_EQ(result.err, "vantero-formats: missing: No such file or directory\n");
     EXPECT_EQ(content("out"_q),
               (QMap<QByteArray, QByteArray>{{"10.0.0.1-DATE.cfg", configOf("10.0.0.1")}}));
     EXPECT_EQ(
@@ -692,6 +692,7 @@ QByteArray errorsOnTerminal(const std::vector<std::string> &arguments, const QSt
         ::close(lease);
         ::close(master);
         ::setenv("TERM", terminalKind, 1);
+        ::setenv("NO_COLOR", "1", 1);
         std::vector<char *> words = {const_cast<char *>(VANTERO_TOOL), const_cast<char *>("config"),
                                      const_cast<char *>("collect")};
         for (const std::string &argument : arguments)

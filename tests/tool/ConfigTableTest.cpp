@@ -193,17 +193,21 @@ TEST_F(ConfigTable, jsonHoldsRowsAndFaults)
               "      }\n"
               "    }\n"
               "  ],\n"
-              "  \"faults\": [\n"
+              "  \"errors\": [\n"
               "    {\n"
-              "      \"source\": \"missing\",\n"
-              "      \"reason\": \"not-found\",\n"
-              "      \"message\": \"no such file or folder\"\n"
+              "      \"file\": \"missing\",\n"
+              "      \"line\": null,\n"
+              "      \"column\": null,\n"
+              "      \"message\": \"No such file or directory\",\n"
+              "      \"exitCode\": 2,\n"
+              "      \"reason\": \"not-found\"\n"
               "    }\n"
-              "  ]\n"
+              "  ],\n"
+              "  \"warnings\": []\n"
               "}\n",
               "");
     EXPECT_EQ(run("table", {"a", "--where", "address=x", "--json"}).out,
-              "{\n  \"rows\": [],\n  \"faults\": []\n}\n");
+              "{\n  \"rows\": [],\n  \"errors\": [],\n  \"warnings\": []\n}\n");
 }
 
 TEST_F(ConfigTable, jsonLinesAreARowALine)
@@ -214,7 +218,7 @@ TEST_F(ConfigTable, jsonLinesAreARowALine)
               "\"s/k\":[\"\xc3\xa4\\\"\\\\\"]}}\n"
               "{\"address\":\"10.0.0.1\",\"firmware\":\"VN-3.0.6.29\",\"source\":\"a\",\"values\":{"
               "\"s/k\":[\"\xc3\xa4\\\"\\\\\"]}}\n",
-              "vantero-formats: missing: no such file or folder\n");
+              "vantero-formats: missing: No such file or directory\n");
 }
 
 TEST_F(ConfigTable, formatsExcludeEachOther)
@@ -311,9 +315,10 @@ TEST_F(ConfigTable, faultsHaveReasons)
                 found += each.toObject().value("address"_q).toString();
             EXPECT_EQ(found.join(" "_q), QString::fromLatin1(row.addresses));
             QStringList faults;
-            for (const QJsonValue &each : result.json().value("faults"_q).toArray())
-                faults += each.toObject().value("source"_q).toString() + " "_q +
-                          each.toObject().value("reason"_q).toString();
+            for (const QString &list : {"errors"_q, "warnings"_q})
+                for (const QJsonValue &each : result.json().value(list).toArray())
+                    faults += each.toObject().value("file"_q).toString() + " "_q +
+                              each.toObject().value("reason"_q).toString();
             EXPECT_EQ(faults.join("; "_q), QString::fromLatin1(row.faults));
             EXPECT_EQ(result.exitCode, row.exitCode);
         }
@@ -480,7 +485,7 @@ TEST_F(ConfigTable, aSignalLeavesWholeRows)
     QJsonParseError error = {};
     const QJsonDocument document = QJsonDocument::fromJson(tool.readAllStandardOutput(), &error);
     EXPECT_EQ(error.error, QJsonParseError::NoError);
-    EXPECT_EQ(document.object().value("faults"_q), QJsonArray());
+    EXPECT_EQ(document.object().value("errors"_q), QJsonArray());
     EXPECT_EQ(tool.readAllStandardError(), "");
 }
 

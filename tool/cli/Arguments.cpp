@@ -51,7 +51,7 @@ public:
         QString name;  // "FILE", "--section"
         QString value; // of an option: "NAME"; empty for a flag
         QString what;
-        const char *takes; // "file", "text", "number", "choice"; "nothing" for a flag
+        const char *takes; // "file", "text" or what is offered, "number", "choice", "nothing"
         bool positional;
         bool repeated;
         bool required;
@@ -80,12 +80,12 @@ public:
     }
 
     /** A parameter that the help tells of; another one takes what is given for it. */
-    void addShown(const char *name, const char *what, bool repeated)
+    void addShown(const char *name, const char *what, const char *takes, bool repeated)
     {
         parameters.push_back({QString::fromUtf8(name),
                               QString(),
                               QString::fromUtf8(what),
-                              "text",
+                              takes,
                               true,
                               repeated,
                               !repeated,
@@ -99,7 +99,7 @@ public:
         const QString name = QString::fromUtf8(option);
         const QString shape = QString::fromUtf8(form);
         const bool hasValue = shape.contains(QLatin1Char('='));
-        add(option, form, what, "text", true,
+        add(option, form, what, hasValue ? "assignment" : "entry", true,
             [this, name, shape, hasValue, &target](const Values &values) {
                 for (const std::string &each : values) {
                     const QString text = textFromArgument(fromStdString(each));
@@ -189,7 +189,7 @@ public:
         const QByteArray word = fromStdString(extras.front());
         if (words.indexOf(word) > endOfOptions() || !word.startsWith('-') || word == "-")
             return unexpected(word);
-        QStringList names = {QStringLiteral("--help")};
+        QStringList names = {QStringLiteral("--help"), QStringLiteral("--color")};
         for (const Parameter &parameter : parameters)
             if (!parameter.positional)
                 names += parameter.name;
@@ -307,7 +307,7 @@ void Arguments::fileThenTexts(const char *name, const char *what, QStringList &f
            });
     d->parameters.back().repeated = false;
     for (std::size_t i = 0; i < texts.size(); ++i)
-        d->addShown(texts[i].name, texts[i].what, i >= single);
+        d->addShown(texts[i].name, texts[i].what, texts[i].offers, i >= single);
 }
 
 void Arguments::assignments(const char *option, const char *what, QList<EntryArgument> &target)
@@ -402,6 +402,11 @@ void Arguments::flag(const char *option, const char *what, bool &target)
 void Arguments::json()
 {
     d->addFlag("--json", "print the result as one JSON value", [](const Private::Values &) {});
+}
+
+void Arguments::offers(const char *kind)
+{
+    d->parameters.back().takes = kind;
 }
 
 void Arguments::require()

@@ -78,6 +78,7 @@ public:
         const char *name;
         const char *what;
         QString *target;
+        const char *offers = "text"; ///< see offers()
     };
 
     /**
@@ -122,6 +123,10 @@ public:
 
     /** Declares --json; whether it was given is known to Output. */
     void json();
+
+    /** Says that the text declared last is a "section", "key", "model" or what else completions()
+     * knows, so that shells can offer those that there are. */
+    void offers(const char *kind);
 
     /** Makes the option declared last required. */
     void require();

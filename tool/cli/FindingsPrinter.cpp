@@ -19,6 +19,20 @@ QStringList severities()
     return QString::fromLatin1(kSeverities).split(QLatin1Char('|'));
 }
 
+QString inWords(const Colors &colors, const QString &file, const QString &severity,
+                const Finding &finding)
+{
+    static constexpr Style kStyles[] = {Style::Error, Style::Warning, Style::Note};
+    const QString place =
+        QStringLiteral("%1:%2:%3:")
+            .arg(file, QString::number(finding.range.line), QString::number(finding.range.column));
+    const QLatin1Char blank(' ');
+    return colors.text(Style::Place, escapedControls(place)) + blank +
+           colors.text(kStyles[int(finding.severity)], severity + QLatin1Char(':')) + blank +
+           escapedControls(finding.message) + blank +
+           colors.text(Style::Aside, QLatin1Char('[') + finding.code + QLatin1Char(']'));
+}
+
 } // namespace
 
 void FindingsPrinter::declare(Arguments &arguments)
@@ -54,10 +68,7 @@ void FindingsPrinter::add(Output &out, const QString &file, const Findings &find
                                             {"code", finding.code},
                                             {"message", finding.message}}));
         else
-            out.printLine(escapedControls(QStringLiteral("%1:%2:%3: %4: %5 [%6]")
-                                              .arg(file, QString::number(finding.range.line),
-                                                   QString::number(finding.range.column), severity,
-                                                   finding.message, finding.code)));
+            out.printLine(inWords(out.colors(), file, severity, finding));
     }
 }
 
@@ -75,12 +86,8 @@ ExitCode FindingsPrinter::finish(Output &out)
 
 ExitCode FindingsPrinter::finish(Output &out, const Json &errors, ExitCode worst)
 {
-    if (out.json()) {
-        Json result = Json::object({{"findings", std::move(m_findings)}});
-        if (worst == ExitCode::BadInput)
-            result.insert(QStringLiteral("errors"), errors);
-        out.setResult(std::move(result));
-    }
+    if (out.json())
+        out.setResult(Json::object({{"findings", std::move(m_findings)}, {"errors", errors}}));
     return std::max(worst, m_hasErrors ? ExitCode::No : ExitCode::Done);
 }
 

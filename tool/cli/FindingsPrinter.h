@@ -14,10 +14,10 @@ namespace vn::tool {
 /**
  * What every lint prints, and its options: a line a finding, "FILE:LINE:COLUMN: severity: message
  * [code]", or with --json {"findings": [{"file", "line", "column", "endLine", "endColumn",
- * "severity", "code", "message"}, …]}.
+ * "severity", "code", "message"}, …], "errors": […]}.
  *
- * What cannot be read is told as any error; the rest goes on. With --json such errors stand in a
- * member "errors", which is there only then.
+ * What cannot be read is told as any error; the rest goes on. With --json such errors stand in the
+ * member "errors".
  * @code
  * for (const QString &file : files) {
  *     try {

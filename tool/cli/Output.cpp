@@ -15,6 +15,8 @@ namespace vn::tool {
 namespace {
 
 constexpr int kBufferSize = 1 << 16;
+constexpr char kProgram[] = "vantero-formats:";
+constexpr char kWarning[] = "warning:";
 
 /** Writes all bytes; false, with errno set, when that fails. */
 bool writeAll(int descriptor, const QByteArray &bytes)
@@ -42,9 +44,11 @@ ToolError standardOutputError()
 
 } // namespace
 
-Output::Output(bool json)
+Output::Output(bool json, ColorMode colors)
     : m_json(json)
     , m_toTerminal(::isatty(STDOUT_FILENO) == 1)
+    , m_colors(colors, STDOUT_FILENO)
+    , m_errorColors(colors, STDERR_FILENO)
 {
 }
 
@@ -78,14 +82,24 @@ void Output::printLine(const QString &text)
     print(text + QLatin1Char('\n'));
 }
 
-void Output::printForeign(const QString &text)
+QString Output::forTerminal(const QString &text) const
 {
     if (!m_toTerminal)
-        return print(text);
+        return text;
     QStringList lines = text.split(QLatin1Char('\n'));
     for (QString &line : lines)
         line = escapedControls(line);
-    print(lines.join(QLatin1Char('\n')));
+    return lines.join(QLatin1Char('\n'));
+}
+
+void Output::printForeign(const QString &text)
+{
+    print(forTerminal(text));
+}
+
+void Output::printForeignDiff(const QString &lines)
+{
+    printDiff(toOutputBytes(forTerminal(lines)));
 }
 
 void Output::setResult(Json result)
@@ -97,12 +111,13 @@ void Output::complain(const ToolError &error)
 {
     if (m_json)
         return;
-    writeToStandardError(failureText(error, false));
+    writeToStandardError(failureText(error, false, m_errorColors));
 }
 
 void Output::warn(const QString &name, const QString &message)
 {
-    complain(ToolError(ExitCode::Done, QLatin1String("warning: ") + message).at(name));
+    complain(
+        ToolError(ExitCode::Done, QLatin1String(kWarning) + QLatin1Char(' ') + message).at(name));
 }
 
 void Output::finish()
@@ -134,12 +149,16 @@ ExitCode Output::fail(const ToolError &error)
         complain(error);
         return error.code();
     }
-    if (!m_hasPieces)
+    if (m_hasPieces) // what is printed cannot be taken back
+        writeToStandardError(failureText(error, false, m_errorColors));
+    else
         m_buffer = failureText(error, true);
     m_result.reset();
     try {
         close();
     } catch (const ToolError &) {
+        if (!m_hasPieces)
+            writeToStandardError(failureText(error, false, m_errorColors));
         return ExitCode::OutputFailed;
     }
     return error.code();
@@ -168,11 +187,17 @@ QString escapedControls(const QString &text)
     return result;
 }
 
-QByteArray failureText(const ToolError &error, bool json)
+QByteArray failureText(const ToolError &error, bool json, const Colors &colors)
 {
     if (json)
         return Json::object({{"error", errorToJson(error)}}).toText();
-    QString text = QLatin1String("vantero-formats: ") + error.toString() + QLatin1Char('\n');
+    const bool isFailure = error.code() != ExitCode::Done;
+    QString text = colors.text(isFailure ? Style::Error : Style::Place, QLatin1String(kProgram)) +
+                   QLatin1Char(' ') + error.toString() + QLatin1Char('\n');
+    const int warning = isFailure ? -1 : text.indexOf(QLatin1String(kWarning));
+    if (warning >= 0)
+        text.replace(warning, int(sizeof kWarning) - 1,
+                     colors.text(Style::Warning, QLatin1String(kWarning)));
     if (!error.excerpt().isEmpty()) {
         text += error.excerpt();
         if (!text.endsWith(QLatin1Char('\n')))

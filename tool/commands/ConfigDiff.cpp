@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "tool/cli/Command.h"
+#include "tool/cli/FileNameCodec.h"
 #include "tool/files/ConfigInput.h"
 #include "tool/files/ConfigSources.h"
 
@@ -192,8 +193,7 @@ private:
     {
         if (found.isEmpty())
             return;
-        out.printLine(QLatin1String("--- ") + a);
-        out.printLine(QLatin1String("+++ ") + b);
+        out.printDiff(toOutputBytes(QStringLiteral("--- %1\n+++ %2\n").arg(a, b)));
         for (const ConfigSectionDifference &section : found) {
             const char mark = section.inFirst == section.inSecond ? ' '
                               : section.inFirst                   ? '-'
@@ -208,7 +208,7 @@ private:
                     text +=
                         QLatin1Char('+') + key.key + QLatin1Char('=') + value + QLatin1Char('\n');
             }
-            out.printForeign(text);
+            out.printForeignDiff(text);
         }
     }
 

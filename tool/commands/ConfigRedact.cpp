@@ -32,6 +32,7 @@ public:
                                  "the values of this key are secrets, too; \"*\" stands for any "
                                  "characters",
                                  m_keys);
+        arguments.offers("key");
         arguments.repeatedOption("--pattern", "REGEX",
                                  "what matches is a secret, too, or the first group of it",
                                  m_patterns);

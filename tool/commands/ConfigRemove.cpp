@@ -52,10 +52,12 @@ public:
             "1.");
         arguments.fileThenTexts(
             "FILE", "configuration, \"-\" for standard input", m_target.names(),
-            {{"SECTION", "names of the sections; none where an option says what goes", nullptr}},
+            {{"SECTION", "names of the sections; none where an option says what goes", nullptr,
+              "section"}},
             "--section", &m_sections);
         arguments.repeatedOption("--section", "SECTION",
                                  "remove this section; all arguments are files then", m_sections);
+        arguments.offers("section");
         arguments.flag("--outer-comments",
                        "remove comments outside of sections, the header block included",
                        m_outerComments);

@@ -41,8 +41,8 @@ public:
         const char *option = isSet ? "--set" : "--add";
         arguments.fileThenTexts(
             "FILE", "configuration, \"-\" for standard input", m_target.names(),
-            {{"SECTION", "name of the section", &m_single.section},
-             {"KEY", "the key", &m_single.key},
+            {{"SECTION", "name of the section", &m_single.section, "section"},
+             {"KEY", "the key", &m_single.key, "key"},
              {"VALUE", R"(the value; after "--" it may begin with "-")", &m_single.value}},
             option);
         arguments.assignments(option,

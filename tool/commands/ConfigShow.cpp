@@ -32,7 +32,9 @@ public:
         arguments.files("FILE", "configuration or JPEG image, \"-\" for standard input",
                         m_sources.names());
         arguments.option("--section", "NAME", "only this section", m_section);
+        arguments.offers("section");
         arguments.option("--key", "KEY", "only the values of this key of the section", m_key);
+        arguments.offers("key");
         arguments.needs("--key", "--section");
         m_sources.declare(arguments);
         arguments.json();

@@ -39,6 +39,7 @@ public:
         arguments.file("TARGET", "configuration to change, \"-\" for standard input", m_targetFile);
         arguments.file("SOURCE", "configuration with the wanted section", m_sourceFile);
         arguments.text("SECTION", "name of the section", m_section);
+        arguments.offers("section");
         m_target.declare(arguments);
         arguments.example("vantero-formats config splice entrance.cfg gate.cfg image --in-place",
                           "gives the entrance camera the image settings of the gate");

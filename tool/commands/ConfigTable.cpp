@@ -33,8 +33,10 @@ public:
         m_scan.declare(arguments, "--password-file");
         arguments.repeatedOption("--key", "SECTION/KEY", "a column with the values of this key",
                                  m_keys);
+        arguments.offers("entry");
         arguments.repeatedOption("--where", "EXPR", "only configurations that meet this condition",
                                  m_conditions);
+        arguments.offers("condition");
         arguments.flag("--csv", "print comma-separated values, as RFC 4180 has them", m_csv);
         arguments.flag("--jsonl",
                        "print a JSON object a line (JSON Lines), each as soon as it is known",
@@ -82,7 +84,7 @@ public:
                     ? ToolError(ExitCode::Done, QLatin1String("warning: ") + fault.error.message())
                           .at(fault.error.file())
                     : fault.error);
-            m_writer->addFault(fault.source, fault.reason, fault.message);
+            m_writer->addFault(fault);
         };
         handler.idle = [this] { m_writer->flush(); };
         (void)m_scan.run(out, handler);

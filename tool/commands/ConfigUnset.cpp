@@ -20,8 +20,8 @@ public:
                            "one of --index. Where there is none, nothing is written and the exit "
                            "status is 1.");
         arguments.fileThenTexts("FILE", "configuration, \"-\" for standard input", m_target.names(),
-                                {{"SECTION", "name of the section", &m_single.section},
-                                 {"KEY", "the key", &m_single.key}},
+                                {{"SECTION", "name of the section", &m_single.section, "section"},
+                                 {"KEY", "the key", &m_single.key, "key"}},
                                 "--key");
         arguments.entries("--key", "remove this key; all arguments are files then", m_keys);
         arguments.option("--value", "VALUE", "remove only lines with this value", m_value);

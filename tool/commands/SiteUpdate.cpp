@@ -137,9 +137,13 @@ void SiteUpdate::print(const std::vector<Row> &rows, Output &out) const
     }
     for (const QStringList &line : qAsConst(lines)) {
         QString text;
-        for (int column = 0; column < line.size(); ++column)
-            text +=
-                line.at(column).leftJustified(column + 1 < line.size() ? widths.at(column) + 2 : 0);
+        for (int column = 0; column < line.size(); ++column) {
+            const QString &cell = line.at(column);
+            const bool isVerdict = column == 2 && &line != &lines.first();
+            text += isVerdict ? coloredVerdict(cell, out.colors()) : cell;
+            if (column + 1 < line.size())
+                text += QString(widths.at(column) + 2 - cell.size(), QLatin1Char(' '));
+        }
         out.printLine(text);
     }
 }

@@ -3,6 +3,8 @@
 
 #include "tool/commands/TableWriter.h"
 
+#include "tool/files/ConfigScan.h"
+
 #include <algorithm>
 
 namespace vn::tool {
@@ -105,28 +107,41 @@ public:
         m_hasRows = true;
     }
 
-    void addFault(const QString &source, const QString &reason, const QString &message) override
+    void addFault(const ScanFault &fault) override
     {
-        m_faults.append(
-            Json::object({{"source", source}, {"reason", reason}, {"message", message}}));
+        if (fault.isWarning()) {
+            m_warnings.append(Json::object(
+                {{"file", fault.source}, {"reason", fault.reason}, {"message", fault.message}}));
+            return;
+        }
+        Json error = errorToJson(ToolError(fault.error.code(), fault.message).at(fault.source));
+        error.insert(QStringLiteral("reason"), fault.reason);
+        m_errors.append(std::move(error));
     }
 
     void flush() override {}
 
     void finish() override
     {
-        QByteArray faults = m_faults.toText();
-        faults.chop(1);
         m_out.printJson((m_hasRows ? QByteArray("\n  ") : QByteArray(kOpening)) +
-                        "],\n  \"faults\": " + faults.replace("\n", "\n  ") + "\n}\n");
+                        "],\n  \"errors\": " + member(m_errors) +
+                        ",\n  \"warnings\": " + member(m_warnings) + "\n}\n");
     }
 
 private:
+    static QByteArray member(const Json &value)
+    {
+        QByteArray text = value.toText();
+        text.chop(1);
+        return text.replace("\n", "\n  ");
+    }
+
     static constexpr char kOpening[] = "{\n  \"rows\": [";
 
     const QStringList m_columns;
     Output &m_out;
-    Json m_faults = Json::array();
+    Json m_errors = Json::array();
+    Json m_warnings = Json::array();
     bool m_hasRows = false;
 };
 
@@ -194,7 +209,7 @@ private:
 
 } // namespace
 
-void TableWriter::addFault(const QString &, const QString &, const QString &) {}
+void TableWriter::addFault(const ScanFault &) {}
 
 std::unique_ptr<TableWriter> makeTableWriter(TableFormat format, const QStringList &columns,
                                              Output &out)

@@ -14,6 +14,8 @@
 
 namespace vn::tool {
 
+struct ScanFault;
+
 /** A row of `config table`: one configuration. */
 struct TableRow
 {
@@ -26,7 +28,7 @@ struct TableRow
 enum class TableFormat {
     Text,      ///< columns for people
     Csv,       ///< RFC 4180
-    Json,      ///< {"rows": […], "faults": […]}
+    Json,      ///< {"rows": […], "errors": […], "warnings": […]}
     JsonLines, ///< a row a line
 };
 
@@ -38,7 +40,7 @@ public:
 
     virtual void write(const TableRow &row) = 0;
     /** Keeps what is to be told with the rows; where it is not, standard error has it already. */
-    virtual void addFault(const QString &source, const QString &reason, const QString &message);
+    virtual void addFault(const ScanFault &fault);
     /** Hands over what has been printed, where somebody may wait for it. */
     virtual void flush() = 0;
     /** Prints what remains. */

@@ -27,6 +27,7 @@ public:
             "The exit status is 0 only where the update is safe, 1 where it is unsafe or "
             "depends on the model, and 2 where it is not judged.");
         arguments.option("--model", "MODEL", "model name of the camera", m_model);
+        arguments.offers("model");
         arguments.flag("--all-reasons", "print every rule that forbids the update", m_allReasons);
         arguments.flag(
             "--literal",
@@ -74,18 +75,18 @@ public:
         }
         switch (judgement.verdict) {
         case UpdateJudgement::Verdict::Safe:
-            out.printLine(QStringLiteral("safe"));
+            out.printLine(coloredVerdict(QStringLiteral("safe"), out.colors()));
             break;
         case UpdateJudgement::Verdict::Unsafe:
             print(QString(), false, judgement.reasons, out);
             break;
         case UpdateJudgement::Verdict::Depends:
-            out.printLine(QStringLiteral("depends on the model"));
+            out.printLine(coloredVerdict(QStringLiteral("depends on the model"), out.colors()));
             for (const UpdateClassVerdict &row : judgement.classes)
                 print(row.models.name + QLatin1String(": "), row.safe, row.reasons, out);
             break;
         case UpdateJudgement::Verdict::Unknown:
-            out.printLine(QStringLiteral("unknown"));
+            out.printLine(coloredVerdict(QStringLiteral("unknown"), out.colors()));
             return complainOfObstacles(judgement.obstacles, out);
         }
         return code;
@@ -106,13 +107,19 @@ private:
         return ExitCode::BadInput;
     }
 
+    static QString refusal(const QString &sentence, const Output &out)
+    {
+        return coloredVerdict(QStringLiteral("unsafe"), out.colors()) + QLatin1String(": ") +
+               sentence;
+    }
+
     void print(const QString &prefix, bool safe, const QList<UpdateReason> &reasons,
                Output &out) const
     {
         if (safe)
-            out.printLine(prefix + QLatin1String("safe"));
+            out.printLine(prefix + coloredVerdict(QStringLiteral("safe"), out.colors()));
         for (const UpdateReason &reason : m_allReasons ? reasons : reasons.mid(0, 1))
-            out.printLine(prefix + QLatin1String("unsafe: ") + reason.sentence);
+            out.printLine(prefix + refusal(reason.sentence, out));
     }
 
     Json toJson(const QString &model, const UpdateJudgement &judgement) const
@@ -153,8 +160,8 @@ private:
         }
         for (const QString &warning : warnings)
             out.warn(QString(), warning);
-        out.printLine(verdict.safe ? QStringLiteral("safe")
-                                   : QLatin1String("unsafe: ") + verdict.sentence);
+        out.printLine(verdict.safe ? coloredVerdict(QStringLiteral("safe"), out.colors())
+                                   : refusal(verdict.sentence, out));
         return code;
     }
 

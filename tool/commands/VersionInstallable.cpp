@@ -29,6 +29,7 @@ public:
                          "model name of the camera; without it every update has to "
                          "be safe on every model",
                          m_model);
+        arguments.offers("model");
         arguments.text("CURRENT", "version that the camera runs now", m_current);
         arguments.files("VERSION",
                         "versions, firmware packages, folders of packages, \"-\" for the "
@@ -81,25 +82,28 @@ private:
         return list;
     }
 
-    static QString wayText(const InstallableVersion &row)
+    static QString wayText(const InstallableVersion &row, const Colors &colors)
     {
+        const auto colored = [&colors](const char *word) {
+            return coloredVerdict(QLatin1String(word), colors);
+        };
         switch (row.way) {
         case Way::Directly:
-            return QStringLiteral("directly");
+            return colored("directly");
         case Way::ByPlan:
-            return QLatin1String("by ") +
+            return colored("by") + QLatin1Char(' ') +
                    hops(row).mid(0, row.plan.hops.size() - 1).join(QLatin1String(", "));
         case Way::Never:
-            return QLatin1String("never: ") + row.plan.blockedBy.first().sentence;
+            return colored("never") + QLatin1String(": ") + row.plan.blockedBy.first().sentence;
         case Way::Unknown:
             break;
         }
-        return QLatin1String("unknown: ") + row.plan.obstacles.first();
+        return colored("unknown") + QLatin1String(": ") + row.plan.obstacles.first();
     }
 
     static void print(const InstallableVersion &row, const QString &file, Output &out)
     {
-        QString line = row.version + QLatin1String("  ") + wayText(row);
+        QString line = row.version + QLatin1String("  ") + wayText(row, out.colors());
         if (!file.isNull())
             line += QLatin1String("  (") + file + QLatin1Char(')');
         out.printLine(line);

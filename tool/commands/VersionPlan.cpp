@@ -30,6 +30,7 @@ public:
                          "model name of the camera; without it every update has to "
                          "be safe on every model",
                          m_model);
+        arguments.offers("model");
         arguments.fileList(
             "--available", "VERSION|PACKAGE|FOLDER",
             "versions at hand: versions, firmware packages, folders of packages, \"-\" "
@@ -87,7 +88,8 @@ private:
     static void printBlocked(const UpdatePlan &plan, Output &out)
     {
         for (const UpdateReason &reason : plan.blockedBy)
-            out.printLine(QLatin1String("no way: ") + reason.sentence);
+            out.printLine(coloredVerdict(QStringLiteral("no way"), out.colors()) +
+                          QLatin1String(": ") + reason.sentence);
         out.printLine(QLatin1String("nearest: ") + plan.nearest);
         out.printLine(QLatin1String("needed: ") + plan.needed);
         if (!plan.bridge.isNull())

@@ -22,6 +22,7 @@ public:
             "rules are asked. The first one that decides an update ends it; \"?\" "
             "stands for any character of a model.");
         arguments.texts("RULE", "only the rules of these identifiers", m_identifiers);
+        arguments.offers("rule");
         arguments.optional();
         arguments.json();
         arguments.example("vantero-formats version rules", "prints the rules of safe updates");

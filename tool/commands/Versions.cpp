@@ -120,6 +120,15 @@ QString verdictName(UpdateJudgement::Verdict verdict)
     return QStringLiteral("unknown");
 }
 
+QString coloredVerdict(const QString &word, const Colors &colors)
+{
+    const QString first = word.section(QLatin1Char(' '), 0, 0);
+    const bool isGood = first == QLatin1String("safe") || first == QLatin1String("directly");
+    const bool isBad = first == QLatin1String("unsafe") || first == QLatin1String("never") ||
+                       first == QLatin1String("no");
+    return colors.text(isGood ? Style::Good : isBad ? Style::Bad : Style::Warning, word);
+}
+
 ExitCode complainOfObstacles(const QStringList &obstacles, Output &out)
 {
     for (const QString &obstacle : obstacles)

@@ -18,6 +18,9 @@ namespace vn::tool {
 /** The number of components of a version. */
 constexpr int kVersionComponents = 6;
 
+/** The word of a verdict ("unsafe", "depends on the model") in its color. */
+QString coloredVerdict(const QString &word, const Colors &colors);
+
 /** The name of component @p i: "platform", "major" and so on. */
 QString versionComponentName(int i);
 

@@ -15,30 +15,67 @@ _vantero_formats_names() { # -f or -d
     _vantero_formats_reply "$1"
 }
 
+# Sets the replies to what the tool knows of a kind: sections of the files on the line, and the like.
+_vantero_formats_ask() {
+    local line glued=${current%"$last"}
+    COMPREPLY=()
+    while IFS= read -r line; do
+        [[ $line == "$current"* ]] || continue
+        line=${line#"$glued"}
+        COMPREPLY+=("$(printf %q "$line")")
+        [[ $line == *= ]] && compopt -o nospace 2>/dev/null
+    done < <("${COMP_WORDS[0]}" --complete "$1" -- "${COMP_WORDS[@]:1}" 2>/dev/null)
+}
+
 _vantero_formats_skip_json() {
-    while [[ ${words[0]-} == --json ]]; do
+    while [[ ${words[0]-} == --json || ${words[0]-} == --color* ]]; do
         words=("${words[@]:1}")
     done
 }
 
 _vantero_formats() {
     local current=${COMP_WORDS[COMP_CWORD]} words=() i
+    local last=$current # the reply stands for it
     COMPREPLY=()
     for ((i = 1; i < COMP_CWORD; ++i)); do
         words+=("${COMP_WORDS[i]}")
     done
-    # "--output=name" comes as three words.
-    [[ $current == = ]] && current=
-    ((${#words[@]})) && [[ ${words[-1]} == = ]] && unset 'words[-1]'
-
-    _vantero_formats_skip_json
-    if ((${#words[@]} == 0)); then
-        _vantero_formats_reply -W 'config version firmware app-version alarms erdinfo --help --version --json'
+    # "--output=name" comes as three words, and so does "a/b=c".
+    [[ $current == = ]] && last= && words+=("=") && current=
+    for ((i = 1; i < ${#words[@]}; ++i)); do
+        [[ ${words[i]} == = ]] || continue
+        if [[ ${words[i - 1]} == -* && ${words[i - 1]} != --color ]]; then
+            words=("${words[@]:0:i}" "${words[@]:i + 1}")
+        elif ((i + 1 == ${#words[@]})); then
+            current=${words[i - 1]}=$current
+            words=("${words[@]:0:i - 1}")
+        else
+            words=("${words[@]:0:i - 1}" "${words[i - 1]}=${words[i + 1]}" "${words[@]:i + 2}")
+        fi
+        i=0
+    done
+    if [[ $current == --color=* ]]; then
+        current=${current#*=}
+        _vantero_formats_reply -W 'auto always never'
         return
     fi
 
-    local command=${words[0]} seconds=''
+    _vantero_formats_skip_json
+    if ((${#words[@]} == 0)); then
+        _vantero_formats_reply -W 'config version firmware app-version alarms erdinfo help --help --version --json --color='
+        return
+    fi
+
+    local command=${words[0]} seconds='' help_option=--help
     words=("${words[@]:1}")
+    if [[ $command == help ]]; then
+        if ((${#words[@]} == 0)); then
+            _vantero_formats_reply -W 'config version firmware app-version alarms erdinfo'
+            return
+        fi
+        help_option='' command=${words[0]}
+        words=("${words[@]:1}")
+    fi
     case $command in
         config) seconds='show set add unset remove splice merge diff write lint redact collect table' ;;
         version) seconds='show compare check plan installable rules sort lint' ;;
@@ -48,187 +85,188 @@ _vantero_formats() {
     if [[ -n $seconds ]]; then
         _vantero_formats_skip_json
         if ((${#words[@]} == 0)); then
-            _vantero_formats_reply -W "$seconds --help"
+            _vantero_formats_reply -W "$seconds ${help_option-}"
             return
         fi
         command+=" ${words[0]}"
         words=("${words[@]:1}")
     fi
 
-    local options='' files='' folders='' others='' choices='' again='' several='' arguments=''
+    [[ -n $help_option ]] || return
+    local options='' files='' folders='' others='' choices='' asked='' again='' several='' arguments=''
     case $command in
     'config show')
         options='--section --key --recursive --password-file --json --help'
         files='--password-file' folders='' others='--section|--key'
-        choices='' again=''
+        choices='' asked='--section=section --key=key' again=''
         several='' arguments='file ...'
         ;;
     'config set')
         options='--set --index --existing --if --recursive --output --in-place --dry-run --help'
-        files='--output' folders='' others='--set|--if|--index'
-        choices='' again='--set|--if'
-        several='--set' arguments='file text text text'
+        files='--output' folders='' others='--index|--set|--if'
+        choices='' asked='--set=assignment --if=assignment' again='--set|--if'
+        several='--set' arguments='file section key text'
         ;;
     'config add')
         options='--add --existing --if --recursive --output --in-place --dry-run --help'
         files='--output' folders='' others='--add|--if'
-        choices='' again='--add|--if'
-        several='--add' arguments='file text text text'
+        choices='' asked='--add=assignment --if=assignment' again='--add|--if'
+        several='--add' arguments='file section key text'
         ;;
     'config unset')
         options='--key --value --index --recursive --output --in-place --dry-run --help'
-        files='--output' folders='' others='--key|--value|--index'
-        choices='' again='--key'
-        several='--key' arguments='file text text'
+        files='--output' folders='' others='--value|--index|--key'
+        choices='' asked='--key=entry' again='--key'
+        several='--key' arguments='file section key'
         ;;
     'config remove')
         options='--section --outer-comments --section-comments --empty-lines --recursive --output --in-place --dry-run --help'
         files='--output' folders='' others='--section'
-        choices='' again='--section'
-        several='--section' arguments='file text ...'
+        choices='' asked='--section=section' again='--section'
+        several='--section' arguments='file section ...'
         ;;
     'config splice')
         options='--recursive --output --in-place --dry-run --help'
         files='--output' folders='' others=''
-        choices='' again=''
-        several='' arguments='file file text'
+        choices='' asked='' again=''
+        several='' arguments='file file section'
         ;;
     'config merge')
         options='--network --motion --time-tables --output --explain --json --help'
         files='--output' folders='' others=''
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments='file file'
         ;;
     'config diff')
         options='--by --password-file --json --help'
         files='--password-file' folders='' others=''
-        choices='--by=address,name' again=''
+        choices='--by=address,name' asked='' again=''
         several='' arguments='file file'
         ;;
     'config write')
         options='--output --help'
         files='--output' folders='' others=''
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments='file'
         ;;
     'config lint')
         options='--severity --json --recursive --password-file --help'
         files='--password-file' folders='' others=''
-        choices='--severity=error,warning,note' again=''
+        choices='--severity=error,warning,note' asked='' again=''
         several='' arguments='file ...'
         ;;
     'config redact')
         options='--key --pattern --report --recursive --output --in-place --dry-run --help'
-        files='--output' folders='' others='--key|--pattern'
-        choices='' again='--key|--pattern'
+        files='--output' folders='' others='--pattern|--key'
+        choices='' asked='--key=key' again='--key|--pattern'
         several='' arguments='file ...'
         ;;
     'config collect')
         options='--recursive --files-from --null --source-password-file --on-error --jobs --entry-size-limit --archive-size-limit --entry-count-limit --ratio-limit --output-archive --password-file --output-folder --json --help'
         files='--files-from|--source-password-file|--output-archive|--password-file' folders='--output-folder' others='--jobs|--entry-size-limit|--archive-size-limit|--entry-count-limit|--ratio-limit'
-        choices='--on-error=stop,skip' again=''
+        choices='--on-error=stop,skip' asked='' again=''
         several='' arguments='file ...'
         ;;
     'config table')
         options='--recursive --files-from --null --password-file --on-error --jobs --entry-size-limit --archive-size-limit --entry-count-limit --ratio-limit --key --where --csv --jsonl --json --help'
-        files='--files-from|--password-file' folders='' others='--key|--where|--jobs|--entry-size-limit|--archive-size-limit|--entry-count-limit|--ratio-limit'
-        choices='--on-error=stop,skip' again='--key|--where'
+        files='--files-from|--password-file' folders='' others='--jobs|--entry-size-limit|--archive-size-limit|--entry-count-limit|--ratio-limit|--key|--where'
+        choices='--on-error=stop,skip' asked='--key=entry --where=condition' again='--key|--where'
         several='' arguments='file ...'
         ;;
     'version show')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments='text'
         ;;
     'version compare')
         options='-v --json --help'
         files='' folders='' others=''
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments='text text'
         ;;
     'version check')
         options='--model --all-reasons --literal --configurations --recursive --password-file --models --available --csv --json --help'
         files='--configurations|--password-file|--models|--available' folders='' others='--model'
-        choices='' again='--configurations|--available'
+        choices='' asked='--model=model' again='--configurations|--available'
         several='' arguments='text text'
         ;;
     'version plan')
         options='--model --available --json --help'
         files='--available' folders='' others='--model'
-        choices='' again='--available'
+        choices='' asked='--model=model' again='--available'
         several='' arguments='text text'
         ;;
     'version installable')
         options='--model --json --help'
         files='' folders='' others='--model'
-        choices='' again=''
+        choices='' asked='--model=model' again=''
         several='' arguments='text file ...'
         ;;
     'version rules')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again=''
-        several='' arguments='text ...'
+        choices='' asked='' again=''
+        several='' arguments='rule ...'
         ;;
     'version sort')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments='file'
         ;;
     'version lint')
         options='--severity --json --help'
         files='' folders='' others=''
-        choices='--severity=error,warning,note' again=''
+        choices='--severity=error,warning,note' asked='' again=''
         several='' arguments='text ...'
         ;;
     'firmware')
         options='-v --json --help'
         files='' folders='' others=''
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments='file ...'
         ;;
     'app-version')
         options='--revision --debug --json --help'
         files='' folders='' others='--revision'
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments='text'
         ;;
     'alarms list')
         options='--json --text-order --help'
         files='' folders='' others=''
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments='file ...'
         ;;
     'alarms update')
         options='--json --lines --help'
         files='' folders='' others=''
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments='file ...'
         ;;
     'alarms lint')
         options='--severity --json --updates --help'
         files='' folders='' others=''
-        choices='--severity=error,warning,note' again=''
+        choices='--severity=error,warning,note' asked='' again=''
         several='' arguments='file ...'
         ;;
     'erdinfo write')
         options='--id1 --id2 --number1 --number2 --time1 --time2 --text1 --text2 --text3 --json --help'
         files='' folders='' others='--text1|--text2|--text3|--id1|--id2|--number1|--number2|--time1|--time2'
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments='file'
         ;;
     'erdinfo show')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments='file'
         ;;
     'erdinfo layout')
         options='--json --help'
         files='' folders='' others=''
-        choices='' again=''
+        choices='' asked='' again=''
         several='' arguments=''
         ;;
     *)
@@ -259,6 +297,9 @@ _vantero_formats() {
             word=${word#"$pending="}
             [[ $word == -* ]] || _vantero_formats_reply -W "${word//,/ }"
         done
+        for word in $asked; do
+            [[ $word == "$pending="* ]] && _vantero_formats_ask "${word#*=}"
+        done
         return
     fi
     if [[ -z $only_arguments && $current == -* ]]; then
@@ -269,7 +310,10 @@ _vantero_formats() {
     read -r -a words <<<"$arguments"
     [[ ${words[count]-} != ... ]] || count=$((count - 1))
     ((count >= ${#words[@]})) && [[ $arguments == *...* ]] && count=$((${#words[@]} - 2))
-    [[ ${words[count]-} == file ]] && _vantero_formats_names -f
+    case ${words[count]-} in
+    file) _vantero_formats_names -f ;;
+    section|key|entry|assignment|condition|model|rule) _vantero_formats_ask "${words[count]}" ;;
+    esac
     return 0
 }
 

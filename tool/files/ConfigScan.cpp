@@ -53,7 +53,7 @@ struct StatusText
 constexpr StatusText kStatusTexts[] = {
     {Status::NoConfiguration, "no-configuration",
      "no configuration: the first two lines do not tell the versions", true},
-    {Status::NotFound, "not-found", "no such file or folder", false},
+    {Status::NotFound, "not-found", "No such file or directory", false},
     {Status::NotAFile, "not-a-file", "neither a file nor a folder", false},
     {Status::FolderSkipped, "folder-skipped", "a folder, which only --recursive looks into", true},
     {Status::FolderUnreadable, "folder-unreadable", "the folder cannot be read", false},

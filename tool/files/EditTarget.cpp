@@ -81,7 +81,7 @@ void EditTarget::deliver(const ConfigTextFile &original, const Edited &edited, O
     const QByteArray bytes = original.encode(edited.text);
     const QByteArray name = toOutputBytes(original.name());
     if (m_dryRun)
-        out.print(unifiedDiff(original.bytes(), bytes, edited.edits, name));
+        out.printDiff(unifiedDiff(original.bytes(), bytes, edited.edits, name));
     else if (m_inPlace && bytes != original.bytes())
         writeFileAtomically(original.name(), bytes);
     else if (m_outputName && *m_outputName != QLatin1String("-"))
