@@ -437,6 +437,78 @@ TEST(CommandLine, namesOfCommandsMayBeArguments)
     expectRun(runTool(call), 2, "", "vantero-formats: config: No such file or directory\n");
 }
 
+TEST(CommandLine, anEmptyValueMayStandBehindTheEqualsSign)
+{
+    const std::vector<std::string> commands[] = {
+        {"config", "show", "-", "--section", "s", "--key"},
+        {"config", "unset", "-", "s", "k", "--value"},
+        {"config", "redact", "-", "--key"},
+        {"config", "redact", "-", "--pattern"},
+        {"config", "set", "-", "--set"},
+        {"config", "diff", "-", "x", "--by"},
+        {"config", "lint", "-", "--severity"},
+        {"config", "set", "-", "s", "k", "v", "--index"},
+        {"config", "set", "-", "s", "k", "v", "--output"},
+        {"config", "show", "-", "--password-file"},
+        {"version", "lint", "--from"},
+    };
+    const QByteArray input = "#:1\n#:2\n\nSECTION s\n=1\nk=\nENDSECTION s\n";
+    for (const std::vector<std::string> &command : commands) {
+        std::vector<std::string> apart = command;
+        apart.emplace_back("");
+        std::vector<std::string> together = command;
+        together.back() += '=';
+        const ToolResult expected = runTool(apart, input);
+        const ToolResult result = runTool(together, input);
+        EXPECT_EQ(result.exitCode, expected.exitCode) << together.back();
+        EXPECT_EQ(result.out, expected.out) << together.back();
+        EXPECT_EQ(result.err, expected.err) << together.back();
+        EXPECT_FALSE(result.err.contains("needs a value")) << together.back();
+    }
+    const ToolResult shown = runTool({"config", "show", "--section=s", "--key=", "-"}, input);
+    EXPECT_EQ(shown.out, "1\n");
+    EXPECT_EQ(shown.exitCode, 0);
+    const ToolResult listed = runTool({"config", "show", "-", "--section=[s]"}, input);
+    EXPECT_EQ(listed.err, "vantero-formats: -: no section \"[s]\"\n");
+}
+
+TEST(CommandLine, theNameOfAFileIsNotEmpty)
+{
+    const ToolResult result = runTool({"config", "show", ""});
+    EXPECT_EQ(result.err, "vantero-formats: the name of a file is empty\n");
+    EXPECT_EQ(result.exitCode, 2);
+}
+
+// The system's messages tell of a path, and so do those of the library.
+TEST(CommandLine, errorsNameAFileOnce)
+{
+    const QTemporaryDir dir;
+    const std::string missing = dir.filePath("missing"_q).toStdString();
+    const std::string folder = dir.path().toStdString();
+    const std::string archive = dir.filePath("cut.zip"_q).toStdString();
+    writeFile(archive, "PK\x03\x04");
+    for (const std::string &name : {missing, folder, archive, folder + "//cut.zip"}) {
+        for (const std::vector<std::string> &command : std::vector<std::vector<std::string>>{
+                 {"config", "show", name},
+                 {"config", "lint", name},
+                 {"config", "set", name, "s", "k", "v"},
+                 {"config", "set", name, "s", "k", "v", "--in-place"},
+                 {"config", "set", "-", "s", "k", "v", "--output", name + "/x/y"},
+                 {"config", "merge", name, name},
+                 {"config", "write", name},
+                 {"config", "collect", name},
+                 {"config", "collect", name, "--recursive", "--output-archive", name + "/x/y"},
+                 {"alarms", "list", name},
+                 {"alarms", "lint", name},
+                 {"erdinfo", "show", name},
+                 {"firmware", name}}) {
+            const ToolResult result = runTool(command, "#:1\n#:2\n\n");
+            for (const QByteArray &line : result.err.split('\n'))
+                EXPECT_LE(line.count(name.c_str()), 1) << line.toStdString();
+        }
+    }
+}
+
 TEST(CommandLine, bracketsAndBracesInArgumentsMeanThemselves)
 {
     for (const std::string name : {"[a,b]", "{}", "[]", "%%", "a,b"})

@@ -364,6 +364,64 @@ TEST(ConfigEdit, malformedTextIsRefusedWithItsLine)
                       QByteArray("vantero-formats: ") + row.message + '\n');
 }
 
+TEST(ConfigEdit, whatIsNoEightBitTextIsRefusedAndStays)
+{
+    const QByteArray littleEndian("\xFF\xFE#\0:\0"
+                                  "1\0\n\0",
+                                  10);
+    const QByteArray bigEndian("\xFE\xFF\0#\0:\0"
+                               "1\0\n",
+                               10);
+    const struct
+    {
+        QByteArray bytes;
+        const char *reason;
+    } rows[] = {
+        {littleEndian, "UTF-16; only UTF-8 and Latin-1 can be edited"},
+        {bigEndian, "UTF-16; only UTF-8 and Latin-1 can be edited"},
+        {littleEndian.mid(2), "no text: it holds zero bytes"},
+        {kHead + QByteArray(1, '\0'), "no text: it holds zero bytes"},
+    };
+    const QTemporaryDir dir;
+    const std::string path = dir.filePath("cam.cfg"_q).toStdString();
+    for (const auto &row : rows) {
+        writeFile(path, row.bytes);
+        for (const std::vector<std::string> &command : std::vector<std::vector<std::string>>{
+                 {"config", "set", path, "s", "k", "v", "--in-place"},
+                 {"config", "add", path, "s", "k", "v", "--in-place"},
+                 {"config", "unset", path, "s", "k", "--in-place"},
+                 {"config", "remove", path, "s", "--in-place"},
+                 {"config", "splice", path, path, "s", "--in-place"},
+                 {"config", "redact", path, "--in-place"}}) {
+            const ToolResult result = runTool(command);
+            EXPECT_EQ(result.exitCode, 2);
+            EXPECT_EQ(result.out, "");
+            EXPECT_EQ(result.err, "vantero-formats: " + QByteArray::fromStdString(path) + ": " +
+                                      row.reason + '\n');
+            EXPECT_EQ(readFile(path), row.bytes);
+        }
+    }
+}
+
+TEST(ConfigEdit, keepsAByteOrderMarkInAnArgument)
+{
+    const ToolResult result =
+        runTool({"config", "set", "-", "s", "k", "\xEF\xBB\xBFv"}, kHead + "SECTION s\nk=1\n"
+                                                                           "ENDSECTION s\n");
+    EXPECT_EQ(result.out, kHead + "SECTION s\nk=\xEF\xBB\xBFv\nENDSECTION s\n");
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.exitCode, 0);
+}
+
+// The condition is not what kept it from being edited.
+TEST(ConfigEdit, aFileThatFailsIsToldWithoutAWordOfConditions)
+{
+    const ToolResult result =
+        runTool({"config", "set", "none.cfg", "--recursive", "--set", "a/b=c", "--dry-run"});
+    EXPECT_EQ(result.err, "vantero-formats: none.cfg: No such file or directory\n");
+    EXPECT_EQ(result.exitCode, 2);
+}
+
 TEST(ConfigEdit, imagesAndArchivesAreNoTexts)
 {
     for (const char *command : {"set", "add"})

@@ -23,9 +23,15 @@ namespace {
 constexpr int kScreenWidth = 80;
 constexpr int kHelpColumn = 26; // where the meaning of an argument begins
 
-// CLI11 takes a positional argument in brackets for a list. This, which no argument can hold, goes
-// behind one that begins so.
+// CLI11 takes an argument in brackets for a list, and for "--option=" the next argument. This,
+// which no argument can hold, goes behind those.
 constexpr char kGuard = '\0';
+
+bool needsGuard(const QByteArray &argument)
+{
+    const int value = argument.startsWith("--") ? argument.indexOf('=') + 1 : 0;
+    return value == argument.size() || argument.at(value) == '[';
+}
 
 /** The name of an option that may have its value behind "=". */
 QString optionName(const QByteArray &word)
@@ -438,7 +444,7 @@ bool Arguments::parse(const QList<QByteArray> &arguments)
     std::vector<std::string> reversed; // as CLI11 takes them
     for (auto it = arguments.crbegin(); it != arguments.crend(); ++it) {
         reversed.emplace_back(it->constData(), std::size_t(it->size()));
-        if (it->startsWith('['))
+        if (needsGuard(*it))
             reversed.back() += kGuard;
     }
     try {

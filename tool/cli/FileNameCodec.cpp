@@ -145,7 +145,8 @@ QString textFromArgument(const QByteArray &argument)
             return QString::fromLatin1(argument);
         i += length;
     }
-    return QString::fromUtf8(argument);
+    // Qt takes U+FEFF at the start of bytes for a byte order mark, and drops it.
+    return QString::fromUtf8('x' + argument).mid(1);
 }
 
 } // namespace vn::tool

@@ -79,7 +79,7 @@ public:
             m_edits = {m_single};
         const ExitCode code =
             m_target.run(out, [this](const ConfigTextFile &file) { return edit(file); });
-        if (m_hasMet)
+        if (m_hasMet || m_conditions.isEmpty())
             return code;
         out.complain(ToolError(ExitCode::No, QStringLiteral("nothing is changed: the condition "
                                                             "holds in no file")));

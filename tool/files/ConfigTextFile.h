@@ -17,11 +17,11 @@ namespace vn::tool {
 class ConfigTextFile
 {
 public:
-    /** @throws ToolError when @p source is an image or archive */
+    /** @throws ToolError when @p source is an image, an archive, UTF-16 or no text */
     explicit ConfigTextFile(const ConfigSource &source);
 
     /** Reads the file @p name ("-" is standard input).
-     * @throws ToolError when it cannot be read, or is an image or archive */
+     * @throws ToolError the same, and when it cannot be read */
     explicit ConfigTextFile(const QString &name);
 
     const QString &name() const { return m_name; }

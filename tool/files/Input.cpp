@@ -13,6 +13,8 @@ namespace vn::tool {
 
 QByteArray readInput(const QString &name)
 {
+    if (name.isEmpty())
+        throw ToolError(ExitCode::BadInput, QStringLiteral("the name of a file is empty"));
     QFile file(name);
     const bool opened = name == QLatin1String("-") ? file.open(STDIN_FILENO, QIODevice::ReadOnly)
                                                    : file.open(QIODevice::ReadOnly);
