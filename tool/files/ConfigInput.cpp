@@ -13,6 +13,10 @@
 
 #include <QtCore/QDateTime>
 
+#include <algorithm>
+#include <functional>
+#include <iterator>
+
 namespace vn::tool {
 
 namespace {
@@ -114,6 +118,42 @@ void warnOfLostSection(const QString &text, const QString &name, Output &out)
                                .arg(finding.message, QString::number(finding.range.line)));
 }
 
+namespace {
+
+/** Whether something in the text is not what is read: it is passed over, cut or taken otherwise. */
+bool isLoss(const Finding &finding)
+{
+    static constexpr const char *codes[] = {
+        "lost-in-header",        "text-behind-version",   "address-repeated",
+        "address-not-read",      "title-at-start",        "no-blank-in-title",
+        "blanks-around-address", "entry-outside-section", "section-without-name",
+        "no-blank-before-name",  "blank-before-section"};
+    if (finding.code == QLatin1String("no-header"))
+        return finding.message.endsWith(QLatin1String("lost"));
+    return std::any_of(std::begin(codes), std::end(codes),
+                       [&](const char *code) { return finding.code == QLatin1String(code); });
+}
+
+/** Tells the first of what reading the text loses, and how much more there is. */
+void warnOfLosses(const VanteroConfigText &text, const QString &name, Output &out)
+{
+    if (out.json()) // which has no place for it
+        return;
+    Findings losses = text.findings();
+    losses.erase(std::remove_if(losses.begin(), losses.end(), std::not_fn(isLoss)), losses.end());
+    if (losses.isEmpty())
+        return;
+    const QString more =
+        losses.size() == 1
+            ? QString()
+            : QStringLiteral("; %1 more: see \"config lint\"").arg(losses.size() - 1);
+    out.warn(name,
+             QStringLiteral("%1 (line %2)%3")
+                 .arg(losses.first().message, QString::number(losses.first().range.line), more));
+}
+
+} // namespace
+
 ConfigInput readConfig(const ConfigSource &source, Output &out)
 {
     refuseArchive(source);
@@ -123,15 +163,22 @@ ConfigInput readConfig(const ConfigSource &source, Output &out)
         bool hasVersionLines = false;
         result.config = parseConfig(text, source.name, &hasVersionLines);
         result.hasVersionLines = hasVersionLines;
-        warnOfLostSection(text, source.name, out);
+        if (result.config.allSectionKeys().isEmpty()) // hardly a configuration, then
+            warnOfLostSection(text, source.name, out);
+        else
+            warnOfLosses(VanteroConfigText(text), source.name, out);
         return result;
     }
+    const QString comment = imageComment(source);
     try {
-        result.config.parseJpegComment(imageComment(source));
+        result.config.parseJpegComment(comment);
     } catch (const ExceptionQt &e) {
         throw ToolError(ExitCode::BadInput, QLatin1String("image comment: ") + e.message())
             .at(source.name);
     }
+    if (!result.config.allSectionKeys().isEmpty())
+        warnOfLosses(VanteroConfigText(comment, VanteroConfigText::Form::ImageComment), source.name,
+                     out);
     return result;
 }
 

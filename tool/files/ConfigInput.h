@@ -24,7 +24,8 @@ struct ConfigInput
 };
 
 /**
- * Loads @p source; warns as warnOfLostSection() does.
+ * Loads @p source; warns, a line a file, where something of it is passed over, cut or taken
+ * otherwise than it looks.
  * @throws ToolError when it is malformed (with the line), or no configuration
  */
 ConfigInput readConfig(const ConfigSource &source, Output &out);
@@ -33,7 +34,8 @@ ConfigInput readConfig(const ConfigSource &source, Output &out);
  * @throws ToolError also when it cannot be read */
 ConfigInput readConfig(const QString &name, Output &out);
 
-/** Warns of a text, of the file @p name, that begins with a section: it is read as a header. */
+/** Warns of a text, of the file @p name, that begins with a section: it is read as a header, and no
+ * edit finds it. What else reading loses stays in an edited text. */
 void warnOfLostSection(const QString &text, const QString &name, Output &out);
 
 /** The text of @p source, which of an image is its comment; the form says which.
