@@ -3,16 +3,24 @@
 
 // Files of other projects, which are no part of this one: the environment variable VANTERO_CORPORA
 // names a folder of them. Each is given to each reader, whatever it is: none crashes, hangs or
-// fills memory.
+// fills memory, and what is told of a text is how it is read.
 
+#include "alarm/AlarmDocument.h"
+#include "alarm/AlarmLint.h"
 #include "alarm/AlarmListParser.h"
+#include "alarm/AlarmUpdateDocument.h"
+#include "alarm/AlarmUpdateLines.h"
 #include "alarm/AlarmUpdateParser.h"
 #include "base/Exceptions.h"
+#include "base/FileUtils.h"
+#include "config/ConfigCollector.h"
 #include "config/VanteroConfigFile.h"
+#include "support/ConfigFindings.h"
 #include "support/Files.h"
 #include "support/Literals.h"
 #include "version/VanteroSoftwareVersion.h"
 
+#include <QtCore/QBuffer>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 #include <QtCore/QDirIterator>
@@ -21,6 +29,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <iostream>
 
@@ -35,6 +44,8 @@ constexpr unsigned kMostSeconds = 10;       // a file
 constexpr long kMostKilobytes = 256 * 1024; // a file
 constexpr int kFatalEnd = 2;                // of a scanner, as limits tell
 constexpr int kTooMuchMemory = 3;
+constexpr int kBrokenPromise = 4;
+constexpr int kMostPromised = 64 * 1024; // bytes; checking them looks at each line for each finding
 
 long peakKilobytes()
 {
@@ -43,13 +54,23 @@ long peakKilobytes()
     return usage.ru_maxrss;
 }
 
-void read(const std::function<void()> &reading)
+/** Whether @p reading ends without an exception. */
+bool read(const std::function<void()> &reading)
 {
     try {
         reading();
+        return true;
     } catch (const vn::ParseException &) {
     } catch (const vn::IOException &) {
     }
+    return false;
+}
+
+/** Ends the process unless a promise holds. */
+void expectPromise(bool holds)
+{
+    if (!holds)
+        ::_exit(kBrokenPromise);
 }
 
 /** Both alarm parsers, which can be used for one file or for many. */
@@ -68,6 +89,52 @@ private:
     vn::AlarmUpdateParser m_update{&m_engine};
 };
 
+bool hasErrors(const vn::Findings &findings)
+{
+    return std::any_of(findings.begin(), findings.end(), [](const vn::Finding &finding) {
+        return finding.severity == vn::Finding::Severity::Error;
+    });
+}
+
+/** Alarm documents are read where nothing is told to be wrong. */
+void readAlarmDocuments(QByteArray bytes)
+{
+    expectPromise(read([&] { (void)vn::AlarmDocument::parse(bytes); }) !=
+                  hasErrors(vn::alarmListFindings(bytes)));
+    expectPromise(read([&] { (void)vn::AlarmUpdateDocument::parse(bytes); }) !=
+                  hasErrors(vn::alarmUpdateFindings(bytes)));
+    QBuffer buffer(&bytes);
+    expectPromise(buffer.open(QIODevice::ReadOnly));
+    vn::AlarmUpdateLines lines(&buffer);
+    while (lines.next())
+        expectPromise(lines.error() ||
+                      lines.update().root().kind() == vn::AlarmValue::Kind::Object);
+}
+
+void readConfigurationText(const QString &text)
+{
+    const vn::VanteroConfigText places(text);
+    (void)places.findings();
+    (void)places.outline();
+    if (text.size() <= kMostPromised) {
+        expectPromise(brokenPromise(text).isNull());
+        expectPromise(brokenPromiseOfComment(text).isNull());
+    }
+}
+
+/** What a collector finds in a file, whatever its name says. */
+void collect(const QString &path)
+{
+    vn::ConfigCollector::Options options;
+    options.recursive = true;
+    options.entrySuffixes = QStringList{QString()};
+    options.password = "1234";
+    vn::ConfigCollector collector({path}, options);
+    while (const auto found = collector.next())
+        expectPromise(found->status != vn::ConfigCollector::Status::Configuration ||
+                      found->text == vn::FileUtils::decodeText(found->bytes));
+}
+
 void readByAll(const QString &path)
 {
     const QByteArray bytes = readFile(path);
@@ -77,6 +144,9 @@ void readByAll(const QString &path)
     for (const QByteArray &password : {"foofoofoo"_b, "1234"_b, ""_b})
         read([&] { (void)vn::VanteroConfigFile::parseAll({path}, false, password); });
     (void)vn::VanteroSoftwareVersion::fromFwp(bytes);
+    readAlarmDocuments(bytes);
+    readConfigurationText(vn::FileUtils::decodeText(bytes));
+    collect(path);
 }
 
 /** Runs @p work(i) for i from @p begin to @p end in a process of its own, with a watchdog for each.
@@ -116,7 +186,10 @@ int inAProcess(int begin, int end, const std::function<std::function<void(int)>(
     if (WIFEXITED(status) && WEXITSTATUS(status) == kFatalEnd)
         return reached;
     ADD_FAILURE() << "file " << reached << ", status " << status
-                  << (WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM ? ": hangs" : "");
+                  << (WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM ? ": hangs" : "")
+                  << (WIFEXITED(status) && WEXITSTATUS(status) == kBrokenPromise
+                          ? ": told otherwise than it is read"
+                          : "");
     return -1;
 }
 
