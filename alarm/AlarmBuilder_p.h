@@ -125,9 +125,12 @@ public:
     void object(int count) { close(AlarmEntry::Kind::Object, count); }
 
     /** The last @p count texts, which no brackets are around, are one array. */
-    void wrapTexts(int count) { wrap(AlarmEntry::Kind::Array, count, m_tape.size() - count); }
+    void wrapTexts(int count)
+    {
+        m_tape.wrap(AlarmEntry::Kind::Array, count, m_tape.size() - count);
+    }
     /** All there is, @p count pairs without brackets, is one object. */
-    void wrapPairs(int count) { wrap(AlarmEntry::Kind::Object, count, 0); }
+    void wrapPairs(int count) { m_tape.wrap(AlarmEntry::Kind::Object, count, 0); }
 
     /**
      * Reports the @p unexpected symbol and, if they are few, the @p count @p expected ones that the
@@ -176,11 +179,6 @@ private:
         const Open open = m_open.back();
         m_open.pop_back();
         m_tape.addContainer(kind, open.start, m_location.end, count, open.first);
-    }
-
-    void wrap(AlarmEntry::Kind kind, int count, int first)
-    {
-        m_tape.addContainer(kind, m_tape[first].start, m_tape[m_tape.root()].end, count, first);
     }
 
     void *const m_scanner;

@@ -32,12 +32,6 @@ public:
     const AlarmPlaces places;
 
 private:
-    static QByteArray withEndMark(QByteArray text)
-    {
-        appendEndMark(&text);
-        return text;
-    }
-
     template <typename Reader>
     AlarmTape read(Reader &reader) const
     {

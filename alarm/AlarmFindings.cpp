@@ -3,6 +3,8 @@
 
 #include "alarm/AlarmFindings_p.h"
 
+#include "alarm/Bytes_p.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -18,18 +20,13 @@ bool isBeyondAscii(char byte)
     return static_cast<unsigned char>(byte) >= 0x80;
 }
 
-bool isDigit(char byte)
-{
-    return byte >= '0' && byte <= '9';
-}
-
 /** The digits of a number that tell one from another: without sign, point and exponent, and without
  * the zeros around. */
 std::string significantDigits(const char *begin, const char *end)
 {
     std::string digits;
     for (const char *c = begin; c != end && *c != 'e' && *c != 'E'; ++c)
-        if (isDigit(*c) && (*c != '0' || !digits.empty()))
+        if (is(Digit, *c) && (*c != '0' || !digits.empty()))
             digits += *c;
     while (!digits.empty() && digits.back() == '0')
         digits.pop_back();

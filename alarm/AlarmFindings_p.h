@@ -60,12 +60,11 @@ private:
     std::vector<Entry> m_entries;
 };
 
-/** What a new parser says to @p text: nothing where it accepts it. */
+/** What a new parser says to the text in @p bytes, which have their end mark: nothing where it
+ * accepts it. */
 template <typename Reader>
-std::optional<ParseException> refusalOf(const QByteArray &text)
+std::optional<ParseException> refusalOf(const QByteArray &bytes)
 {
-    QByteArray bytes = text;
-    appendEndMark(&bytes);
     try {
         Reader reader(nullptr);
         reader.read(bytes.constData(), static_cast<unsigned int>(bytes.size()));

@@ -7,10 +7,9 @@
 #include "alarm/AlarmFindings_p.h"
 #include "alarm/AlarmLint.h"
 #include "alarm/AlarmListReader_p.h"
+#include "alarm/Bytes_p.h"
 
 #include <QtCore/QSet>
-
-#include <cstring>
 
 namespace vn {
 
@@ -18,29 +17,9 @@ using namespace internal;
 
 namespace {
 
-bool isIn(char byte, const char *set)
-{
-    return byte != '\0' && std::strchr(set, byte) != nullptr;
-}
-
-bool isDigit(char byte)
-{
-    return byte >= '0' && byte <= '9';
-}
-
-bool isHex(char byte)
-{
-    return isDigit(byte) || (byte >= 'a' && byte <= 'f') || (byte >= 'A' && byte <= 'F');
-}
-
 bool isControl(char byte)
 {
     return (byte >= 1 && byte < 0x20) || byte == 0x7f;
-}
-
-bool beginsWord(char byte)
-{
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte == '_';
 }
 
 enum class Kind { End, Stray, Mark, Text, Number, Bool, Null };
@@ -84,8 +63,8 @@ public:
             token.kind = Kind::Text;
             ++m_at;
             readString(token, first);
-        } else if (beginsWord(first)) {
-            while (isHere(0) && (beginsWord(at(0)) || isDigit(at(0)) || isIn(at(0), "-./")))
+        } else if (is(WordStart, first)) {
+            while (is(Word, at(0)))
                 ++m_at;
             token.content = {token.start, m_at};
             const QByteArray word = m_text.mid(token.start, m_at - token.start);
@@ -119,7 +98,7 @@ private:
     bool skip()
     {
         const int before = m_at;
-        while (isIn(at(0), " \t\r\n"))
+        while (is(Space, at(0)))
             ++m_at;
         if (at(0) == '/' && at(1) == '*')
             skipComment();
@@ -150,7 +129,7 @@ private:
     [[nodiscard]] int digits(int offset) const
     {
         int count = 0;
-        while (isDigit(at(offset + count)))
+        while (is(Digit, at(offset + count)))
             ++count;
         return count;
     }
@@ -182,11 +161,11 @@ private:
         bool hasEscape = false;
         token.content.start = m_at;
         for (; isHere(0) && at(0) != quote; ++m_at) {
-            if (at(0) == '\\' && (isIn(at(1), "/\\bfnrt") || at(1) == quote)) {
+            if (at(0) == '\\' && (is(Escaped, at(1)) || at(1) == quote)) {
                 hasEscape = true;
                 ++m_at;
-            } else if (at(0) == '\\' && at(1) == 'u' && isHex(at(2)) && isHex(at(3)) &&
-                       isHex(at(4)) && isHex(at(5))) {
+            } else if (at(0) == '\\' && at(1) == 'u' && is(Hex, at(2)) && is(Hex, at(3)) &&
+                       is(Hex, at(4)) && is(Hex, at(5))) {
                 hasEscape = true;
                 m_at += 5;
             } else if (at(0) == '\\' || isControl(at(0))) {
@@ -675,7 +654,7 @@ Findings alarmListFindings(const QByteArray &text)
     Reader reader(text, findings);
     reader.read();
 
-    const std::optional<ParseException> refusal = refusalOf<AlarmListReader>(text);
+    const std::optional<ParseException> refusal = refusalOf<AlarmListReader>(withEndMark(text));
     const bool isExhausted = refusal && refusal->message() == QLatin1String("memory exhausted");
     return findings.take(refusal, isExhausted ? reader.exhausted() : QString());
 }

@@ -4,6 +4,7 @@
 #include "alarm/AlarmListScan_p.h"
 
 #include "alarm/AlarmTape_p.h"
+#include "alarm/Bytes_p.h"
 #include "alarm/NumberText_p.h"
 
 #include <array>
@@ -13,44 +14,6 @@ namespace vn::internal {
 namespace {
 
 using Kind = AlarmEntry::Kind;
-
-// What a byte may be a part of.
-enum : quint8 {
-    Space = 1,
-    WordStart = 2,
-    Word = 4,
-    DoubleQuoted = 8,
-    SingleQuoted = 16,
-};
-
-constexpr std::array<quint8, 256> kClasses = [] {
-    std::array<quint8, 256> classes{};
-    for (unsigned c = 0x20; c < 256; ++c) {
-        if (c == 0x7f || c == '\\')
-            continue;
-        if (c != '"')
-            classes[c] |= DoubleQuoted;
-        if (c != '\'')
-            classes[c] |= SingleQuoted;
-    }
-    for (const char c : {' ', '\t', '\r', '\n'})
-        classes[static_cast<unsigned char>(c)] |= Space;
-    for (unsigned c = 'a'; c <= 'z'; ++c) {
-        classes[c] |= WordStart | Word;
-        classes[c - 'a' + 'A'] |= WordStart | Word;
-    }
-    classes['_'] |= WordStart | Word;
-    for (unsigned c = '0'; c <= '9'; ++c)
-        classes[c] |= Word;
-    for (const char c : {'-', '.', '/'})
-        classes[static_cast<unsigned char>(c)] |= Word;
-    return classes;
-}();
-
-bool is(quint8 classOfBytes, char byte)
-{
-    return kClasses[static_cast<unsigned char>(byte)] & classOfBytes;
-}
 
 /**
  * The stack of the grammar holds 198 symbols, of which a value, with a bracket of its own and the
@@ -121,10 +84,29 @@ private:
     Open &top() { return m_open[static_cast<std::size_t>(m_depth - 1)]; }
     int offset(const char *at) const { return static_cast<int>(at - m_data); }
 
+    /** Passes over white space and comments; stays before a comment that is not closed, or has a
+     * zero byte. */
     void skipSpace()
     {
-        while (is(Space, *m_at))
-            ++m_at;
+        do
+            m_at = skip(Space, m_at);
+        while (*m_at == '/' && skipComment());
+    }
+    bool skipComment()
+    {
+        const char *at = m_at + 1;
+        if (*at++ != '*')
+            return false;
+        while (*at != '\0') {
+            if (*at++ != '*')
+                continue;
+            if (*at == '/') {
+                m_at = at + 1;
+                return true;
+            }
+            at += *at != '\0' ? 1 : 0; // a star takes what follows with it, another star, too
+        }
+        return false;
     }
     /** Goes behind a mark. */
     void pass()
@@ -178,24 +160,40 @@ private:
     bool quoted()
     {
         const char *const start = m_at;
-        const quint8 run = *start == '"' ? DoubleQuoted : SingleQuoted;
+        const ByteClass run = *start == '"' ? DoubleQuoted : SingleQuoted;
         do
-            ++m_at;
-        while (is(run, *m_at));
+            m_at = skip(run, m_at + 1);
+        while (*m_at == '\\' && skipEscape(*start));
         if (*m_at != *start)
-            return false; // an escape, a control byte, or the end
+            return false; // a control byte, a backslash that begins no escape, or the end
         ++m_at;
         m_lastQuoted = m_tape.size();
         m_tape.add(Kind::Quoted, offset(start), offset(m_at));
         return true;
     }
 
+    /** Goes to the last byte of the escape that begins here, if one does. */
+    bool skipEscape(char quote)
+    {
+        int length = 1;
+        if (m_at[1] == 'u') {
+            do
+                ++length;
+            while (length < 6 && is(Hex, m_at[length]));
+            if (length < 6)
+                return false;
+            length = 5;
+        } else if (m_at[1] != quote && !is(Escaped, m_at[1])) {
+            return false;
+        }
+        m_at += length;
+        return true;
+    }
+
     Kind word()
     {
         const char *const start = m_at;
-        do
-            ++m_at;
-        while (is(Word, *m_at));
+        m_at = skip(Word, m_at + 1);
         const QLatin1String text(start, static_cast<int>(m_at - start));
         const bool isTrue = text == QLatin1String("true");
         const Kind kind = isTrue || text == QLatin1String("false") ? Kind::Bool

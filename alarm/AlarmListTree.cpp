@@ -79,7 +79,9 @@ const QString &AlarmListTree::text(const AlarmTape &tape, int index)
     if (!AlarmTape::isInText(entry))
         return tape.keptText(entry);
     const QLatin1String bytes = tape.bytes(entry);
-    return m_strings.string(bytes.data(), bytes.size());
+    if (bytes.isEmpty() || bytes.size() > kLongestShared)
+        return m_own = tape.text(entry);
+    return m_strings.string(bytes);
 }
 
 } // namespace vn::internal

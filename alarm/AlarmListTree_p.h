@@ -5,7 +5,7 @@
 #define VN_ALARM_ALARMLISTTREE_P_H
 
 #include "alarm/KnownObjects_p.h"
-#include "alarm/SharedStrings_p.h"
+#include "base/SharedStrings_p.h"
 
 #include <QtCore/QVariant>
 
@@ -27,7 +27,10 @@ private:
     QVariantMap object(const AlarmTape &tape, int index);
     const QString &text(const AlarmTape &tape, int index);
 
-    SharedStrings m_strings;
+    static constexpr int kLongestShared = 32; // longer texts seldom repeat
+
+    SharedStrings<8> m_strings;
+    QString m_own; // of a text that is not shared
     KnownObjects m_objects;
 };
 

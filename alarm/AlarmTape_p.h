@@ -186,6 +186,12 @@ public:
         add(kind, start, end).children = {count, extent};
     }
 
+    /** The entries from @p first on, which no brackets are around, are one array or object. */
+    void wrap(AlarmEntry::Kind kind, int count, int first)
+    {
+        addContainer(kind, (*this)[first].start, (*this)[root()].end, count, first);
+    }
+
 private:
     static constexpr std::size_t kMostEntriesKept = 16384;
 

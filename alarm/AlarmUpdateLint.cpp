@@ -6,13 +6,13 @@
 #include "alarm/AlarmFindings_p.h"
 #include "alarm/AlarmLint.h"
 #include "alarm/AlarmUpdateReader_p.h"
+#include "alarm/AlarmUpdateScan_p.h"
 #include "alarm/NumberText_p.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QSet>
 
 #include <algorithm>
-#include <cstring>
 
 namespace vn {
 
@@ -20,130 +20,13 @@ using namespace internal;
 
 namespace {
 
-bool isIn(char byte, const char *set)
-{
-    return byte != '\0' && std::strchr(set, byte) != nullptr;
-}
-
-bool isDigit(char byte)
-{
-    return byte >= '0' && byte <= '9';
-}
-
-bool isOfWord(char byte)
-{
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || isDigit(byte) ||
-           isIn(byte, "\t ./[]^_\\");
-}
-
-enum class Kind { End, Stray, Mark, Text, Quoted, Integer, Float, Date, Time, Bool };
-
-struct Token : ByteRange
-{
-    Kind kind = Kind::End;
-    char mark = '\0'; // of a mark: itself
-};
-
-bool isText(const Token &token)
-{
-    return token.kind == Kind::Text || token.kind == Kind::Quoted;
-}
+using Token = UpdateToken;
+using Kind = Token::Kind;
 
 /** The properties that every object of a script has. */
 constexpr const char *kKnownToScripts[] = {
     "constructor", "hasOwnProperty", "isPrototypeOf",    "propertyIsEnumerable", "toLocaleString",
     "toString",    "valueOf",        "__defineGetter__", "__defineSetter__",
-};
-
-/** Finds the tokens of an update. */
-class Scanner
-{
-public:
-    explicit Scanner(const QByteArray &text)
-        : m_text(text)
-    {
-    }
-
-    Token next()
-    {
-        for (;;) {
-            const int blanks = run(0, [](char c) { return isIn(c, "\t \n\r"); });
-            const int word = run(0, isOfWord);
-            if (blanks == 0 || blanks < word)
-                return token(word);
-            m_at += blanks;
-        }
-    }
-
-private:
-    [[nodiscard]] char at(int offset) const
-    {
-        return m_at + offset < m_text.size() ? m_text.at(m_at + offset) : '\0';
-    }
-
-    template <typename Predicate>
-    [[nodiscard]] int run(int offset, Predicate predicate) const
-    {
-        int length = 0;
-        while (m_at + offset + length < m_text.size() && predicate(at(offset + length)))
-            ++length;
-        return length;
-    }
-
-    /** The length of @p form where it stands here, "9" for any digit, else 0. */
-    [[nodiscard]] int form(const char *form) const
-    {
-        int length = 0;
-        for (; form[length]; ++length)
-            if (form[length] == '9' ? !isDigit(at(length)) : at(length) != form[length])
-                return 0;
-        return length;
-    }
-
-    [[nodiscard]] int quoted() const
-    {
-        if (at(0) != '"')
-            return 0;
-        const int end = m_text.indexOf('"', m_at + 1);
-        return end < 0 ? 0 : end + 1 - m_at;
-    }
-
-    Token token(int word)
-    {
-        const int sign = at(0) == '-' ? 1 : 0;
-        const int digits = run(sign, isDigit);
-        const int decimals = at(sign + digits) == '.' ? run(sign + digits + 1, isDigit) : 0;
-        // The longest counts, of equally long ones the first.
-        const std::pair<Kind, int> kinds[] = {
-            {Kind::Integer, digits ? sign + digits : 0},
-            {Kind::Float, decimals ? sign + digits + 1 + decimals : 0},
-            {Kind::Quoted, quoted()},
-            {Kind::Text, word},
-            {Kind::Date, form("9999-99-99")},
-            {Kind::Time, form("99:99:99")},
-        };
-        const auto longest =
-            std::max_element(std::begin(kinds), std::end(kinds),
-                             [](const auto &a, const auto &b) { return a.second < b.second; });
-        Token token;
-        token.start = m_at;
-        if (longest->second > 0) {
-            token.kind = longest->first;
-            m_at += longest->second;
-            const QByteArray content = m_text.mid(token.start, m_at - token.start);
-            if (content == "true" || content == "false")
-                token.kind = Kind::Bool;
-        } else if (m_at < m_text.size()) {
-            token.kind = isIn(at(0), "#,;=:-") ? Kind::Mark : Kind::Stray;
-            token.mark = at(0);
-            ++m_at;
-        }
-        token.end = m_at;
-        return token;
-    }
-
-    QByteArray m_text;
-    int m_at = 0;
 };
 
 /** What may come next. */
@@ -214,10 +97,11 @@ const char *codeIn(State state)
 class Reader
 {
 public:
-    Reader(const QByteArray &text, AlarmFindings &findings)
+    /** @p bytes are those of @p text with their end mark. */
+    Reader(const QByteArray &text, const QByteArray &bytes, AlarmFindings &findings)
         : m_text(text)
         , m_findings(findings)
-        , m_scanner(text)
+        , m_scanner(bytes.constData(), text.size())
     {
     }
 
@@ -307,7 +191,7 @@ private:
 
     bool key(const Token &token)
     {
-        if (!isText(token)) {
+        if (!token.isText()) {
             fault(token);
             return recover(token);
         }
@@ -356,7 +240,7 @@ private:
 
     bool value(const Token &token)
     {
-        if (isText(token)) {
+        if (token.isText()) {
             lookAtText(token);
             if (m_state == State::Value)
                 lookForNumber(token);
@@ -380,9 +264,8 @@ private:
         const QByteArray trimmed = text.trimmed();
         if (trimmed == text || trimmed.isEmpty())
             return;
-        const Kind kind = Scanner(trimmed).next().kind;
-        if (kind != Kind::Text && kind != Kind::Quoted &&
-            Scanner(trimmed).next().end == trimmed.size())
+        const Token other = UpdateScanner(trimmed.constData(), trimmed.size()).next();
+        if (!other.isText() && other.end == trimmed.size())
             m_findings.warning("blanks-make-a-text",
                                QString::fromLatin1("%1 is read as a text, because of its blanks")
                                    .arg(quotedBytes(m_text, token)),
@@ -422,7 +305,7 @@ private:
 
     bool report(const Token &token)
     {
-        const bool isRight = m_state == State::ReportText    ? isText(token)
+        const bool isRight = m_state == State::ReportText    ? token.isText()
                              : m_state == State::ReportColon ? token.mark == ':'
                                                              : token.kind == Kind::Float;
         if (!isRight) {
@@ -450,7 +333,7 @@ private:
 
     QByteArray m_text;
     AlarmFindings &m_findings;
-    Scanner m_scanner;
+    UpdateScanner m_scanner;
     State m_state = State::Begin;
     bool m_hasFault = false;
     QSet<QByteArray> m_keys;
@@ -461,8 +344,9 @@ private:
 Findings alarmUpdateFindings(const QByteArray &text)
 {
     AlarmFindings findings(text);
-    Reader(text, findings).read();
-    const std::optional<ParseException> refusal = refusalOf<AlarmUpdateReader>(text);
+    const QByteArray bytes = withEndMark(text);
+    Reader(text, bytes, findings).read();
+    const std::optional<ParseException> refusal = refusalOf<AlarmUpdateReader>(bytes);
     QString exhausted;
     if (refusal && refusal->message() == QLatin1String("memory exhausted"))
         exhausted = QString::fromLatin1(

@@ -3,9 +3,6 @@
 
 #include "alarm/AlarmUpdateObject_p.h"
 
-#include "alarm/AlarmTape_p.h"
-#include "alarm/ShortHash_p.h"
-
 #include <QtScript/QScriptEngine>
 
 #include <limits>
@@ -22,18 +19,20 @@ bool isPrototype(const AlarmTape &tape, const AlarmEntry &key)
 
 } // namespace
 
-QScriptString PropertyNames::name(const AlarmTape &tape, const AlarmEntry &entry)
+template <typename Made, typename Make>
+Made AlarmUpdateObject::made(MadeOfTexts<Made> &texts, const AlarmTape &tape,
+                             const AlarmEntry &entry, const Make &make)
 {
-    const bool isInText = AlarmTape::isInText(entry);
-    const QLatin1String bytes = isInText ? tape.bytes(entry) : QLatin1String();
-    Slot &slot = m_slots[isInText ? hashOfEnds(bytes.data(), bytes.size()) % m_slots.size() : 0];
-    const bool isIt = isInText ? slot.text == bytes : slot.text == tape.keptText(entry);
-    if (!slot.name || !isIt) {
-        slot.text = tape.text(entry);
-        slot.name.reset();
-        slot.name.emplace(m_engine->toStringHandle(slot.text));
-    }
-    return *slot.name;
+    constexpr int kLongest = 32; // what is longer is seldom repeated
+    if (!AlarmTape::isInText(entry) || entry.end - entry.start > kLongest)
+        return make(tape.text(entry));
+    const QLatin1String text = tape.bytes(entry);
+    const auto renew = [&](MadeOfText<Made> &known) {
+        known.text = text;
+        known.made.reset();
+        known.made.emplace(make(known.text));
+    };
+    return *texts.of(text, renew).made;
 }
 
 QScriptValue AlarmUpdateObject::object(const AlarmTape &tape)
@@ -46,12 +45,13 @@ QScriptValue AlarmUpdateObject::object(const AlarmTape &tape)
     // The last pair comes first, so the leftmost one of a key stays. It is the same as
     // addProperties(object, keyValue(key, value)) for all others; that of a pair "__proto__" would
     // have no property of its own to be added.
+    const auto toName = [this](const QString &text) { return m_engine->toStringHandle(text); };
     int child = root - 1;
     for (int left = tape[root].children.count; left > 0; --left) {
         const AlarmEntry &key = tape[tape.before(child)];
         const bool isLast = child == root - 1;
         if (isLast || !isPrototype(tape, key))
-            object.setProperty(m_names.name(tape, key), value(tape, child));
+            object.setProperty(made(m_names, tape, key, toName), value(tape, child));
         child = tape.before(child) - 1;
     }
     return object;
@@ -76,7 +76,8 @@ QScriptValue AlarmUpdateObject::value(const AlarmTape &tape, int index)
     case AlarmEntry::Kind::Object:
         return {};
     default:
-        return string(tape, index);
+        return made(m_strings, tape, entry,
+                    [this](const QString &text) { return QScriptValue(m_engine, text); });
     }
 }
 
@@ -90,15 +91,6 @@ QScriptValue AlarmUpdateObject::array(const AlarmTape &tape, int index)
         child = tape.before(child);
     }
     return array;
-}
-
-QScriptValue AlarmUpdateObject::string(const AlarmTape &tape, int index)
-{
-    const AlarmEntry &entry = tape[index];
-    if (!AlarmTape::isInText(entry))
-        return {m_engine, tape.keptText(entry)};
-    const QLatin1String bytes = tape.bytes(entry);
-    return {m_engine, m_strings.string(bytes.data(), bytes.size())};
 }
 
 } // namespace vn::internal

@@ -4,46 +4,18 @@
 #ifndef VN_ALARM_ALARMUPDATEOBJECT_P_H
 #define VN_ALARM_ALARMUPDATEOBJECT_P_H
 
+#include "alarm/AlarmTape_p.h"
 #include "alarm/LocalMidnight_p.h"
-#include "alarm/SharedStrings_p.h"
+#include "base/SharedStrings_p.h"
 
 #include <QtScript/QScriptString>
 #include <QtScript/QScriptValue>
 
-#include <array>
 #include <optional>
 
 class QScriptEngine;
 
 namespace vn::internal {
-
-class AlarmTape;
-struct AlarmEntry;
-
-/** The names of properties as the engine has them: keys of updates repeat. */
-class PropertyNames
-{
-public:
-    explicit PropertyNames(QScriptEngine *engine)
-        : m_engine(engine)
-    {
-    }
-
-    /** The name for the key @p entry. */
-    QScriptString name(const AlarmTape &tape, const AlarmEntry &entry);
-
-private:
-    struct Slot
-    {
-        QString text;
-        // Emptied before it is filled: assigning to a name that nobody else holds, after the engine
-        // has collected its garbage, crashes inside the engine.
-        std::optional<QScriptString> name;
-    };
-
-    QScriptEngine *m_engine;
-    std::array<Slot, 256> m_slots;
-};
 
 /** Makes the script objects of alarm updates. */
 class AlarmUpdateObject
@@ -51,7 +23,6 @@ class AlarmUpdateObject
 public:
     explicit AlarmUpdateObject(QScriptEngine *engine)
         : m_engine(engine)
-        , m_names(engine)
     {
     }
 
@@ -62,11 +33,27 @@ public:
 
 private:
     QScriptValue array(const AlarmTape &tape, int index);
-    QScriptValue string(const AlarmTape &tape, int index);
+
+    /** What the engine has made of a text: keys of updates repeat, and so do many values. */
+    template <typename Made>
+    struct MadeOfText
+    {
+        QString text;
+        // Emptied before it is filled: assigning to a name that nobody else holds, after the engine
+        // has collected its garbage, crashes inside the engine.
+        std::optional<Made> made;
+    };
+    template <typename Made>
+    using MadeOfTexts = RememberedTexts<MadeOfText<Made>, 9>;
+
+    /** What @p make has made of the text of @p entry, or makes of it now. */
+    template <typename Made, typename Make>
+    static Made made(MadeOfTexts<Made> &texts, const AlarmTape &tape, const AlarmEntry &entry,
+                     const Make &make);
 
     QScriptEngine *m_engine;
-    PropertyNames m_names;
-    SharedStrings m_strings;
+    MadeOfTexts<QScriptString> m_names;
+    MadeOfTexts<QScriptValue> m_strings;
     LocalMidnights m_midnights;
 };
 

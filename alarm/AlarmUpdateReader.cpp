@@ -3,6 +3,8 @@
 
 #include "alarm/AlarmUpdateReader_p.h"
 
+#include "alarm/AlarmUpdateScan_p.h"
+
 #define YYSTYPE vn::internal::AlarmToken
 #define YYLTYPE vn::PULocation
 #include "alarmupdate_lex.h"
@@ -47,6 +49,20 @@ AlarmUpdateReader::~AlarmUpdateReader()
 void AlarmUpdateReader::read(const char *data, unsigned int length)
 {
     reset();
+    if (!readPlain(data, length))
+        readByGrammar(data, length);
+}
+
+bool AlarmUpdateReader::readPlain(const char *data, unsigned int length)
+{
+    if (!UpdateInput::isAccepted(data, length) || length > kMaxBufferSize)
+        return false;
+    m_builder.tape().begin(data);
+    return scanPlainUpdate(data, static_cast<int>(length - 2), m_builder.tape());
+}
+
+void AlarmUpdateReader::readByGrammar(const char *data, unsigned int length)
+{
     alarmupdate_set_initial(m_scanner.get());
     runGrammar<UpdateInput>(m_builder, data, length, m_standardInput, alarmupdate_parse);
 }

@@ -15,7 +15,8 @@ namespace vn::internal {
 
 using AlarmUpdateBuilder = AlarmBuilder<PULocation>;
 
-/** Reads alarm updates, one after another, into a tape. It owns one scanner for its whole life. */
+/** Reads alarm updates, one after another, into a tape, by two paths as AlarmListReader does. It
+ * owns one scanner for its whole life. */
 class AlarmUpdateReader
 {
     Q_DISABLE_COPY(AlarmUpdateReader)
@@ -34,6 +35,11 @@ public:
      * @throws ParseException when the text is no alarm update, or 2 GiB long or longer
      */
     void read(const char *data, unsigned int length);
+    /** The plain path of read() alone: false, and nothing has happened, where it gives no result.
+     */
+    bool readPlain(const char *data, unsigned int length);
+    /** The other path of read() alone. */
+    void readByGrammar(const char *data, unsigned int length);
 
     /** The values of the last text, until the next one or clear(): one object, or nothing for an
      * empty image. */

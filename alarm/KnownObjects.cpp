@@ -3,7 +3,7 @@
 
 #include "alarm/KnownObjects_p.h"
 
-#include "alarm/ShortHash_p.h"
+#include "base/SharedStrings_p.h"
 
 #include <cstring>
 
@@ -42,17 +42,17 @@ const KnownObject *KnownObjects::find(const AlarmTape &tape, const ObjectMembers
         const QLatin1String key = tape.bytes(entry);
         if (key.isEmpty())
             return nullptr;
-        hash = mixed(hash + hashOfEnds(key.data(), key.size()));
+        hash = mixed(hash + hashOfEnds(key.data(), static_cast<std::size_t>(key.size())));
         bytes += key.size();
         if (bytes > kMostBytes)
             return nullptr;
     }
     if (members.count() == 0)
         return nullptr;
-    Slot &slot = m_slots[hash % kSlots];
+    Slot &slot = m_slots[hash >> (64 - kSlotBits)];
     if (isOf(slot.object, tape, members))
         return &slot.object;
-    const quint32 mark = static_cast<quint32>(hash >> 32) | 1; // never that of none
+    const quint32 mark = static_cast<quint32>(hash) | 1; // never that of none
     if (slot.seen != mark) {
         slot.seen = mark;
         return nullptr;

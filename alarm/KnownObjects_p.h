@@ -68,7 +68,7 @@ public:
     const KnownObject *find(const AlarmTape &tape, const ObjectMembers &members);
 
 private:
-    static constexpr std::size_t kSlots = 64;
+    static constexpr int kSlotBits = 6;
     static constexpr int kMostBytes = 4096; // of all names together: longer ones seldom repeat
 
     struct Slot
@@ -79,7 +79,7 @@ private:
 
     static KnownObject remembered(const AlarmTape &tape, const ObjectMembers &members);
 
-    std::array<Slot, kSlots> m_slots;
+    std::array<Slot, 1U << kSlotBits> m_slots;
 };
 
 } // namespace vn::internal

@@ -48,7 +48,7 @@ double startOfDay(const QDate &date, bool isSimple)
 {
     if (!date.isValid())
         return std::numeric_limits<double>::quiet_NaN();
-    if (isSimple && date.year() >= kFirstYear && date.year() <= kLastYear) {
+    if (isSimple) {
         const qint64 midnight = (date.toJulianDay() - kJulianDayOf1970) * kSecondsOfDay;
         const std::optional<long> before = offsetAt(midnight - kMostEast - kMargin);
         if (before && before == offsetAt(midnight + kMostWest + kMargin))
@@ -70,8 +70,10 @@ double LocalMidnights::milliseconds(int day)
         return m_lastMilliseconds;
     }
     m_lastDay = day;
+    const int year = day / 10000;
     m_lastMilliseconds =
-        startOfDay(QDate(day / 10000, day / 100 % 100, day % 100), m_zone == Zone::Simple);
+        startOfDay(QDate(year, day / 100 % 100, day % 100),
+                   m_zone == Zone::Simple && year >= kFirstYear && year <= kLastYear);
     return m_lastMilliseconds;
 }
 

@@ -3,6 +3,8 @@
 
 #include "alarm/NumberText_p.h"
 
+#include "alarm/Bytes_p.h"
+
 #include <cfloat>
 #include <charconv>
 #include <cstdlib>
@@ -21,11 +23,6 @@ double toDoubleOutOfRange(const char *text)
     return value;
 }
 
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
 /** Decimal digits as they are read one after another. */
 struct Digits
 {
@@ -34,7 +31,7 @@ struct Digits
 
     const char *read(const char *text)
     {
-        for (; isDigit(*text); ++text) {
+        for (; is(Digit, *text); ++text) {
             value = value * 10 + static_cast<quint64>(*text - '0');
             ++count;
         }
@@ -59,7 +56,7 @@ const char *readListNumber(const char *text, double &value)
     const bool isNegative = *text == '-';
     text += isNegative ? 1 : 0;
     const bool isZero = *text == '0';
-    if (!isDigit(*text))
+    if (!is(Digit, *text))
         return nullptr;
     Digits digits;
     text = isZero ? text + 1 : digits.read(text);

@@ -23,6 +23,12 @@ void appendEndMark(QByteArray *data)
     data->append("\0\0", 2);
 }
 
+QByteArray withEndMark(QByteArray text)
+{
+    appendEndMark(&text);
+    return text;
+}
+
 QString readAll(const QTextStream *stream)
 {
     // The parsers take a stream as const, as they publish it; reading moves its position.

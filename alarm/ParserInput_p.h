@@ -19,6 +19,8 @@ namespace vn::internal {
 
 /** Appends the end mark: the two zero bytes by which a scanner knows the end of its buffer. */
 void appendEndMark(QByteArray *data);
+/** A copy of @p text with it. */
+QByteArray withEndMark(QByteArray text);
 
 /** What remains in @p stream. */
 QString readAll(const QTextStream *stream);

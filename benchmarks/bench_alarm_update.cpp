@@ -6,6 +6,7 @@
 #include "Support.h"
 
 #include "alarm/AlarmUpdateParser.h"
+#include "tests/alarm/TimeZone.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
@@ -13,31 +14,11 @@
 #include <QtScript/QScriptEngine>
 #include <QtScript/QScriptValue>
 
-#include <ctime>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace {
-
-/** The time zone of a run; null for none, as most programs run. */
-class TimeZone
-{
-public:
-    explicit TimeZone(const char *name) { set(name); }
-    ~TimeZone() { set(m_before.isNull() ? nullptr : m_before.constData()); }
-    TimeZone(const TimeZone &) = delete; // there is one time zone
-    TimeZone &operator=(const TimeZone &) = delete;
-
-private:
-    static void set(const char *name)
-    {
-        name ? qputenv("TZ", name) : qunsetenv("TZ");
-        tzset();
-    }
-
-    const QByteArray m_before = qgetenv("TZ");
-};
 
 /** One update in the form of each reader: strings, numbers, dates and lists in turn. */
 struct Update

@@ -73,7 +73,7 @@ public:
 
     void addEntry(const QString &section, QStringView key, QStringView value)
     {
-        m_config.addValue(section, m_keys ? m_keys->key(key) : key.toString(), toText(value));
+        m_config.addValue(section, m_keys ? m_keys->string(key) : key.toString(), toText(value));
     }
 
 private:

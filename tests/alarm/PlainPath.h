@@ -4,10 +4,11 @@
 #ifndef VN_TESTS_ALARM_PLAINPATH_H
 #define VN_TESTS_ALARM_PLAINPATH_H
 
-/** @file The plain path of alarm lists held against the grammar; for tests and fuzz targets. */
+/** @file The plain paths held against the grammars; for tests and fuzz targets. */
 
 #include "alarm/AlarmListReader_p.h"
 #include "alarm/AlarmListTree_p.h"
+#include "alarm/AlarmUpdateReader_p.h"
 #include "base/Exceptions.h"
 
 #include <QtCore/QMap>
@@ -62,7 +63,8 @@ inline QString tapeDifference(const vn::internal::AlarmTape &a, const vn::intern
                                       a[i].children.extent == b[i].children.extent
              : a[i].isText()
                  ? a.text(a[i]) == b.text(b[i]) && a.text(a[i]).isNull() == b.text(b[i]).isNull()
-                 : std::memcmp(&a[i].number, &b[i].number, sizeof a[i].number) == 0);
+                 : a[i].integer == b[i].integer &&
+                       std::memcmp(&a[i].number, &b[i].number, sizeof a[i].number) == 0);
         if (!isSame)
             return QStringLiteral("entry %1").arg(i);
     }
@@ -146,6 +148,27 @@ inline PlainPathResult comparePaths(vn::internal::AlarmListReader &plain,
             plainTree(grammar.tape(), grammar.tape().root()))
             result.difference = QStringLiteral("the tree");
     }
+    return result;
+}
+
+/** The same of updates. */
+inline PlainPathResult comparePaths(vn::internal::AlarmUpdateReader &plain,
+                                    vn::internal::AlarmUpdateReader &grammar,
+                                    const QByteArray &text)
+{
+    const QByteArray bytes = text + QByteArray(2, '\0');
+    QByteArray scanned(bytes.constData(), bytes.size());
+    const auto size = static_cast<unsigned>(bytes.size());
+
+    PlainPathResult result;
+    plain.reset();
+    result.isPlain = plain.readPlain(bytes.constData(), size);
+    if (!result.isPlain)
+        return result;
+    grammar.reset();
+    const ReadOutcome outcome = outcomeOf([&] { grammar.readByGrammar(scanned.data(), size); });
+    result.difference = outcome.isRead ? tapeDifference(plain.tape(), grammar.tape())
+                                       : QStringLiteral("the grammar refuses it: ") + outcome.error;
     return result;
 }
 

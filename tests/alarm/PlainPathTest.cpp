@@ -38,20 +38,26 @@ TEST(PlainPath, takesListsAsCamerasWriteThem)
           "{'a': 1, \"b\": -0.5, c_-./9: [[[[1]]]], '': {}}", "['it is \"quoted\"', \"it's\"]",
           "['S\xfc"
           "dtor']",
-          "{a:1, a:2, b:3, a:4}", "[trueish, nullable, falsely]"})
+          "{a:1, a:2, b:3, a:4}", "[trueish, nullable, falsely]",
+          R"(["a\"\/\\\b\f\n\r\t\u00e4", 'b\'\u1aF0', {"\n": 1}])",
+          "/* a list */[/**x*/1/* \xe4\n * // */,/* /* */2]/* its end */ "})
         EXPECT_TRUE(isPlain(text)) << text;
 }
 
 TEST(PlainPath, leavesTheRestToTheGrammar)
 {
     for (const QByteArray &text :
-         {""_b,          " "_b,         "1"_b,          "'x'"_b,     "true"_b,     "[1"_b,
-          "[1,]"_b,      "[,1]"_b,      "[1 2]"_b,      "{a}"_b,     "{a:}"_b,     "{1:2}"_b,
-          "{true:1}"_b,  "{null:1}"_b,  "{a:1,}"_b,     "{a 1}"_b,   "[1}"_b,      "{a:1]"_b,
-          "[] #"_b,      "[] []"_b,     "[]\0"_b,       "[1\0]"_b,   "['a\0b']"_b, "['a\tb']"_b,
-          "['a\\nb']"_b, "[/* c */]"_b, "[] /* c */"_b, "[-0]"_b,    "[0e5]"_b,    "[01]"_b,
-          "[1.]"_b,      "[.5]"_b,      "[1e]"_b,       "[1e+]"_b,   "[-]"_b,      "[--1]"_b,
-          "[1.5.5]"_b,   "[\xe4]"_b,    "['\x7f']"_b,   "['open]"_b, "[\""_b})
+         {""_b,           " "_b,         "1"_b,          "'x'"_b,         "true"_b,
+          "[1"_b,         "[1,]"_b,      "[,1]"_b,       "[1 2]"_b,       "{a}"_b,
+          "{a:}"_b,       "{1:2}"_b,     "{true:1}"_b,   "{null:1}"_b,    "{a:1,}"_b,
+          "{a 1}"_b,      "[1}"_b,       "{a:1]"_b,      "[] #"_b,        "[] []"_b,
+          "[]\0"_b,       "[1\0]"_b,     "['a\0b']"_b,   "['a\tb']"_b,    "['a\\x']"_b,
+          "[/* c **/]"_b, "[] /* c "_b,  "[-0]"_b,       "[0e5]"_b,       "[01]"_b,
+          "[1.]"_b,       "[.5]"_b,      "[1e]"_b,       "[1e+]"_b,       "[-]"_b,
+          "[--1]"_b,      "[1.5.5]"_b,   "[\xe4]"_b,     "['\x7f']"_b,    "['open]"_b,
+          "[\""_b,        "['a\\\"']"_b, "[\"a\\'\"]"_b, "['a\\u123']"_b, "['a\\u12g4']"_b,
+          "['a\\"_b,      "[] /* *"_b,   "[] /"_b,       "[/1]"_b,        "[/* \0 */]"_b,
+          "[]/*"_b,       "[/*/]"_b,     "['\\u']"_b})
         EXPECT_FALSE(isPlain(text)) << text.constData();
 }
 
