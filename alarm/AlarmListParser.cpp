@@ -65,23 +65,23 @@ QString AlarmListParser::errorMessage() const
     return d->reader.errorMessage();
 }
 
-bool AlarmListParser::isClean() const
+bool AlarmListParser::isClean() const noexcept
 {
     return d->reader.isClean();
 }
 
-void AlarmListParser::reset()
+void AlarmListParser::reset() noexcept
 {
     d->reader.resetScanner();
 }
 
-FatalErrors AlarmListParser::fatalErrors() const
+FatalErrors AlarmListParser::fatalErrors() const noexcept
 {
     return d->reader.builder().token().throwsFatalErrors ? FatalErrors::Throw
                                                          : FatalErrors::EndProcess;
 }
 
-void AlarmListParser::setFatalErrors(FatalErrors policy)
+void AlarmListParser::setFatalErrors(FatalErrors policy) noexcept
 {
     d->reader.builder().token().throwsFatalErrors = policy == FatalErrors::Throw;
 }

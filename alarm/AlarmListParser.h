@@ -119,21 +119,21 @@ public:
      * The message of the syntax error that ended the last parse(); "Initialisation Error" when
      * there was none; empty before the first parse().
      */
-    QString errorMessage() const;
+    [[nodiscard]] QString errorMessage() const;
 
     /** Whether the scanner stands neither in a string nor in a comment: the next text begins
      * afresh. True before the first parse(). @since 1.0.0 */
-    [[nodiscard]] bool isClean() const;
+    [[nodiscard]] bool isClean() const noexcept;
 
     /** Takes the scanner out of the string or comment that it stands in, so that the next text
      * begins afresh. @since 1.0.0 */
-    void reset();
+    void reset() noexcept;
 
     /** What happens where the scanner cannot go on; FatalErrors::EndProcess unless set. With
      * FatalErrors::Throw the object can be used on; see isClean(). @since 1.0.0 */
-    [[nodiscard]] FatalErrors fatalErrors() const;
+    [[nodiscard]] FatalErrors fatalErrors() const noexcept;
     /** Sets that for the texts to come. @since 1.0.0 */
-    void setFatalErrors(FatalErrors policy);
+    void setFatalErrors(FatalErrors policy) noexcept;
 
 private:
     Q_DISABLE_COPY(AlarmListParser)

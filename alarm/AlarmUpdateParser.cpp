@@ -79,13 +79,13 @@ QString AlarmUpdateParser::errorMessage() const
     return d->reader.errorMessage();
 }
 
-FatalErrors AlarmUpdateParser::fatalErrors() const
+FatalErrors AlarmUpdateParser::fatalErrors() const noexcept
 {
     return d->reader.builder().token().throwsFatalErrors ? FatalErrors::Throw
                                                          : FatalErrors::EndProcess;
 }
 
-void AlarmUpdateParser::setFatalErrors(FatalErrors policy)
+void AlarmUpdateParser::setFatalErrors(FatalErrors policy) noexcept
 {
     d->reader.builder().token().throwsFatalErrors = policy == FatalErrors::Throw;
 }

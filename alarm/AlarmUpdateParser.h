@@ -126,13 +126,13 @@ public:
      * The message of the syntax error that ended the last parse(); "Initialisation Error" when
      * there was none; empty before the first parse().
      */
-    QString errorMessage() const;
+    [[nodiscard]] QString errorMessage() const;
 
     /** What happens where the scanner cannot go on; FatalErrors::EndProcess unless set.
      * @since 1.0.0 */
-    [[nodiscard]] FatalErrors fatalErrors() const;
+    [[nodiscard]] FatalErrors fatalErrors() const noexcept;
     /** Sets that for the texts to come. @since 1.0.0 */
-    void setFatalErrors(FatalErrors policy);
+    void setFatalErrors(FatalErrors policy) noexcept;
 
     // ---- Building values -----------------------------------------------------------------------
 

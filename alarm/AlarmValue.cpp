@@ -25,7 +25,7 @@ AlarmValue::AlarmValue(std::shared_ptr<const internal::AlarmDocumentData> docume
 {
 }
 
-AlarmValue::Kind AlarmValue::kind() const
+AlarmValue::Kind AlarmValue::kind() const noexcept
 {
     if (!m_document)
         return Kind::Invalid;
@@ -70,13 +70,13 @@ QString AlarmValue::text() const
                                entry.end - entry.start);
 }
 
-double AlarmValue::number() const
+double AlarmValue::number() const noexcept
 {
     const Kind what = kind();
     return what == Kind::Number || what == Kind::Bool ? m_document->tape[m_index].number : 0;
 }
 
-int AlarmValue::count() const
+int AlarmValue::count() const noexcept
 {
     return m_document && m_document->tape[m_index].isContainer()
                ? m_document->tape[m_index].children.count

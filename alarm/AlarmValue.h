@@ -59,7 +59,7 @@ public:
     ~AlarmValue();
 
     /** What it is. */
-    [[nodiscard]] Kind kind() const;
+    [[nodiscard]] Kind kind() const noexcept;
 
     /** Where it stands, quotes and brackets included: bytes, and columns as alarmTextRange() has
      * them. */
@@ -69,11 +69,11 @@ public:
     [[nodiscard]] QString text() const;
 
     /** The number; 1 for true, 0 for all else. */
-    [[nodiscard]] double number() const;
+    [[nodiscard]] double number() const noexcept;
 
     /** How many values are directly inside: elements of an array, members of an object, those with
      * a repeated key each; else 0. */
-    [[nodiscard]] int count() const;
+    [[nodiscard]] int count() const noexcept;
 
     /** What is directly inside, in the order of the text. */
     [[nodiscard]] QVector<AlarmMember> members() const;

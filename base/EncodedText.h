@@ -77,23 +77,23 @@ public:
     static EncodedText read(QIODevice *device);
 
     /** The bytes, as they were read. */
-    const QByteArray &bytes() const noexcept { return m_bytes; }
+    [[nodiscard]] const QByteArray &bytes() const noexcept { return m_bytes; }
 
     /** The text: without its byte order mark, with its line ends as they are. Never null. */
-    const QString &text() const noexcept { return m_text; }
+    [[nodiscard]] const QString &text() const noexcept { return m_text; }
 
     /** How the bytes stand for the text. */
-    Encoding encoding() const noexcept { return m_encoding; }
+    [[nodiscard]] Encoding encoding() const noexcept { return m_encoding; }
 
     /** Whether the bytes begin with the byte order mark of UTF-8, which the text lacks. */
-    bool hasByteOrderMark() const noexcept { return m_hasByteOrderMark; }
+    [[nodiscard]] bool hasByteOrderMark() const noexcept { return m_hasByteOrderMark; }
 
     /** What new lines are to end with: what the first line ends with, "\r\n" or "\n"; "\n" where no
      * line ends. */
-    QString lineEnd() const;
+    [[nodiscard]] QString lineEnd() const;
 
     /** Whether some lines end with "\r\n" and others with "\n". */
-    bool hasMixedLineEnds() const noexcept;
+    [[nodiscard]] bool hasMixedLineEnds() const noexcept;
 
     /**
      * The bytes of @p text in this encoding, with this byte order mark. Line ends are written as
@@ -102,7 +102,7 @@ public:
      * Latin-1 has 256 characters, and a text in it must not come out as valid UTF-8, which it would
      * be taken for. UTF-8 lacks halves of surrogate pairs.
      */
-    Result encode(const QString &text) const;
+    [[nodiscard]] Result encode(const QString &text) const;
 
 private:
     QByteArray m_bytes{""};
