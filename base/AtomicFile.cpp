@@ -3,23 +3,17 @@
 
 #include "base/AtomicFile.h"
 
+#include "base/AtomicFile_p.h"
 #include "base/DeviceIo_p.h"
-#include "base/Exceptions.h"
-#include "base/FileDescriptor_p.h"
+#include "base/FileHandover_p.h"
 #include "base/Utf8_p.h"
 
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
-#include <QtCore/QRandomGenerator>
-
-#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <utility>
-#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -29,76 +23,21 @@ namespace vn {
 
 namespace {
 
+using internal::failOn;
 using internal::FileDescriptor;
+using internal::kModeOfNewFiles;
+using internal::openFolder;
+using internal::renameToNew;
 using internal::retried;
+using internal::synchronise;
+using internal::systemPath;
 
-constexpr mode_t kModeOfNewFiles = 0666; // the system takes the mask off
-constexpr mode_t kPrivateMode = 0600;    // until the mode of the old file is known to fit
-
-[[noreturn]] void fail(const QString &path, int error)
-{
-    throw FileException(path, error);
-}
-
-/** Raises the error of the latest system call. */
-[[noreturn]] void fail(const QString &path)
-{
-    fail(path, errno); // taken before the exception asks for memory, which may change it
-}
-
-/** By the system's random numbers: those of Qt's own generator are the same in forked processes. */
-QByteArray temporaryName()
-{
-    return ".vantero-" + QByteArray::number(QRandomGenerator::system()->generate64(), 36);
-}
+constexpr mode_t kPrivateMode = 0600; // until what the old file allows is known to fit
 
 QByteArray folderOf(const QByteArray &path)
 {
     const int slash = path.lastIndexOf('/');
     return slash < 0 ? QByteArray("./") : path.left(slash + 1);
-}
-
-FileDescriptor openFolder(const QByteArray &path)
-{
-    return FileDescriptor(
-        retried([&] { return ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
-}
-
-/** Has the names in a folder survive a power cut. The contents have arrived by then: a folder that
- * cannot be synchronised is no failure of the write. */
-void synchronise(const FileDescriptor &folder)
-{
-    if (folder.isValid())
-        (void)::fsync(folder.get());
-}
-
-/** Renames in or between folders, but only where nothing is called @p newName; otherwise errno is
- * EEXIST. */
-bool renameToNew(int folder, const QByteArray &name, int newFolder, const QByteArray &newName)
-{
-    const char *from = name.constData();
-    const char *to = newName.constData();
-    if (::renameat2(folder, from, newFolder, to, RENAME_NOREPLACE) == 0)
-        return true;
-    // Not every file system knows this; where links are, they do.
-    if (errno != EINVAL || ::linkat(folder, from, newFolder, to, 0) != 0)
-        return false;
-    (void)::unlinkat(folder, from, 0); // the new name is there, which is what counts
-    return true;
-}
-
-/** The path of the file that Qt finds by @p path in its search paths; @p path for any other. */
-QByteArray systemPath(const QString &path)
-{
-    const QFileInfo file(path);
-    const bool isFoundByQt = internal::isQtPath(path) && file.exists();
-    const QString found = isFoundByQt ? file.absoluteFilePath() : path;
-    if (found.startsWith(QLatin1Char(':')))
-        fail(path, EROFS); // a resource
-    const QByteArray name = QFile::encodeName(found);
-    if (name.contains('\0'))
-        fail(path, EINVAL);
-    return name;
 }
 
 /** The number of the open file that the kernel's link @p path stands for, as /dev/stdout leads to
@@ -138,26 +77,60 @@ Target resolveLinks(const QString &path)
             next.prepend(current.left(slash + 1));
         current = next;
     }
-    fail(path, ELOOP);
+    failOn(path, ELOOP);
 }
 
-/** Gives the new file the mode and the owner of the one that it replaces. */
-bool takeOver(const FileDescriptor &file, const struct stat &old)
+/** Opens and locks the file that is at @p path, so that none of those who lock it, too, replaces it
+ * before the lock goes; none where nothing is there. */
+FileDescriptor openLocked(const QByteArray &path, const QString &name)
 {
-    mode_t mode = old.st_mode & 07777;
-    struct stat current = {};
-    if (::fstat(file.get(), &current) != 0)
-        return false;
-    if (current.st_uid != old.st_uid || current.st_gid != old.st_gid) {
-        // Another user's file: without the right to give it away, the group alone may do, and the
-        // special bits must not come to work for somebody else.
-        if (::fchown(file.get(), old.st_uid, old.st_gid) != 0) {
-            mode &= ~mode_t(S_ISUID | S_ISGID);
-            if (::fchown(file.get(), uid_t(-1), old.st_gid) != 0)
-                mode &= ~mode_t(S_IRWXG);
+    constexpr int kMostTries = 500;
+    constexpr useconds_t kPause = 10 * 1000; // microseconds: five seconds at the most
+    for (int i = 0; i < kMostTries; ++i) {
+        FileDescriptor file(retried([&] {
+            return ::open(path.constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        }));
+        if (!file.isValid()) {
+            if (errno == ENOENT)
+                return file;
+            failOn(name);
         }
+        struct flock whole = {};
+        whole.l_type = F_WRLCK;
+        whole.l_whence = SEEK_SET;
+        if (::fcntl(file.get(), F_OFD_SETLK, &whole) != 0 && (errno == EAGAIN || errno == EACCES)) {
+            ::usleep(kPause);
+            continue;
+        } // else it is locked, or its file system knows no locks: then a look must do
+        struct stat opened = {};
+        struct stat present = {};
+        if (::fstat(file.get(), &opened) == 0 && ::lstat(path.constData(), &present) == 0 &&
+            opened.st_dev == present.st_dev && opened.st_ino == present.st_ino)
+            return file;
+        // Replaced meanwhile: the lock must be that of the new one.
     }
-    return ::fchmod(file.get(), mode) == 0;
+    failOn(name, EAGAIN);
+}
+
+/** Whether @p content is all that the file holds. */
+bool holds(const FileDescriptor &file, const QByteArray &content, const QString &name)
+{
+    struct stat status = {};
+    if (::fstat(file.get(), &status) != 0)
+        failOn(name);
+    if (!S_ISREG(status.st_mode) || status.st_size != content.size())
+        return false;
+    char piece[internal::kChunkSize];
+    for (int at = 0; at < content.size();) {
+        const ssize_t count = retried([&] { return ::read(file.get(), piece, sizeof piece); });
+        if (count < 0)
+            failOn(name);
+        if (count == 0 || count > content.size() - at ||
+            std::memcmp(piece, content.constData() + at, static_cast<std::size_t>(count)) != 0)
+            return false;
+        at += static_cast<int>(count);
+    }
+    return true;
 }
 
 /** Holds back the signals that users end programs with. */
@@ -200,13 +173,15 @@ public:
     void openTarget();
     void openTemporary(mode_t mode);
     void finishWriting();
-    void replaceTarget();
+    bool replaceTarget(const QByteArray *before);
     bool takeNewName();
 
     const QString path;
     QByteArray target;
     QByteArray temporary; // empty where there is none
     FileDescriptor file;
+    FileDescriptor old; // what stood there when writing began; none for a new file
+    Losses losses;
 };
 
 /** Opens what is to be written for a target that may be there. */
@@ -214,36 +189,36 @@ void AtomicFile::Private::openTarget()
 {
     const Target found = resolveLinks(path);
     target = found.path;
-    struct stat old = {};
-    const bool exists = ::stat(target.constData(), &old) == 0;
+    struct stat status = {};
+    const bool exists = ::stat(target.constData(), &status) == 0;
     if (!exists && errno != ENOENT)
-        fail(path);
-    if (exists && S_ISDIR(old.st_mode))
-        fail(path, EISDIR);
-    if (found.openFile >= 0 || (exists && !S_ISREG(old.st_mode))) {
+        failOn(path);
+    if (exists && S_ISDIR(status.st_mode))
+        failOn(path, EISDIR);
+    if (found.openFile >= 0 || (exists && !S_ISREG(status.st_mode))) {
         file = FileDescriptor(
             found.openFile >= 0 ? ::fcntl(found.openFile, F_DUPFD_CLOEXEC, 0) : retried([&] {
                 return ::open(target.constData(), O_WRONLY | O_CLOEXEC);
             }));
         if (!file.isValid())
-            fail(path);
+            failOn(path);
         return;
     }
     // A rename asks only the folder; a file marked as not writable is not to be changed.
     if (exists && ::faccessat(AT_FDCWD, target.constData(), W_OK, AT_EACCESS) != 0)
-        fail(path);
+        failOn(path);
+    if (exists)
+        old = internal::openPredecessor(target);
     openTemporary(exists ? kPrivateMode : kModeOfNewFiles);
-    if (exists && !takeOver(file, old))
-        fail(path);
 }
 
 void AtomicFile::Private::openTemporary(mode_t mode)
 {
-    const QByteArray name = folderOf(target) + temporaryName();
+    const QByteArray name = folderOf(target) + internal::temporaryName();
     file = FileDescriptor(retried(
         [&] { return ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); }));
     if (!file.isValid())
-        fail(path);
+        failOn(path);
     temporary = name;
 }
 
@@ -252,18 +227,37 @@ void AtomicFile::Private::finishWriting()
 {
     const bool isOnDisk = temporary.isEmpty() || ::fsync(file.get()) == 0;
     if (!isOnDisk || !file.close())
-        fail(path);
+        failOn(path);
 }
 
-void AtomicFile::Private::replaceTarget()
+/** Gives the new file its place; false where @p before is given, and the file that is there holds
+ * something else. */
+bool AtomicFile::Private::replaceTarget(const QByteArray *before)
 {
+    if (temporary.isEmpty()) {
+        if (before)
+            failOn(path, EINVAL); // no regular file, which holds nothing to look at
+        finishWriting();
+        return true;
+    }
+    // As late as can be: rights that have been taken away meanwhile do not come back.
+    FileDescriptor present = internal::openPredecessor(target);
+    if (present.isValid())
+        old = std::move(present);
+    if (old.isValid() && !internal::handOn(old, file, &losses))
+        failOn(path);
     finishWriting();
-    if (temporary.isEmpty())
-        return;
+    FileDescriptor lock;
+    if (before) {
+        lock = openLocked(target, path);
+        if (!lock.isValid() || !holds(lock, *before, path))
+            return false;
+    }
     if (::rename(temporary.constData(), target.constData()) != 0)
-        fail(path);
+        failOn(path);
     temporary.clear();
     synchronise(openFolder(folderOf(target)));
+    return true;
 }
 
 /** The same where nothing is to be replaced; false where something is there. */
@@ -273,7 +267,7 @@ bool AtomicFile::Private::takeNewName()
     if (!renameToNew(AT_FDCWD, temporary, AT_FDCWD, target)) {
         if (errno == EEXIST)
             return false;
-        fail(path);
+        failOn(path);
     }
     temporary.clear();
     synchronise(openFolder(folderOf(target)));
@@ -290,28 +284,71 @@ AtomicFile::~AtomicFile() = default;
 void AtomicFile::open()
 {
     if (d->file.isValid())
-        fail(d->path, EBUSY);
+        failOn(d->path, EBUSY);
     d->openTarget();
 }
 
 void AtomicFile::write(const char *data, qint64 size)
 {
     if (!internal::writeAll(d->file, data, static_cast<std::size_t>(size)))
-        fail(d->path);
+        failOn(d->path);
 }
 
 void AtomicFile::commit()
 {
-    d->replaceTarget();
+    (void)d->replaceTarget(nullptr);
+}
+
+AtomicFile::Losses AtomicFile::losses() const noexcept
+{
+    return d->losses;
 }
 
 void AtomicFile::replace(const QString &path, const QByteArray &content)
+{
+    (void)replaceWithReport(path, content);
+}
+
+AtomicFile::Losses AtomicFile::replaceWithReport(const QString &path, const QByteArray &content)
 {
     const SignalsHeldBack signalsHeldBack;
     AtomicFile file(path);
     file.open();
     file.write(content);
     file.commit();
+    return file.losses();
+}
+
+AtomicFile::Outcome AtomicFile::replaceUnchanged(const QString &path, const QByteArray &before,
+                                                 const QByteArray &content)
+{
+    const SignalsHeldBack signalsHeldBack;
+    AtomicFile file(path);
+    file.open();
+    file.write(content);
+    const bool isReplaced = file.d->replaceTarget(&before);
+    return {isReplaced, isReplaced ? file.losses() : Losses()};
+}
+
+QStringList AtomicFile::describe(Losses losses)
+{
+    const struct
+    {
+        Loss loss;
+        const char *text;
+    } rows[] = {
+        {Loss::Owner, "the file belongs to another owner now"},
+        {Loss::Group, "the file belongs to another group now"},
+        {Loss::AccessList, "the access list is lost: only the owner has access"},
+        {Loss::Attributes, "extended attributes are lost"},
+        {Loss::Mode, "the mode allows less than before"},
+        {Loss::OtherNames, "other hard links keep the old content"},
+    };
+    QStringList texts;
+    for (const auto &row : rows)
+        if (losses.testFlag(row.loss))
+            texts += QString::fromLatin1(row.text);
+    return texts;
 }
 
 void AtomicFile::replaceText(const QString &path, const QString &text)
@@ -331,183 +368,6 @@ bool AtomicFile::create(const QString &path, const QByteArray &content)
     file.d->openTemporary(kModeOfNewFiles);
     file.write(content);
     return file.d->takeNewName();
-}
-
-class Q_DECL_HIDDEN AtomicFiles::Private
-{
-public:
-    explicit Private(const QString &name)
-        : path(name)
-    {
-    }
-    Private(const Private &) = delete; // removes the files once
-    Private &operator=(const Private &) = delete;
-    ~Private()
-    {
-        for (const QByteArray &name : names)
-            (void)::unlinkat(waiting.get(), name.constData(), 0);
-        removeWaitingRoom();
-    }
-
-    QString pathOf(const QByteArray &name) const
-    {
-        return path + QLatin1Char('/') + QFile::decodeName(name);
-    }
-    QByteArray bareName(const QString &name) const;
-    void openFolderOnce()
-    {
-        if (!folder.isValid())
-            folder = openFolder(systemPath(path));
-    }
-    void makeWaitingRoom();
-    void removeWaitingRoom();
-
-    static bool isThere(const FileDescriptor &folder, const QByteArray &name)
-    {
-        struct stat status = {};
-        return folder.isValid() &&
-               ::fstatat(folder.get(), name.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0;
-    }
-
-    const QString path;
-    FileDescriptor folder;
-    QByteArray waitingRoom; // the name of the hidden folder; empty where there is none
-    FileDescriptor waiting;
-    std::vector<QByteArray> names; // of the files in there, in their order
-};
-
-QByteArray AtomicFiles::Private::bareName(const QString &name) const
-{
-    const QByteArray bytes = QFile::encodeName(name);
-    if (bytes.isEmpty() || bytes == "." || bytes == ".." || bytes.contains('/') ||
-        bytes.contains('\0'))
-        fail(path + QLatin1Char('/') + name, EINVAL);
-    return bytes;
-}
-
-void AtomicFiles::Private::makeWaitingRoom()
-{
-    if (waiting.isValid())
-        return;
-    openFolderOnce();
-    const QByteArray name = temporaryName();
-    if (!folder.isValid() || ::mkdirat(folder.get(), name.constData(), 0700) != 0)
-        fail(path);
-    waitingRoom = name;
-    waiting = FileDescriptor(retried([&] {
-        return ::openat(folder.get(), name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    }));
-    if (!waiting.isValid()) {
-        const int error = errno;
-        removeWaitingRoom(); // another call makes another one
-        fail(path, error);
-    }
-}
-
-void AtomicFiles::Private::removeWaitingRoom()
-{
-    (void)waiting.close(); // only read from
-    if (!waitingRoom.isEmpty())
-        (void)::unlinkat(folder.get(), waitingRoom.constData(), AT_REMOVEDIR);
-    waitingRoom.clear();
-}
-
-AtomicFiles::AtomicFiles(const QString &folder)
-    : d(std::make_unique<Private>(folder))
-{
-}
-
-AtomicFiles::~AtomicFiles() = default;
-
-bool AtomicFiles::contains(const QString &name) const
-{
-    const QByteArray bytes = d->bareName(name);
-    d->openFolderOnce(); // without one nothing is taken
-    return Private::isThere(d->folder, bytes) || Private::isThere(d->waiting, bytes);
-}
-
-bool AtomicFiles::add(const QString &name, const QByteArray &content)
-{
-    const QByteArray bytes = d->bareName(name);
-    d->makeWaitingRoom();
-    if (Private::isThere(d->folder, bytes))
-        return false;
-    if (d->names.size() == d->names.capacity())
-        d->names.reserve(2 * d->names.size() + 1); // before there is something to be forgotten
-    FileDescriptor file(retried([&] {
-        return ::openat(d->waiting.get(), bytes.constData(),
-                        O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kModeOfNewFiles);
-    }));
-    if (!file.isValid() && errno == EEXIST)
-        return false;
-    if (!file.isValid())
-        fail(d->pathOf(bytes));
-    d->names.push_back(bytes); // there is room
-    if (!internal::writeAll(file, content.constData(), static_cast<std::size_t>(content.size())) ||
-        !file.close()) {
-        const int error = errno;
-        (void)::unlinkat(d->waiting.get(), bytes.constData(), 0); // the error is the one above
-        d->names.pop_back();
-        fail(d->pathOf(bytes), error);
-    }
-    return true;
-}
-
-bool AtomicFiles::rename(const QString &name, const QString &newName)
-{
-    const QByteArray from = d->bareName(name);
-    const QByteArray to = d->bareName(newName);
-    const auto place = std::find(d->names.begin(), d->names.end(), from);
-    if (place == d->names.end())
-        fail(d->pathOf(from), ENOENT);
-    if (Private::isThere(d->folder, to))
-        return false;
-    if (!renameToNew(d->waiting.get(), from, d->waiting.get(), to)) {
-        if (errno == EEXIST)
-            return false;
-        fail(d->pathOf(from));
-    }
-    *place = to;
-    return true;
-}
-
-int AtomicFiles::count() const noexcept
-{
-    return static_cast<int>(d->names.size());
-}
-
-QStringList AtomicFiles::commit()
-{
-    QStringList taken;
-    if (d->names.empty())
-        return taken;
-    // One look of the disk at all files, where fsync() would be one for each.
-    if (::syncfs(d->folder.get()) != 0)
-        fail(d->path);
-    std::vector<QByteArray> left;
-    left.reserve(d->names.size());
-    int error = 0;
-    QByteArray refused;
-    for (const QByteArray &name : std::exchange(d->names, {})) {
-        if (error == 0 && renameToNew(d->waiting.get(), name, d->folder.get(), name))
-            continue;
-        left.push_back(name);
-        if (error != 0)
-            continue;
-        if (errno == EEXIST) {
-            taken.append(QFile::decodeName(name));
-        } else {
-            error = errno;
-            refused = name;
-        }
-    }
-    d->names = std::move(left);
-    if (d->names.empty())
-        d->removeWaitingRoom();
-    synchronise(d->folder);
-    if (error != 0)
-        fail(d->pathOf(refused), error);
-    return taken;
 }
 
 } // namespace vn

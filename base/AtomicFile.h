@@ -10,6 +10,7 @@
 #include "base/Export.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QFlags>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -22,9 +23,11 @@ namespace vn {
  * old or the new one, never a part.
  *
  * The content goes to a new file in the same folder, to the disk, and takes the name over. An
- * existing file hands on its mode and, where that is allowed, its owner; a symbolic link stays, and
- * the file that it leads to is replaced; other hard links of it keep the old content; attributes
- * and access lists beyond the mode are those of a new file. What is no regular file (a device, a
+ * existing file hands on its owner, group, mode with all bits, access list (POSIX ACL) and extended
+ * attributes, as far as the process may: what it cannot keep is told by losses(), and makes the
+ * rights of others fewer, never more, at any moment. So whoever edits another user's file becomes
+ * its owner, unless he is root. A symbolic link stays, and the file that it leads to is replaced;
+ * other hard links of it keep the old content. What is no regular file (a device, a
  * pipe), and what is open already (/dev/stdout), is written to as it is. After a failure nothing is
  * left behind; a killed process may leave a hidden file ".vantero-…" in the folder.
  * @code
@@ -35,6 +38,10 @@ namespace vn {
  * while (nextPiece(&piece))
  *     file.write(piece);
  * file.commit();
+ *
+ * // What has been read, changed and goes back: another one's change is not lost
+ * if (!AtomicFile::replaceUnchanged(path, bytesAsRead, bytes))
+ *     show(path + ": changed since it was read");
  * @endcode
  * Threads: reentrant.
  * @since 1.0.0
@@ -42,6 +49,28 @@ namespace vn {
 class VN_BASE_EXPORT AtomicFile
 {
 public:
+    /** What the new file could not keep of the one that it replaces. */
+    enum class Loss {
+        Owner = 1,       ///< it belongs to the user of the process
+        Group = 2,       ///< it belongs to a group of the process; see Mode
+        AccessList = 4,  ///< its access list: only the owner has access
+        Attributes = 8,  ///< at least one of its extended attributes
+        Mode = 16,       ///< bits of its mode, as it would have allowed more than the old file did
+        OtherNames = 32, ///< its other hard links, which keep the old content
+    };
+    Q_DECLARE_FLAGS(Losses, Loss)
+
+    /** What has become of replaceUnchanged(). */
+    struct Outcome
+    {
+        /** False where the file has changed: it stays as it is. */
+        bool isReplaced = false;
+        /** What the new file could not keep. */
+        Losses losses;
+
+        explicit operator bool() const noexcept { return isReplaced; }
+    };
+
     /** A file for the place @p path; nothing happens yet. */
     explicit AtomicFile(const QString &path);
     /** Drops what has been written since open(), unless commit() has been called. */
@@ -69,6 +98,12 @@ public:
      * @throws FileException when that fails; what stood there before stays */
     void commit();
 
+    /** What the new file could not keep; nothing before commit(), and for a file that is new. */
+    Losses losses() const noexcept;
+
+    /** A sentence for each of @p losses, for people: "the file belongs to another owner now". */
+    static QStringList describe(Losses losses);
+
     /**
      * Makes @p content the whole content of the file at @p path, which may be there already.
      * Signals that end programs (SIGHUP, SIGINT, SIGTERM) wait on the calling thread until it is
@@ -76,6 +111,21 @@ public:
      * @throws FileException when it cannot be written; what stood there before stays
      */
     static void replace(const QString &path, const QByteArray &content);
+
+    /** Does the same as replace() and returns what the new file could not keep. */
+    static Losses replaceWithReport(const QString &path, const QByteArray &content);
+
+    /**
+     * Makes @p content the whole content of the file at @p path if that still holds @p before, as
+     * it did when it was read. Of several who change a file so, on one machine or where the file
+     * system has locks for all of them, one after the other is let in: none loses what another has
+     * done. Those who write otherwise are noticed up to the moment before. Signals wait as for
+     * replace().
+     * @throws FileException when it cannot be read or written, is no regular file (EINVAL), or
+     * another program locks it for five seconds (EAGAIN); what stood there before stays
+     */
+    [[nodiscard]] static Outcome replaceUnchanged(const QString &path, const QByteArray &before,
+                                                  const QByteArray &content);
 
     /**
      * The same with the UTF-8 of @p text, which is encoded piece by piece: it may be longer than a
@@ -96,6 +146,8 @@ private:
     class Q_DECL_HIDDEN Private;
     std::unique_ptr<Private> d;
 };
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(AtomicFile::Losses)
 
 /**
  * Many new files in one folder, each there whole or not at all, and nothing replaced.

@@ -3,7 +3,6 @@
 
 #include "base/ZipWriter.h"
 
-#include "base/AtomicFile.h"
 #include "base/DeviceIo_p.h"
 #include "base/Exceptions.h"
 
@@ -106,6 +105,7 @@ public:
     SourceHandle output;
     ArchiveHandle archive;
     std::unique_ptr<AtomicFile> file;
+    AtomicFile::Losses losses;
 };
 
 ZipWriter::ZipWriter(const QString &path, const QByteArray &password)
@@ -151,6 +151,7 @@ void ZipWriter::open()
     d->output = std::move(output);
     d->archive = std::move(archive);
     d->file = std::move(file);
+    d->losses = {};
 }
 
 void ZipWriter::appendFile(QIODevice *device, const QString &entryName, const QString &comment,
@@ -211,6 +212,11 @@ void ZipWriter::close()
     d->reset();
 }
 
+AtomicFile::Losses ZipWriter::losses() const noexcept
+{
+    return d->losses;
+}
+
 /** Writes the archive to its path. */
 void ZipWriter::Private::write()
 {
@@ -219,6 +225,7 @@ void ZipWriter::Private::write()
     else
         writeEntries();
     file->commit();
+    losses = file->losses();
 }
 
 /** Has libzip make the archive in memory, and copies it into the file. */

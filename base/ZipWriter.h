@@ -4,6 +4,7 @@
 #ifndef VN_BASE_ZIPWRITER_H
 #define VN_BASE_ZIPWRITER_H
 
+#include "base/AtomicFile.h"
 #include "base/Export.h"
 
 #include <QtCore/QByteArray>
@@ -66,6 +67,10 @@ public:
      * at the path is then untouched, and the writer is closed
      */
     void close();
+
+    /** What the archive could not keep of the one that it has replaced; nothing before close().
+     * @since 1.0.0 */
+    AtomicFile::Losses losses() const noexcept;
 
 private:
     class Q_DECL_HIDDEN Private;

@@ -199,14 +199,6 @@ TEST_F(EditTarget, linksInACircleAreExitCode3)
               "vantero-formats: x.cfg: Too many levels of symbolic links\n");
 }
 
-TEST_F(EditTarget, inPlaceLeavesOtherHardLinksTheOldContent)
-{
-    ASSERT_EQ(::link(path("a.cfg").c_str(), path("b.cfg").c_str()), 0);
-    expectRun(edit({"--in-place"}), 0, "", "");
-    EXPECT_EQ(readFile(path("a.cfg")), kEdited);
-    EXPECT_EQ(readFile(path("b.cfg")), kText);
-}
-
 TEST_F(EditTarget, inPlaceLeavesAnUnchangedFileAlone)
 {
     const struct stat before = status("a.cfg");

@@ -83,7 +83,7 @@ public:
 
         const bool toFile = m_outputName && *m_outputName != QLatin1String("-");
         if (toFile)
-            writeFileAtomically(*m_outputName, text.toUtf8());
+            writeFileAtomically(*m_outputName, text.toUtf8(), out);
         if (out.json())
             out.setResult(toJson(text, report));
         else if (m_explain)

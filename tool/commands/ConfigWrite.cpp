@@ -52,7 +52,7 @@ public:
             textOf(map, document.value(QLatin1String("versionLines")).toBool(true)).toUtf8();
         requireReadsBack(text, map);
         if (m_outputName && *m_outputName != QLatin1String("-"))
-            writeFileAtomically(*m_outputName, text);
+            writeFileAtomically(*m_outputName, text, out);
         else
             out.print(text);
         return ExitCode::Done;

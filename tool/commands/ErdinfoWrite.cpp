@@ -90,7 +90,7 @@ public:
             take(value);
         const QByteArray rest = isRegularFile() ? readInput(m_file).mid(kRecordSize) : QByteArray();
         const QByteArray content = m_record.toBytes() + rest;
-        writeFileAtomically(m_file, content);
+        writeFileAtomically(m_file, content, out);
         if (isRegularFile() && readInput(m_file) != content)
             throw ToolError(ExitCode::OutputFailed,
                             QStringLiteral("does not hold what was written to it"))

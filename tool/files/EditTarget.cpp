@@ -25,10 +25,12 @@ void EditTarget::declare(Arguments &arguments)
         "first two lines tell the versions.");
     m_sources.declare(arguments);
     arguments.fileOption("--output", "FILE", "write the text to this file instead", m_outputName);
-    arguments.flag("--in-place",
-                   "replace the input: the file is the old or the new one at any time, and keeps "
-                   "its mode",
-                   m_inPlace);
+    arguments.flag(
+        "--in-place",
+        "replace the input: the file is the old or the new one at any time and keeps its "
+        "owner, mode, access list and attributes, or what is lost is told; one that "
+        "has changed since it was read stays as it is (exit status 3)",
+        m_inPlace);
     arguments.flag("--dry-run", "print what would change as a unified diff; write nothing",
                    m_dryRun);
     arguments.exclude("--in-place", "--output");
@@ -83,9 +85,9 @@ void EditTarget::deliver(const ConfigTextFile &original, const Edited &edited, O
     if (m_dryRun)
         out.printDiff(unifiedDiff(original.bytes(), bytes, edited.edits, name));
     else if (m_inPlace && bytes != original.bytes())
-        writeFileAtomically(original.name(), bytes);
+        rewriteFileAtomically(original.name(), original.bytes(), bytes, out);
     else if (m_outputName && *m_outputName != QLatin1String("-"))
-        writeFileAtomically(*m_outputName, bytes);
+        writeFileAtomically(*m_outputName, bytes, out);
     else if (!m_inPlace)
         out.print(bytes);
     for (const auto &note : edited.notes)

@@ -10,10 +10,36 @@
 
 namespace vn::tool {
 
-void writeFileAtomically(const QString &path, const QByteArray &content)
+namespace {
+
+void warnOfLosses(AtomicFile::Losses losses, const QString &path, Output &out)
+{
+    for (const QString &text : AtomicFile::describe(losses))
+        out.warn(path, text);
+}
+
+} // namespace
+
+void writeFileAtomically(const QString &path, const QByteArray &content, Output &out)
 {
     try {
-        AtomicFile::replace(path, content);
+        warnOfLosses(AtomicFile::replaceWithReport(path, content), path, out);
+    } catch (const FileException &e) {
+        throw outputError(e, path);
+    }
+}
+
+void rewriteFileAtomically(const QString &path, const QByteArray &before, const QByteArray &content,
+                           Output &out)
+{
+    try {
+        const AtomicFile::Outcome outcome = AtomicFile::replaceUnchanged(path, before, content);
+        if (!outcome)
+            throw ToolError(ExitCode::OutputFailed,
+                            QStringLiteral("changed by another program since it was read, so it "
+                                           "stays as it is"))
+                .at(path);
+        warnOfLosses(outcome.losses, path, out);
     } catch (const FileException &e) {
         throw outputError(e, path);
     }
