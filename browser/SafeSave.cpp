@@ -39,14 +39,19 @@ Replaced replaceText(const QString &path, const QByteArray &before, const QStrin
     if (const QString failure = reasonOf([&] { now = vn::FileUtils::readBytes(path); });
         !failure.isNull())
         return {QByteArray(), failure};
+    const QString changed = tr("The file has changed on the disk since it was read. Reload it, or "
+                               "save a copy of what you have.");
     if (now != before)
-        return {QByteArray(), tr("The file has changed on the disk since it was read. Reload it, "
-                                 "or save a copy of what you have.")};
+        return {QByteArray(), changed};
     const vn::EncodedText::Result edited = vn::EncodedText(before).encode(text);
     if (!edited)
         return {QByteArray(), tr("The file is Latin-1, which cannot hold all of the text. Save a "
                                  "copy, which will be UTF-8.")};
-    return {edited.bytes, writeBytes(path, edited.bytes)};
+    bool isReplaced = true; // and where an exception says why it is not
+    const QString reason = reasonOf([&] {
+        isReplaced = vn::AtomicFile::replaceUnchanged(path, before, edited.bytes).isReplaced;
+    });
+    return {edited.bytes, isReplaced ? reason : changed};
 }
 
 QString writeBytes(const QString &path, const QByteArray &bytes)

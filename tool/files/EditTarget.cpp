@@ -23,14 +23,17 @@ void EditTarget::declare(Arguments &arguments)
         "with --in-place the changed ones are listed. One that cannot be edited is told and stays "
         "as it is, the rest goes on, and the exit status is 2. In a folder, a file counts when its "
         "first two lines tell the versions.");
+    arguments.describe(
+        "Edited in place, a file keeps its owner, group, mode, access list and extended "
+        "attributes. What cannot be kept is told, and lets others do less than before, never more; "
+        "that other hard links keep the old content is told, too. A file that another program has "
+        "changed since it was read stays as it is, and the exit status is 3.");
     m_sources.declare(arguments);
     arguments.fileOption("--output", "FILE", "write the text to this file instead", m_outputName);
-    arguments.flag(
-        "--in-place",
-        "replace the input: the file is the old or the new one at any time and keeps its "
-        "owner, mode, access list and attributes, or what is lost is told; one that "
-        "has changed since it was read stays as it is (exit status 3)",
-        m_inPlace);
+    arguments.flag("--in-place",
+                   "replace the input: the file is the old or the new one at any time, and keeps "
+                   "its mode",
+                   m_inPlace);
     arguments.flag("--dry-run", "print what would change as a unified diff; write nothing",
                    m_dryRun);
     arguments.exclude("--in-place", "--output");
