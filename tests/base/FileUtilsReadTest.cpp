@@ -582,20 +582,7 @@ TEST(ReadTextOfDevice, readsASequentialDeviceToEachKindOfEnd)
 
 TEST(ReadTextOfDevice, takesAnErrorThatAReadClearsForNone)
 {
-    class RecoveredDevice : public QBuffer
-    {
-    protected:
-        qint64 readData(char *data, qint64 maxSize) override
-        {
-            setErrorString(QBuffer().errorString());
-            return QBuffer::readData(data, maxSize);
-        }
-
-    public:
-        RecoveredDevice() { setErrorString("an old error"_q); }
-    } device;
-    device.setData("text"_b);
-    ASSERT_TRUE(device.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    RecoveredDevice device("text"_b);
     EXPECT_EQ(FileUtils::readText(&device), "text"_q);
 }
 

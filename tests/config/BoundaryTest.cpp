@@ -8,6 +8,7 @@
 
 #include "base/Exceptions.h"
 #include "base/ZipWriter.h"
+#include "support/Devices.h"
 #include "support/Expect.h"
 #include "support/Literals.h"
 
@@ -30,29 +31,6 @@ using namespace vn;
 namespace {
 
 const QDateTime anyTime(QDate(2009, 3, 4), QTime(5, 6, 7));
-
-/** A device whose every read throws. */
-class ThrowingDevice : public QIODevice
-{
-public:
-    explicit ThrowingDevice(std::function<void()> thrower)
-        : m_thrower(std::move(thrower))
-    {
-        open(ReadOnly);
-    }
-    bool atEnd() const override { return false; }
-
-protected:
-    qint64 readData(char *, qint64) override
-    {
-        m_thrower();
-        return -1;
-    }
-    qint64 writeData(const char *, qint64) override { return -1; }
-
-private:
-    std::function<void()> m_thrower;
-};
 
 [[noreturn]] void throwParse()
 {
@@ -140,7 +118,7 @@ class BoundaryDeathTest : public testing::TestWithParam<Reader>
 
 void readFrom(const Reader &reader, void (*thrower)())
 {
-    ThrowingDevice device(thrower);
+    HollowDevice device(thrower);
     reader.read(&device);
 }
 

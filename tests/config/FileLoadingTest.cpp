@@ -8,6 +8,7 @@
 #include "base/ZipWriter.h"
 #include "support/Devices.h"
 #include "support/Expect.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 
 #include <QtCore/QBuffer>
@@ -44,10 +45,9 @@ bool isFresh(const QDateTime &time, const QDateTime &before)
 
 QString writeFile(const QTemporaryDir &dir, const QByteArray &bytes)
 {
-    QFile file(dir.filePath("cam.cfg"_q));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    EXPECT_EQ(file.write(bytes), bytes.size());
-    return file.fileName();
+    const QString path = dir.filePath("cam.cfg"_q);
+    writeFile(path, bytes);
+    return path;
 }
 
 /** A QFile with content that fails when it is read: its descriptor is open for writing only. */
@@ -71,60 +71,13 @@ private:
     QFile m_file;
 };
 
-/** A device that fails after a piece of text which could stand alone. */
-class BreakingDevice : public QIODevice
-{
-public:
-    BreakingDevice() { open(ReadOnly | Unbuffered); }
-    bool isSequential() const override { return true; }
-
-protected:
-    qint64 readData(char *data, qint64 maxSize) override
-    {
-        if (!m_isAtStart) {
-            setErrorString("the line is broken"_q);
-            return -1;
-        }
-        m_isAtStart = false;
-        const QByteArray start = "#:1=\n#:2\n\nSECTION a\nk=v\nENDSECTION a\n"_b;
-        EXPECT_LE(start.size(), maxSize);
-        std::copy(start.begin(), start.end(), data);
-        return start.size();
-    }
-    qint64 writeData(const char *, qint64) override { return -1; }
-
-private:
-    bool m_isAtStart = true;
-};
-
-/** A device that told of an error before, and tells of none once a read has succeeded. */
-class RecoveredDevice : public QBuffer
-{
-public:
-    explicit RecoveredDevice(const QByteArray &bytes)
-    {
-        setData(bytes);
-        setErrorString("an old error"_q);
-        open(ReadOnly | Unbuffered);
-    }
-
-protected:
-    qint64 readData(char *data, qint64 maxSize) override
-    {
-        setErrorString(QBuffer().errorString());
-        return QBuffer::readData(data, maxSize);
-    }
-};
-
 /** What store() writes: the text that was loaded. */
 QByteArray storedText(VanteroConfigFile &config)
 {
     const QTemporaryDir dir;
     const QString path = dir.filePath("stored.cfg"_q);
     config.store(path);
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
+    return readFile(path);
 }
 
 } // namespace
@@ -346,10 +299,12 @@ TEST(LoadDevice, readsAnOpenFileFromWhereItIs)
 
 TEST(LoadDevice, errorOfAnyDeviceIsRaisedInsteadOfLoadingAShortText)
 {
-    BreakingDevice device;
+    // What comes before the failure could stand alone.
+    SequentialDevice device({"#:1=\n#:2\n\nSECTION a\nk=v\nENDSECTION a\n"_b},
+                            SequentialDevice::End::Error);
     VanteroConfigFile config;
     config.addValue("old"_q, "k"_q, "v"_q);
-    expectThrows<IOException>([&] { config.parse(&device, lastYear); }, "the line is broken"_q);
+    expectThrows<IOException>([&] { config.parse(&device, lastYear); }, "the line is dead"_q);
     EXPECT_EQ(config.allSectionKeys(), QStringList{"old"_q}) << "nothing was loaded";
 }
 

@@ -8,6 +8,7 @@
 #include "base/ZipReader.h"
 #include "base/ZipWriter.h"
 #include "support/Expect.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 
 #include <QtCore/QDir>
@@ -23,13 +24,6 @@ namespace {
 
 const QString text = "#:1.3==\n#:VN-3\n\nSECTION a\nname=Tür\nENDSECTION a\n"_q;
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
-    return file.readAll();
-}
-
 } // namespace
 
 TEST(StoreFile, writesTheLoadedTextAsUtf8)
@@ -39,7 +33,7 @@ TEST(StoreFile, writesTheLoadedTextAsUtf8)
     VanteroConfigFile config;
     config.parse(text, QDateTime());
     config.store(path);
-    EXPECT_EQ(contentOf(path), text.toUtf8());
+    EXPECT_EQ(readFile(path), text.toUtf8());
 }
 
 TEST(StoreFile, editsDoNotReachTheTextOnPurpose)
@@ -50,7 +44,7 @@ TEST(StoreFile, editsDoNotReachTheTextOnPurpose)
     config.parse(text, QDateTime());
     config.setValue("a"_q, "name"_q, "Tor"_q);
     config.store(path);
-    EXPECT_EQ(contentOf(path), text.toUtf8());
+    EXPECT_EQ(readFile(path), text.toUtf8());
     EXPECT_EQ(config.toString("a"_q), "SECTION a\nname=Tor\nENDSECTION a\n"_q);
 }
 
@@ -59,7 +53,7 @@ TEST(StoreFile, newObjectWritesAnEmptyFile)
     const QTemporaryDir dir;
     const QString path = dir.filePath("cam.cfg"_q);
     VanteroConfigFile().store(path);
-    EXPECT_EQ(contentOf(path), QByteArray());
+    EXPECT_EQ(readFile(path), QByteArray());
 }
 
 TEST(StoreFile, copiesCarryTheText)
@@ -73,24 +67,21 @@ TEST(StoreFile, copiesCarryTheText)
     assigned = config;
     config.parse(QString(), QDateTime());
     copy.store(path);
-    EXPECT_EQ(contentOf(path), text.toUtf8());
+    EXPECT_EQ(readFile(path), text.toUtf8());
     assigned.store(path);
-    EXPECT_EQ(contentOf(path), text.toUtf8());
+    EXPECT_EQ(readFile(path), text.toUtf8());
 }
 
 TEST(StoreFile, replacesALongerFile)
 {
     const QTemporaryDir dir;
     const QString path = dir.filePath("cam.cfg"_q);
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(5000, 'x'));
-    file.close();
+    writeFile(path, QByteArray(5000, 'x'));
 
     VanteroConfigFile config;
     config.parse(text, QDateTime());
     config.store(path);
-    EXPECT_EQ(contentOf(path), text.toUtf8());
+    EXPECT_EQ(readFile(path), text.toUtf8());
 }
 
 TEST(StoreFile, keepsWindowsLineEnds)
@@ -100,7 +91,7 @@ TEST(StoreFile, keepsWindowsLineEnds)
     VanteroConfigFile config;
     config.parse("#:1\r\n#:2\r\n"_q, QDateTime());
     config.store(path);
-    EXPECT_EQ(contentOf(path), QByteArray("#:1\r\n#:2\r\n"));
+    EXPECT_EQ(readFile(path), QByteArray("#:1\r\n#:2\r\n"));
 }
 
 TEST(StoreFile, unopenablePathIsNamed)
@@ -120,11 +111,11 @@ TEST(StoreAtomic, writesWhatStoreWrites)
     const QString path = dir.filePath("cam.cfg"_q);
     VanteroConfigFile config;
     config.storeAtomic(path);
-    EXPECT_EQ(contentOf(path), QByteArray());
+    EXPECT_EQ(readFile(path), QByteArray());
     config.parse(text, QDateTime());
     config.setValue("a"_q, "name"_q, "Tor"_q);
     config.storeAtomic(path);
-    EXPECT_EQ(contentOf(path), text.toUtf8());
+    EXPECT_EQ(readFile(path), text.toUtf8());
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
               QStringList{"cam.cfg"_q});
 }
@@ -140,7 +131,7 @@ TEST(StoreAtomic, replacesTheFileAndDoesNotWriteIntoIt)
     config.parse(text, QDateTime());
     config.storeAtomic(path);
     EXPECT_EQ(old.readAll(), QByteArray()) << "who has it open keeps the old one";
-    EXPECT_EQ(contentOf(path), text.toUtf8());
+    EXPECT_EQ(readFile(path), text.toUtf8());
 }
 
 TEST(StoreAtomic, unopenablePathIsNamed)
@@ -226,10 +217,7 @@ TEST(NewFileName, shortFormIsPrefixDateAndCfg)
     const QDate date(2010, 5, 1);
     EXPECT_EQ(VanteroConfigFile::newFileName(dir, "cam"_q, date), "cam-2010-05-01.cfg"_q);
 
-    const auto take = [&](const QString &name) {
-        QFile file(dir.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    };
+    const auto take = [&](const QString &name) { writeFile(dir.filePath(name), ""); };
     take("cam-2010-05-01.cfg"_q);
     EXPECT_EQ(VanteroConfigFile::newFileName(dir, "cam"_q, date), "cam-2010-05-01[2].cfg"_q);
     take("cam-2010-05-01[2].cfg"_q);

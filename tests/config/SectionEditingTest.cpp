@@ -5,10 +5,10 @@
 
 #include "reference/ConfigReference.h"
 #include "support/Expect.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/Random.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
 
@@ -548,9 +548,7 @@ TEST(SetSection, leavesTheTextAlone)
     QTemporaryDir dir;
     const QString path = dir.filePath("x.cfg"_q);
     config.store(path);
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(QString::fromUtf8(file.readAll()), kX);
+    EXPECT_EQ(QString::fromUtf8(readFile(path)), kX);
 }
 
 TEST(SetSection, isSeenWholeByOtherThreads)

@@ -5,6 +5,7 @@
 
 #include "base/Exceptions.h"
 #include "reference/ConfigReference.h"
+#include "support/Devices.h"
 #include "support/Expect.h"
 #include "support/Literals.h"
 #include "support/Random.h"
@@ -15,18 +16,6 @@
 using namespace vn;
 
 namespace {
-
-/** A device that is never at its end and never has anything. */
-class HollowDevice : public QIODevice
-{
-public:
-    HollowDevice() { open(ReadOnly); }
-    bool atEnd() const override { return false; }
-
-protected:
-    qint64 readData(char *, qint64) override { return -1; }
-    qint64 writeData(const char *, qint64) override { return -1; }
-};
 
 QString parseSection(VanteroConfigFile &config, QString text, bool ignoreStrayLines)
 {

@@ -6,6 +6,7 @@
 #include "erdinfo/ErdinfoLayout.h"
 
 #include "support/Expect.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 
 #include <QtCore/QDir>
@@ -74,12 +75,7 @@ protected:
         return file;
     }
 
-    QByteArray content() const
-    {
-        QFile file(m_path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
+    QByteArray content() const { return readFile(m_path); }
 
     /** The bytes that a fresh file gets. */
     QByteArray saved(const Data &data)
@@ -89,13 +85,7 @@ protected:
         return content();
     }
 
-    void write(const QByteArray &bytes) const
-    {
-        QFile file(m_path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(bytes), bytes.size());
-    }
-
+    void write(const QByteArray &bytes) const { writeFile(m_path, bytes); }
     QTemporaryDir m_folder;
     QString m_path = m_folder.filePath("17.erdinfo"_q);
 };

@@ -9,10 +9,10 @@
 
 #include "base/Exceptions.h"
 #include "support/Expect.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/QtPrinters.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QtEndian>
 
@@ -109,9 +109,7 @@ TEST(ErdinfoRecord, newRecordIsThatOfANewHolder)
     const QTemporaryDir folder;
     const QString path = folder.filePath("new"_q);
     ASSERT_TRUE(VanteroErdinfoFile(path.toStdWString()).save());
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(ErdinfoRecord().toBytes().toHex(' '), file.readAll().toHex(' '));
+    EXPECT_EQ(ErdinfoRecord().toBytes().toHex(' '), readFile(path).toHex(' '));
 }
 
 TEST(ErdinfoRecord, valuesStandWhereTheFormatHasThem)
@@ -360,19 +358,8 @@ TEST(ErdinfoRecord, valuesAreReadWhateverIsWrong)
 class ErdinfoRecordFile : public testing::Test
 {
 protected:
-    void write(const QByteArray &bytes) const
-    {
-        QFile file(m_path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(bytes), bytes.size());
-    }
-
-    QByteArray content() const
-    {
-        QFile file(m_path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
+    void write(const QByteArray &bytes) const { writeFile(m_path, bytes); }
+    QByteArray content() const { return readFile(m_path); }
 
     QTemporaryDir m_folder;
     QString m_path = m_folder.filePath("17.erdinfo"_q);

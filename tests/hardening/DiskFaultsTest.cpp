@@ -10,6 +10,7 @@
 #include "config/VanteroConfigFile.h"
 #include "erdinfo/VanteroErdinfoFile.h"
 #include "support/Expect.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 
 #include <QtCore/QBuffer>
@@ -18,46 +19,12 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
-#include <csignal>
 #include <memory>
-
-#include <sys/resource.h>
 
 using vn::VanteroConfigFile;
 using vn::ZipWriter;
 
 namespace {
-
-/** While it lives, no file grows beyond so many bytes: as on a full disk, writing fails there. */
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-        : m_signalBefore(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit = {bytes, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FileSizeLimit(const FileSizeLimit &) = delete; // the limit is one
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_signalBefore);
-    }
-
-private:
-    rlimit m_before = {};
-    void (*m_signalBefore)(int);
-};
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
 
 const QString kText = "#:1.3=\n#:VN-3.0.6.29\n\nSECTION a\nk=\xc3\xa4\nENDSECTION a\n"_q;
 
@@ -85,7 +52,7 @@ TEST(DiskFaults, storeFailsAtEveryByteThatDoesNotFit)
                 [&](const vn::FileException &e) { EXPECT_TRUE(e.message().contains(path)); });
         } else {
             config.store(path);
-            EXPECT_EQ(contentOf(path), kText.toUtf8());
+            EXPECT_EQ(readFile(path), kText.toUtf8());
         }
     }
 }
@@ -111,12 +78,9 @@ TEST(DiskFaults, anArchiveIsTheOldOneUntilAllOfTheNewOneFits)
     for (const QByteArray &password : {QByteArray(), QByteArray("secret")}) {
         SCOPED_TRACE(password.constData());
         write(password);
-        const int size = contentOf(path).size();
+        const int size = readFile(path).size();
         ASSERT_TRUE(QFile::remove(path));
-        QFile old(path);
-        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-        old.write("old");
-        old.close();
+        writeFile(path, "old");
 
         for (int k = 0; k < size; ++k) {
             SCOPED_TRACE(k);
@@ -124,7 +88,7 @@ TEST(DiskFaults, anArchiveIsTheOldOneUntilAllOfTheNewOneFits)
             expectThrows<vn::IOException>(
                 [&] { write(password); },
                 [&](const vn::IOException &e) { EXPECT_TRUE(e.message().startsWith(path)); });
-            EXPECT_EQ(contentOf(path), QByteArray("old"));
+            EXPECT_EQ(readFile(path), QByteArray("old"));
             EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
                       QStringList("a.zip"_q));
         }
@@ -147,7 +111,7 @@ TEST(DiskFaults, erdinfoSaysNothingOfAFullDisk_keptOnPurpose)
         QFile::remove(path);
         const FileSizeLimit limit(static_cast<rlim_t>(k));
         EXPECT_TRUE(info.save());
-        EXPECT_LE(contentOf(path).size(), k);
+        EXPECT_LE(readFile(path).size(), k);
     }
     EXPECT_TRUE(vn::VanteroErdinfoFile(L"/dev/full").save());
 }

@@ -5,12 +5,12 @@
 // new.
 
 #include "base/AtomicFile.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/Random.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -28,20 +28,6 @@
 namespace {
 
 constexpr int kUnlimited = -1;
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
-
-void write(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(content), content.size());
-}
 
 /** Sets a value in the file in a process of its own, which may be limited to files of that size. */
 pid_t startEdit(const QString &path, int maxFileSize = kUnlimited)
@@ -82,24 +68,24 @@ TEST(ToolWrites, leaveTheOldOrTheNewFileWhenKilled)
     const QString path = folder.filePath("a.cfg"_q);
     const QByteArray changed = QByteArray(kOld).replace("k=old", "k=new");
 
-    write(path, kOld);
+    writeFile(path, kOld);
     timespec begin = {};
     timespec end = {};
     ::clock_gettime(CLOCK_MONOTONIC, &begin);
     ASSERT_EQ(waitFor(startEdit(path)), 0);
     ::clock_gettime(CLOCK_MONOTONIC, &end);
-    ASSERT_EQ(contentOf(path), changed);
+    ASSERT_EQ(readFile(path), changed);
     const auto whole = static_cast<unsigned>((end.tv_sec - begin.tv_sec) * 1000000 +
                                              (end.tv_nsec - begin.tv_nsec) / 1000);
 
     Random random(1);
     for (int i = 0; i < 60; ++i) {
-        write(path, kOld);
+        writeFile(path, kOld);
         const pid_t child = startEdit(path);
         ::usleep(random.below(whole + whole / 4 + 1));
         ::kill(child, SIGKILL);
         waitFor(child);
-        const QByteArray content = contentOf(path);
+        const QByteArray content = readFile(path);
         ASSERT_TRUE(content == kOld || content == changed) << content.size() << " bytes";
     }
 }
@@ -108,13 +94,13 @@ TEST(ToolWrites, leaveTheOldFileWhenTheDiskIsFull)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath("a.cfg"_q);
-    write(path, kOld);
+    writeFile(path, kOld);
     for (const int size : {0, 1, 4096, 100000, int(kOld.size()) - 1}) {
         SCOPED_TRACE(size);
         const int status = waitFor(startEdit(path, size));
         EXPECT_TRUE(WIFEXITED(status));
         EXPECT_EQ(WEXITSTATUS(status), 3);
-        EXPECT_EQ(contentOf(path), kOld);
+        EXPECT_EQ(readFile(path), kOld);
         EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
                   QStringList("a.cfg"_q));
     }
@@ -146,7 +132,7 @@ TEST(AtomicFilesKill, leavesWholeFilesOnly)
 
         const QStringList names = QDir(path).entryList(QDir::Files);
         for (const QString &name : names)
-            ASSERT_EQ(contentOf(folder.filePath(name)), content + name.toLatin1());
+            ASSERT_EQ(readFile(folder.filePath(name)), content + name.toLatin1());
         most = std::max(most, names.size());
         const QStringList all =
             QDir(path).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);

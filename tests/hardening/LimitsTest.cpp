@@ -10,12 +10,12 @@
 #include "config/VanteroConfigFile.h"
 #include "erdinfo/VanteroErdinfoFile.h"
 #include "support/Expect.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "version/VanteroSoftwareVersion.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
-#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QVariant>
 #include <QtScript/QScriptEngine>
@@ -254,9 +254,7 @@ TEST(Limits, secondsOfARecordAreCutTo32Bits)
     vn::VanteroErdinfoFile info(path.toStdWString());
     info.setData(0, 0, 0, 0, (1ULL << 32) * 1000000 + 5000000, 0, L"", L"", L"");
     ASSERT_TRUE(info.save());
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll().mid(344 + 12, 8).toHex(), QByteArray("0500000000000000"));
+    EXPECT_EQ(readFile(path).mid(344 + 12, 8).toHex(), QByteArray("0500000000000000"));
 }
 
 TEST(Limits, aVersionAfterThe30thLineOfAPackageIsNotFound)

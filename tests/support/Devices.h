@@ -6,6 +6,7 @@
 
 /** @file Devices that fail, take less than they are given, or deliver in their own time. */
 
+#include <QtCore/QBuffer>
 #include <QtCore/QByteArray>
 #include <QtCore/QIODevice>
 #include <QtCore/QList>
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 
 /** A device of random access over bytes of its own; it fails once it has given or taken so many. */
 class FailingDevice : public QIODevice
@@ -148,6 +150,48 @@ private:
     int m_delayMs;
     bool m_isWaitedFor; // whether the first piece can be read
     int m_waitCount = 0;
+};
+
+/** A device that told of an error before, and tells of none once a read has succeeded. */
+class RecoveredDevice : public QBuffer
+{
+public:
+    explicit RecoveredDevice(const QByteArray &bytes)
+    {
+        setData(bytes);
+        setErrorString(QStringLiteral("an old error"));
+        open(ReadOnly | Unbuffered);
+    }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        setErrorString(QBuffer().errorString());
+        return QBuffer::readData(data, maxSize);
+    }
+};
+
+/** A device that is never at its end and never has anything; a read may throw. */
+class HollowDevice : public QIODevice
+{
+public:
+    explicit HollowDevice(std::function<void()> onRead = [] {})
+        : m_onRead(std::move(onRead))
+    {
+        open(ReadOnly);
+    }
+    bool atEnd() const override { return false; }
+
+protected:
+    qint64 readData(char *, qint64) override
+    {
+        m_onRead();
+        return -1;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    std::function<void()> m_onRead;
 };
 
 #endif // VN_TESTS_SUPPORT_DEVICES_H

@@ -19,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <string>
 
 #include <sys/resource.h>
 
@@ -38,6 +39,15 @@ inline QByteArray readFile(const QString &path)
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
     return file.readAll();
+}
+
+inline void writeFile(const std::string &path, const QByteArray &content)
+{
+    writeFile(QString::fromStdString(path), content);
+}
+inline QByteArray readFile(const std::string &path)
+{
+    return readFile(QString::fromStdString(path));
 }
 
 /** Runs @p program in @p folder and expects that it succeeds. */

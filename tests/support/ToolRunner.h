@@ -29,6 +29,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+/** An example file; see examples/data/README.md. */
+inline std::string example(const std::string &name)
+{
+    return VANTERO_EXAMPLE_DATA "/" + name;
+}
+
 #ifdef VANTERO_JSON_OUTPUTS
 /** Keeps what a run with --json, or --jsonl, printed, for the test that validates all of them: the
  * arguments, parted by zero bytes, an empty one and a line end, then the output. */

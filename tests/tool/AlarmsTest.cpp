@@ -100,17 +100,6 @@ TEST(AlarmsListCommand, numbersThatAreNotFiniteAreNullInJson)
               QJsonArray({0.1, QJsonValue()}));
 }
 
-TEST(AlarmsListCommand, showsTheExample)
-{
-    const ToolResult result = runTool({"alarms", "list", VANTERO_EXAMPLE_DATA "/gate.alarms"});
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.err, "");
-    EXPECT_TRUE(result.out.startsWith("alarms:\n  -\n    active: null\n    id: 19\n"))
-        << result.out.constData();
-    EXPECT_TRUE(result.out.contains("recipient: \"guard@10.14.0.5\"\n"
-                                    "recipient: \"watch@10.14.0.6\"\n"));
-}
-
 TEST(AlarmsUpdateCommand, showsATree)
 {
     expectRun(update("state=1;level=-.5;armed=true;zone=West gate;q=\"a;b\";\n"
@@ -128,37 +117,6 @@ TEST(AlarmsUpdateCommand, showsATree)
               "level: -0.5\n"
               "state: 1\n",
               "");
-}
-
-TEST(AlarmsUpdateCommand, showsJsonInTheOrderOfTheObject)
-{
-    expectRun(update("z=1;a=x,y;d=2010-05-01;t=12:30:00;z=2", {"--json"}), 0,
-              "{\n"
-              "  \"file\": \"-\",\n"
-              "  \"update\": {\n"
-              "    \"z\": 1,\n"
-              "    \"t\": null,\n"
-              "    \"d\": \"2010-05-01T00:00:00\",\n"
-              "    \"a\": [\"y\", \"x\"]\n"
-              "  }\n"
-              "}\n",
-              "");
-}
-
-TEST(AlarmsUpdateCommand, showsAnErrorReport)
-{
-    expectRun(update("#Camera offline:2.0;x=1"), 0, "\"Camera offline\": 2\n", "");
-}
-
-TEST(AlarmsUpdateCommand, showsTheExample)
-{
-    const ToolResult result =
-        runTool({"alarms", "update", VANTERO_EXAMPLE_DATA "/gate.update", "--json"});
-    EXPECT_EQ(result.exitCode, 0);
-    const QJsonObject values = result.json().value("update"_q).toObject();
-    EXPECT_EQ(values.size(), 8);
-    EXPECT_EQ(values.value("cams"_q), QJsonArray({"roof"_q, "back"_q, "front"_q}));
-    EXPECT_TRUE(values.value("at"_q).isNull());
 }
 
 // ---- Errors -------------------------------------------------------------------------------------
@@ -210,21 +168,6 @@ TEST(AlarmsErrors, showAPartOfALongLine)
                   ("[" + ones.left(100) + "x 'y' " + ones).mid(65, 76) +
                   "...\n"
                   "                                         ^~~\n");
-}
-
-TEST(AlarmsErrors, areJsonWithJson)
-{
-    expectRun(list("[1 2]", {"--json"}), 2,
-              "{\n"
-              "  \"error\": {\n"
-              "    \"file\": \"-\",\n"
-              "    \"line\": 1,\n"
-              "    \"column\": 4,\n"
-              "    \"message\": \"syntax error, unexpected TNUMBER, expecting ']'\",\n"
-              "    \"exitCode\": 2\n"
-              "  }\n"
-              "}\n",
-              "");
 }
 
 TEST(AlarmsErrors, nameTheFileThatIsMissing)

@@ -19,11 +19,11 @@
 // "exit" is 0. The case runs in a copy of examples/data/. "stdout~:" checks that each of its lines
 // occurs, in this order, with others between them.
 
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/ToolRunner.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -46,13 +46,6 @@ struct Case
     int exitCode = 0;
     std::map<std::string, QByteArray> parts; // "stdin", "stdout", "stderr", "file NAME"
 };
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return file.readAll();
-}
 
 std::vector<std::string> splitWords(const QByteArray &line)
 {
@@ -83,7 +76,7 @@ Case readCase(const std::string &path)
 {
     Case result;
     QByteArray *part = nullptr;
-    const QList<QByteArray> lines = readAll(QString::fromStdString(path)).split('\n');
+    const QList<QByteArray> lines = readFile(QString::fromStdString(path)).split('\n');
     for (const QByteArray &line : lines) {
         if (line.isEmpty() || line.startsWith('#'))
             continue;
@@ -146,7 +139,7 @@ TEST_P(ToolCaseFile, givesWhatItSays)
         if (part.first.compare(0, 5, "file ") != 0)
             continue;
         const QString name = QString::fromStdString(part.first.substr(5));
-        EXPECT_EQ(readAll(folder.filePath(name)), part.second) << part.first;
+        EXPECT_EQ(readFile(folder.filePath(name)), part.second) << part.first;
     }
 }
 

@@ -3,7 +3,7 @@
 
 // Colors: on a terminal, when asked for, and never otherwise.
 
-#include "Files.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/ToolRunner.h"
 

@@ -3,7 +3,7 @@
 
 // What holds for all commands: help, usage errors, exit codes, encodings of arguments.
 
-#include "Files.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/ToolRunner.h"
 

@@ -3,8 +3,8 @@
 
 // set, add and unset: what changes, and that nothing else does.
 
-#include "Files.h"
 #include "RandomText.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/ToolRunner.h"
 

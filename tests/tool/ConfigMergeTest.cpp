@@ -3,7 +3,7 @@
 
 // The merged text against the library's own merge of the maps.
 
-#include "Files.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/Random.h"
 #include "support/ToolRunner.h"

@@ -3,11 +3,10 @@
 
 // What the case files of this folder cannot say: JSON as a value, images made for the test.
 
-#include "Files.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/ToolRunner.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 #include <QtCore/QTemporaryDir>
 
@@ -22,9 +21,7 @@ namespace {
 
 QByteArray exampleImage()
 {
-    QFile file(QStringLiteral(VANTERO_EXAMPLE_DATA "/gate.jpg"));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
+    return readFile(QStringLiteral(VANTERO_EXAMPLE_DATA "/gate.jpg"));
 }
 
 QByteArray commentSegment(const QByteArray &content)

@@ -3,8 +3,8 @@
 
 // A configuration as JSON and back.
 
-#include "Files.h"
 #include "RandomText.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/ToolRunner.h"
 

@@ -3,8 +3,8 @@
 
 // Where an edited text goes: standard output, a file, the input itself, a diff.
 
-#include "Files.h"
 #include "RandomText.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/ToolRunner.h"
 

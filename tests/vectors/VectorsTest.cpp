@@ -10,6 +10,7 @@
 #include "base/ZipReader.h"
 #include "config/VanteroConfigFile.h"
 #include "erdinfo/VanteroErdinfoFile.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 #include "support/QtPrinters.h"
 #include "version/VanteroSoftwareVersion.h"
@@ -33,17 +34,10 @@ using namespace vn;
 
 namespace {
 
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return file.readAll();
-}
-
 QJsonDocument jsonOf(const QString &path)
 {
     QJsonParseError error = {};
-    const QJsonDocument document = QJsonDocument::fromJson(bytesOf(path), &error);
+    const QJsonDocument document = QJsonDocument::fromJson(readFile(path), &error);
     EXPECT_EQ(error.error, QJsonParseError::NoError)
         << path.toStdString() << ": " << error.errorString().toStdString();
     return document;
@@ -194,7 +188,7 @@ TEST(Vectors, properties)
 {
     expectVectors("properties", "txt", 12, [](const QString &path, const QJsonObject &) {
         return QJsonObject{{"entries"_q, entriesOf(VanteroConfigMap::parseProperties(
-                                             QString::fromLatin1(bytesOf(path))))}};
+                                             QString::fromLatin1(readFile(path))))}};
     });
 }
 
@@ -254,7 +248,7 @@ TEST(Vectors, jpegComment)
         VanteroConfigFile config;
         QJsonObject result{{"error"_q, QJsonValue()}};
         try {
-            QByteArray comment = commentOf(bytesOf(path));
+            QByteArray comment = commentOf(readFile(path));
             config.parseJpegComment(&comment);
         } catch (const ParseException &e) {
             result["error"_q] = e.message();
@@ -357,17 +351,13 @@ TEST(Vectors, erdinfo)
     for (const QString &vector : vectorsOf("erdinfo", "json", 10)) {
         SCOPED_TRACE(vector.toStdString());
         const QJsonObject values = jsonOf(vector + ".json"_q).object();
-        const QByteArray expected = QByteArray::fromHex(bytesOf(vector + ".expected.hex"_q));
+        const QByteArray expected = QByteArray::fromHex(readFile(vector + ".expected.hex"_q));
         EXPECT_GE(expected.size(), 488);
 
         const QString path = folder.filePath("record"_q);
-        QFile file(path);
-        file.remove();
-        if (values.contains("existing"_q)) {
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(QByteArray::fromHex(values.value("existing"_q).toString().toLatin1()));
-            file.close();
-        }
+        QFile::remove(path);
+        if (values.contains("existing"_q))
+            writeFile(path, QByteArray::fromHex(values.value("existing"_q).toString().toLatin1()));
         const auto number = [&values](const char *name) {
             return qint64(values.value(QLatin1String(name)).toDouble());
         };
@@ -382,14 +372,14 @@ TEST(Vectors, erdinfo)
                      unsigned(number("number2")), time("time1"), time("time2"), text("text1"),
                      text("text2"), text("text3"));
         EXPECT_TRUE(info.save());
-        EXPECT_EQ(bytesOf(path).toHex(' ').toStdString(), expected.toHex(' ').toStdString());
+        EXPECT_EQ(readFile(path).toHex(' ').toStdString(), expected.toHex(' ').toStdString());
     }
 }
 
 TEST(Vectors, alarmList)
 {
     expectVectors("alarm-list", "alarms", 28, [](const QString &path, const QJsonObject &) {
-        QByteArray text = bytesOf(path);
+        QByteArray text = readFile(path);
         try {
             return QJsonObject{{"value"_q, alarmOf(AlarmListParser().parse(&text))}};
         } catch (const ParseException &e) {
@@ -406,7 +396,7 @@ TEST(Vectors, alarmUpdate)
     const QCoreApplication application(argc, argv); // the script engine needs one
     QScriptEngine engine;
     expectVectors("alarm-update", "update", 28, [&](const QString &path, const QJsonObject &) {
-        QByteArray text = bytesOf(path);
+        QByteArray text = readFile(path);
         try {
             QJsonObject properties;
             QScriptValueIterator it(AlarmUpdateParser(&engine).parse(&text));

@@ -6,6 +6,7 @@
 #include "VersionSupport.h"
 #include "support/Devices.h"
 #include "support/Expect.h"
+#include "support/Files.h"
 #include "support/Literals.h"
 
 #include <QtCore/QBuffer>
@@ -66,11 +67,9 @@ TEST_P(FirmwarePackage, namesItsVersion_whateverItIsReadFrom)
     const VanteroSoftwareVersion fromDevice = VanteroSoftwareVersion::fromFwpFile(&buffer);
     EXPECT_EQ(QString(fromDevice), expected);
 
-    QFile file(m_folder.filePath("package"_q));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(package), package.size());
-    file.close();
-    const VanteroSoftwareVersion fromFile = VanteroSoftwareVersion::fromFwpFile(file.fileName());
+    const QString path = m_folder.filePath("package"_q);
+    writeFile(path, package);
+    const VanteroSoftwareVersion fromFile = VanteroSoftwareVersion::fromFwpFile(path);
     EXPECT_EQ(QString(fromFile), expected);
 
     EXPECT_EQ(fromFile.isNull(), expected.isEmpty());
@@ -302,10 +301,8 @@ protected:
     /** Writes @p lines and grows the file to @p size without using the disk. */
     void write(const QByteArray &lines, qint64 size)
     {
-        QFile file(m_name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(lines), lines.size());
-        ASSERT_TRUE(file.resize(qMax<qint64>(lines.size(), size)));
+        writeFile(m_name, lines);
+        ASSERT_TRUE(QFile::resize(m_name, qMax<qint64>(lines.size(), size)));
     }
 
     qint64 bytesRead()
@@ -518,13 +515,11 @@ TEST(FirmwarePackage, whatCannotBeReadGivesANullVersion_silently)
 TEST(FirmwarePackage, fileIsClosedAfterwards)
 {
     const QTemporaryDir folder;
-    QFile file(folder.filePath("package"_q));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("## Version: VN-3\n");
-    file.close();
+    const QString path = folder.filePath("package"_q);
+    writeFile(path, "## Version: VN-3\n");
     const int before = ::open("/dev/null", O_RDONLY);
     ::close(before);
-    EXPECT_FALSE(VanteroSoftwareVersion::fromFwpFile(file.fileName()).isNull());
+    EXPECT_FALSE(VanteroSoftwareVersion::fromFwpFile(path).isNull());
     const int after = ::open("/dev/null", O_RDONLY);
     ::close(after);
     EXPECT_EQ(after, before);
