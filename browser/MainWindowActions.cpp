@@ -106,7 +106,7 @@ void MainWindow::makeViewMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&View"));
     for (int i = 0; i < m_tabs->count(); ++i) {
-        const QKeySequence keys(Qt::ALT + Qt::Key_1 + i);
+        const QKeySequence keys(int(Qt::ALT) + int(Qt::Key_1) + i);
         menu->addAction(
             m_tabs->tabText(i), this, [this, i] { m_tabs->setCurrentIndex(i); }, keys);
     }

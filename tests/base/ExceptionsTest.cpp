@@ -49,7 +49,8 @@ void expectKeepsItsClass(const Exception &exception)
 {
     const ExceptionQt &base = exception;
     const std::unique_ptr<ExceptionQt> copy(base.clone());
-    EXPECT_TRUE(typeid(*copy) == typeid(Exception));
+    const ExceptionQt &copied = *copy;
+    EXPECT_TRUE(typeid(copied) == typeid(Exception));
     EXPECT_NE(copy.get(), &base);
     EXPECT_EQ(copy->message(), exception.message());
     expectThrows<Exception>([&] { base.raise(); }, exception.message());
