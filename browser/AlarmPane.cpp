@@ -3,19 +3,20 @@
 
 #include "AlarmPane.h"
 
-#include "Colors.h"
 #include "EmptyState.h"
+#include "FindingsView.h"
 #include "MessageBar.h"
+
+#include "base/FileUtils.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QSignalBlocker>
-#include <QtGui/QFontDatabase>
-#include <QtGui/QTextBlock>
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QHeaderView>
-#include <QtWidgets/QPlainTextEdit>
-#include <QtWidgets/QStackedWidget>
+#include <QtWidgets/QSplitter>
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QVBoxLayout>
 
@@ -27,32 +28,34 @@ AlarmPane::AlarmPane(QWidget *parent)
     : QWidget(parent)
     , m_files(new QComboBox)
     , m_error(new MessageBar)
-    , m_views(new QStackedWidget)
+    , m_showsText(new QCheckBox(tr("&Text and findings")))
     , m_tree(new QTreeView)
-    , m_text(new QPlainTextEdit)
+    , m_text(new FindingsView(QStringLiteral("alarm")))
 {
     m_files->setObjectName(QStringLiteral("alarmFiles"));
     m_files->setAccessibleName(tr("Alarm list"));
     m_error->setObjectName(QStringLiteral("alarmError"));
+    m_showsText->setObjectName(QStringLiteral("alarmShowsText"));
     m_tree->setObjectName(QStringLiteral("alarms"));
     m_tree->setAccessibleName(tr("Alarm list as a tree"));
     m_tree->setModel(&m_model);
     m_tree->setAlternatingRowColors(true);
     m_tree->setUniformRowHeights(true);
-    m_text->setObjectName(QStringLiteral("alarmText"));
-    m_text->setAccessibleName(tr("Text of the alarm list"));
-    m_text->setReadOnly(true);
-    m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    m_views->addWidget(m_tree);
-    m_views->addWidget(m_text);
 
+    auto *top = new QHBoxLayout;
+    top->addWidget(m_files, 1);
+    top->addWidget(m_showsText);
+    auto *views = new QSplitter(Qt::Vertical);
+    views->setObjectName(QStringLiteral("alarmSplitter2"));
+    views->setChildrenCollapsible(false);
+    views->addWidget(m_tree);
+    views->addWidget(m_text);
     auto *content = new QWidget;
     auto *layout = new QVBoxLayout(content);
     layout->setContentsMargins(10, 10, 10, 10);
-    layout->addWidget(m_files);
+    layout->addLayout(top);
     layout->addWidget(m_error);
-    layout->addWidget(m_views, 1);
+    layout->addWidget(views, 1);
 
     m_pages = new EmptyState(content);
     auto *outer = new QVBoxLayout(this);
@@ -61,6 +64,7 @@ AlarmPane::AlarmPane(QWidget *parent)
 
     connect(m_files, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &AlarmPane::showList);
+    connect(m_showsText, &QCheckBox::toggled, m_text, &QWidget::setVisible);
     clear();
 }
 
@@ -90,48 +94,25 @@ void AlarmPane::clear()
     m_files->clear();
     m_lists.clear();
     m_pages->showWords(tr("No alarm list"),
-                       tr("Open a file that ends with \".alarms\", or a folder that holds one."));
+                       tr("Open a file that ends with \".alarms\", or a folder "
+                          "that holds one."));
 }
 
 void AlarmPane::showList(int index)
 {
     const AlarmList &list = m_lists[std::size_t(index)];
     m_pages->showContent();
-    m_views->setCurrentWidget(list.isValid() ? static_cast<QWidget *>(m_tree) : m_text);
-    if (!list.isValid())
-        return showError(list);
-    m_error->hide();
+    m_tree->setVisible(list.isValid());
+    m_error->showNote(
+        list.isValid() ? QString() : tr("No alarm list: %1, %2.").arg(list.errorPlace, list.error));
+    m_text->setSource(vn::FileUtils::decodeText(list.bytes), list.findings);
+    m_showsText->setChecked(!list.findings.isEmpty());
+    m_showsText->setEnabled(list.isValid()); // else there is nothing else to see
+    m_text->setVisible(m_showsText->isChecked());
     m_model.setTree(list.tree);
     m_tree->expandToDepth(2);
     m_tree->resizeColumnToContents(AlarmModel::Name);
     m_tree->setColumnWidth(AlarmModel::Name, m_tree->columnWidth(AlarmModel::Name) + 24);
-}
-
-/** Shows the text, and in it the token at which reading stopped. */
-void AlarmPane::showError(const AlarmList &list)
-{
-    m_error->showNote(tr("No alarm list: %1, %2.").arg(list.errorPlace(), list.error));
-    m_text->setPlainText(QString::fromLatin1(list.bytes)); // a character is a byte
-    const int line = list.bytes.left(list.errorStart).count('\n');
-    const int lineStart =
-        list.errorStart == 0 ? 0 : list.bytes.lastIndexOf('\n', list.errorStart - 1) + 1;
-    const QTextBlock block = m_text->document()->findBlockByNumber(line);
-    // Line ends of two bytes are one position of the document, so the place is taken in its line.
-    const int column = std::min(list.errorStart - lineStart, std::max(0, block.length() - 1));
-    const int size = std::max(1, list.errorEnd - list.errorStart);
-
-    QTextEdit::ExtraSelection mark;
-    mark.cursor = QTextCursor(block);
-    mark.cursor.setPosition(block.position() + column);
-    mark.cursor.movePosition(QTextCursor::Right, QTextCursor::KeepAnchor, size);
-    mark.format.setBackground(colors::bad());
-    mark.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-    mark.format.setUnderlineColor(Qt::red);
-    m_text->setExtraSelections({mark});
-    QTextCursor cursor(block);
-    cursor.setPosition(block.position() + column);
-    m_text->setTextCursor(cursor);
-    m_text->centerCursor();
 }
 
 } // namespace browser

@@ -11,18 +11,18 @@
 
 #include <vector>
 
+class QCheckBox;
 class QComboBox;
-class QLabel;
-class QPlainTextEdit;
-class QStackedWidget;
+class QSplitter;
 class QTreeView;
 
 namespace browser {
 
 class EmptyState;
+class FindingsView;
 class MessageBar;
 
-/** Alarm lists: the tree of one, or its text with the place of the error. */
+/** Alarm lists: the tree of one, and its text with what is found in it. */
 class AlarmPane : public QWidget
 {
     Q_OBJECT
@@ -36,16 +36,15 @@ public:
 
 private:
     void showList(int index);
-    void showError(const AlarmList &list);
 
     std::vector<AlarmList> m_lists;
     AlarmModel m_model;
     EmptyState *m_pages;
     QComboBox *m_files;
     MessageBar *m_error;
-    QStackedWidget *m_views;
+    QCheckBox *m_showsText;
     QTreeView *m_tree;
-    QPlainTextEdit *m_text;
+    FindingsView *m_text;
 };
 
 } // namespace browser

@@ -9,10 +9,17 @@
 #include <QtGui/QIcon>
 #include <QtWidgets/QApplication>
 
+/** What stands in a static library is linked in for that. */
+static void initResources()
+{
+    Q_INIT_RESOURCE(browser);
+}
+
 namespace browser {
 
 void prepareApplication()
 {
+    initResources();
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }

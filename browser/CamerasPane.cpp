@@ -33,7 +33,7 @@ CamerasPane::CamerasPane(CameraModel &cameras, QWidget *parent)
     m_table->setAccessibleName(tr("Cameras"));
     m_table->setModel(&m_filter);
     setUpTable(m_table);
-    setColumnWidths(m_table, {15, 13, 13});
+    setColumnWidths(m_table, {18, 13, 13});
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     setUpSorting(m_table);
     m_table->sortByColumn(CameraModel::Address, Qt::AscendingOrder);

@@ -20,10 +20,10 @@ namespace browser::edits {
 
 namespace {
 
-QString tr(const char *words)
+struct Words
 {
-    return QCoreApplication::translate("browser::ConfigEdits", words);
-}
+    Q_DECLARE_TR_FUNCTIONS(browser::ConfigEdits)
+};
 
 EditResult refusal(const QString &reason)
 {
@@ -67,14 +67,15 @@ TextRange endNameOf(const VanteroConfigText::Block &block, const QString &text)
     return name;
 }
 
-/** Whether @p text is read as @p expected; what a rename does is tried out before it counts. */
+/** Whether @p text is read as @p expected; what a rename does is tried out
+ * before it counts. */
 EditResult triedOut(const QString &text, const vn::VanteroConfigMap &expected)
 {
     QString error;
     const bool isRight = mapOf(text, Configuration::Form::Configuration, &error) == expected;
     if (isRight && error.isEmpty())
         return {text, QString()};
-    return refusal(tr("the name would be read otherwise"));
+    return refusal(Words::tr("the name would be read otherwise"));
 }
 
 } // namespace
@@ -116,7 +117,7 @@ Edit swapValues(const QString &section, const QString &key, int index, int other
         const int last = values.size() - 1;
         if (std::min(index, otherIndex) < 0 || std::max(index, otherIndex) > last)
             return VanteroConfigText::Result{VanteroConfigText::Outcome::NotFound,
-                                             tr("there is no such value")};
+                                             Words::tr("there is no such value")};
         const VanteroConfigText::Result first =
             text.setValue(section, key, values.at(otherIndex), index);
         return first ? text.setValue(section, key, values.at(index), otherIndex) : first;
@@ -130,7 +131,7 @@ Edit renameKey(const QString &section, const QString &key, const QString &newKey
         if (newKey == key)
             return {text, QString()};
         if (!config.values(section, newKey).isEmpty())
-            return refusal(tr("there is a key %1 already").arg(newKey));
+            return refusal(Words::tr("there is a key %1 already").arg(newKey));
         // The library knows which keys the format can hold.
         if (const auto allowed = VanteroConfigText(text).addValue(section, newKey, QString());
             !allowed)
@@ -144,7 +145,7 @@ Edit renameKey(const QString &section, const QString &key, const QString &newKey
                     if (entry.key == key)
                         places += entry.keyRange;
         if (places.isEmpty())
-            return refusal(tr("there is no such key"));
+            return refusal(Words::tr("there is no such key"));
         vn::VanteroConfigMap expected = mapOf(text, Configuration::Form::Configuration);
         const QStringList values = config.values(section, key);
         expected.remove(section, key);
@@ -161,10 +162,10 @@ Edit renameSection(const QString &section, const QString &newName)
             return {text, QString()};
         const VanteroConfigText::Outline outline = VanteroConfigText(text).outline();
         if (sectionOf(outline, newName) || newName == vn::VanteroConfigFile::HEAD_SECTION)
-            return refusal(tr("there is a section %1 already").arg(newName));
+            return refusal(Words::tr("there is a section %1 already").arg(newName));
         const VanteroConfigText::Section *found = sectionOf(outline, section);
         if (!found)
-            return refusal(tr("there is no such section"));
+            return refusal(Words::tr("there is no such section"));
         if (const auto allowed = VanteroConfigText(text).addSection(newName); !allowed)
             return refusal(allowed.reason);
         QVector<TextRange> places;

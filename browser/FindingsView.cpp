@@ -68,6 +68,8 @@ void FindingsView::setSource(const QString &text, const vn::Findings &findings)
     m_excerpt->hide();
     m_below->setVisible(!findings.isEmpty());
     m_title->setText(tr("Findings: %1").arg(findings.size()));
+    if (!findings.isEmpty()) // the first one is the one to begin with
+        m_table->selectRow(0);
 }
 
 void FindingsView::showFinding(const QModelIndex &index)

@@ -16,13 +16,15 @@ namespace browser {
 
 class SourceView;
 
-/** A text, what was found in it, and the place of the finding that is chosen. */
+/** A text, what was found in it, and the place of the finding that is chosen.
+ */
 class FindingsView : public QSplitter
 {
     Q_OBJECT
 
 public:
-    /** The parts are called @p name, and that with "Findings" and the like behind it. */
+    /** The parts are called @p name, and that with "Findings" and the like behind
+     * it. */
     explicit FindingsView(const QString &name, QWidget *parent = nullptr);
 
     void setSource(const QString &text, const vn::Findings &findings);

@@ -3,6 +3,8 @@
 
 #include "Loader.h"
 
+#include "ImageComment.h"
+
 #include "base/Exceptions.h"
 #include "config/ConfigCollector.h"
 
@@ -113,7 +115,7 @@ private:
         if (found.entry.isNull() && isAlarmList(found.path)) {
             AlarmList list = parseAlarmList(found.path, found.bytes);
             if (!list.isValid())
-                m_batch.problems.push_back({found.path, list.errorPlace(), list.error});
+                m_batch.problems.push_back({found.path, list.errorPlace, list.error});
             m_batch.alarmLists.push_back(std::move(list));
         } else if (found.status == Status::Configuration) {
             Configuration configuration(found.path, found.entry, std::max(found.index, 0),
@@ -121,11 +123,23 @@ private:
             if (!configuration.summary().parseError.isEmpty())
                 report(found, configuration.summary().parseError);
             m_batch.configurations.push_back(std::move(configuration));
-        } else {
-            reportNamed(
-                found,
-                Loader::tr("no configuration: the first two lines do not tell the versions"));
+        } else if (!readImage(found)) {
+            reportNamed(found, Loader::tr("no configuration: the first two lines do "
+                                          "not tell the versions"));
         }
+    }
+
+    /** Whether it is an image with settings in its comment. */
+    bool readImage(const Found &found)
+    {
+        if (!isJpeg(found.bytes))
+            return false;
+        Configuration image(found.path, found.entry, std::max(found.index, 0),
+                            imageComment(found.bytes), Configuration::Form::ImageComment);
+        if (mapOf(image.text(), image.form()).allSectionKeys().isEmpty())
+            return false;
+        m_batch.configurations.push_back(std::move(image));
+        return true;
     }
 
     static Problem problemOf(const Found &found, const QString &reason)

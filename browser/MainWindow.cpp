@@ -47,8 +47,12 @@ MainWindow::MainWindow(QWidget *parent)
 
 MainWindow::~MainWindow()
 {
+    // The panes look at the cameras, which go before the widgets do.
     m_cameras.disconnect(this);
-    m_cameras.undoStack().disconnect(this);
+    m_cameras.undoStack().disconnect();
+    m_camerasPane->disconnect(this);
+    m_valuesPane->disconnect();
+    delete takeCentralWidget();
 }
 
 void MainWindow::makePanes()

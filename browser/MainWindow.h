@@ -30,7 +30,8 @@ class UpdatePane;
 class ValueEditing;
 class ValuesPane;
 
-/** The window: what was opened on the left, what is known of the selected camera on the right. */
+/** The window: what was opened on the left, what is known of the selected
+ * camera on the right. */
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -68,6 +69,7 @@ private:
     void exportShown();
     void exportTable(QTableView *table, const QString &name);
     void archiveSelected();
+    void compareFolders();
 
     // MainWindowFiles.cpp
     void chooseFiles();

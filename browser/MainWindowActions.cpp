@@ -59,6 +59,8 @@ void MainWindow::makeFileMenu()
                                &MainWindow::reload, QKeySequence::Refresh);
     m_reload->setToolTip(tr("Reads the file anew and drops what was edited"));
     menu->addSeparator();
+    menu->addAction(tr("Compare &Two Folders…"), this, &MainWindow::compareFolders,
+                    QKeySequence(tr("Ctrl+D")));
     m_exportCameras = menu->addAction(tr("Export Ca&meras as CSV…"), this,
                                       &MainWindow::exportCameras, QKeySequence(tr("Ctrl+E")));
     m_exportShown = menu->addAction(tr("E&xport the Shown Table as CSV…"), this,

@@ -6,6 +6,7 @@
 #include "BulkEditDialog.h"
 #include "CamerasPane.h"
 #include "CsvExport.h"
+#include "FolderDialog.h"
 #include "MainWindow.h"
 #include "ProblemsPane.h"
 #include "SafeSave.h"
@@ -33,6 +34,11 @@ void MainWindow::changeSelected()
     m_cameras.undoStack().endMacro();
     QApplication::restoreOverrideCursor();
     m_summary->setText(tr("Changed, not saved yet: %L1").arg(changed));
+}
+
+void MainWindow::compareFolders()
+{
+    FolderDialog(this).exec();
 }
 
 void MainWindow::exportCameras()

@@ -14,10 +14,10 @@ namespace browser {
 
 namespace {
 
-QString tr(const char *words)
+struct Words
 {
-    return QCoreApplication::translate("browser::SafeSave", words);
-}
+    Q_DECLARE_TR_FUNCTIONS(browser::SafeSave)
+};
 
 /** Runs @p write; returns why it failed, or a null string. */
 template <typename Write>
@@ -39,14 +39,16 @@ Replaced replaceText(const QString &path, const QByteArray &before, const QStrin
     if (const QString failure = reasonOf([&] { now = vn::FileUtils::readBytes(path); });
         !failure.isNull())
         return {QByteArray(), failure};
-    const QString changed = tr("The file has changed on the disk since it was read. Reload it, or "
-                               "save a copy of what you have.");
+    const QString changed =
+        Words::tr("The file has changed on the disk since it was read. Reload it, or "
+                  "save a copy of what you have.");
     if (now != before)
         return {QByteArray(), changed};
     const vn::EncodedText::Result edited = vn::EncodedText(before).encode(text);
     if (!edited)
-        return {QByteArray(), tr("The file is Latin-1, which cannot hold all of the text. Save a "
-                                 "copy, which will be UTF-8.")};
+        return {QByteArray(),
+                Words::tr("The file is Latin-1, which cannot hold all of the text. Save a "
+                          "copy, which will be UTF-8.")};
     bool isReplaced = true; // and where an exception says why it is not
     const QString reason = reasonOf([&] {
         isReplaced = vn::AtomicFile::replaceUnchanged(path, before, edited.bytes).isReplaced;

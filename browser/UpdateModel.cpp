@@ -30,6 +30,25 @@ UpdateModel::UpdateModel(const CameraModel &cameras, QObject *parent)
 void UpdateModel::setTarget(const QString &version)
 {
     m_target = version.trimmed();
+    judgeAnew();
+}
+
+void UpdateModel::addAvailable(const QString &version)
+{
+    m_available += vn::VanteroSoftwareVersion(version);
+    judgeAnew();
+}
+
+int UpdateModel::readModels(const QByteArray &csv)
+{
+    const int count = m_modelNames.readCsv(csv);
+    judgeAnew();
+    return count;
+}
+
+void UpdateModel::judgeAnew()
+{
+    m_verdicts.clear();
     if (rowCount() > 0)
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
 }
@@ -37,14 +56,19 @@ void UpdateModel::setTarget(const QString &version)
 QString UpdateModel::modelName(int row) const
 {
     const Document *document = m_cameras.document(row);
-    return document ? m_modelNames.value(document->summary().address) : QString();
+    return document ? m_modelNames.at(document->summary().address) : QString();
 }
 
 UpdateVerdict UpdateModel::verdict(int row) const
 {
     const Document *document = m_cameras.document(row);
-    return judgeUpdate(modelName(row), document ? document->summary().firmware : QString(),
-                       m_target);
+    const QString firmware = document ? document->summary().firmware : QString();
+    const QString model = modelName(row);
+    const QString key = model + QChar(0) + firmware;
+    const auto known = m_verdicts.constFind(key);
+    if (known != m_verdicts.constEnd())
+        return *known;
+    return *m_verdicts.insert(key, judgeUpdate(model, firmware, m_target, m_available));
 }
 
 int UpdateModel::rowCount(const QModelIndex &parent) const
@@ -106,9 +130,8 @@ bool UpdateModel::setData(const QModelIndex &index, const QVariant &value, int r
     const Document *document = m_cameras.document(index.row());
     if (!document || index.column() != Model || role != Qt::EditRole)
         return false;
-    m_modelNames.insert(document->summary().address, value.toString().trimmed());
-    // The same camera may stand in several rows.
-    Q_EMIT dataChanged(this->index(0, 0), this->index(rowCount() - 1, ColumnCount - 1));
+    m_modelNames.set(document->summary().address, value.toString().trimmed());
+    judgeAnew(); // the same camera may stand in several rows
     return true;
 }
 

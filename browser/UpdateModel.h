@@ -5,6 +5,7 @@
 #define BROWSER_UPDATEMODEL_H
 
 #include "CameraModel.h"
+#include "ModelNames.h"
 #include "UpdateVerdict.h"
 
 #include <QtCore/QAbstractTableModel>
@@ -12,7 +13,8 @@
 
 namespace browser {
 
-/** Whether each camera may be updated to one version. The rows are those of the cameras. */
+/** Whether each camera may be updated to one version. The rows are those of the
+ * cameras. */
 class UpdateModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -26,7 +28,15 @@ public:
     const QString &target() const { return m_target; }
     void setTarget(const QString &version);
 
-    /** The model name of the camera in that row. No configuration tells it: the user does. */
+    /** A version that is at hand, for ways out. */
+    void addAvailable(const QString &version);
+    const QList<vn::VanteroSoftwareVersion> &available() const { return m_available; }
+
+    /** ModelNames::readCsv() */
+    int readModels(const QByteArray &csv);
+
+    /** The model name of the camera in that row. No configuration tells it: the
+     * user does. */
     QString modelName(int row) const;
     UpdateVerdict verdict(int row) const;
 
@@ -38,9 +48,13 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    void judgeAnew();
+
     const CameraModel &m_cameras;
     QString m_target;
-    QHash<QString, QString> m_modelNames; // by factory address, which stays with a camera
+    ModelNames m_modelNames;
+    QList<vn::VanteroSoftwareVersion> m_available;
+    mutable QHash<QString, UpdateVerdict> m_verdicts; // by model and firmware, for one target
 };
 
 } // namespace browser

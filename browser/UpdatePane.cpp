@@ -6,7 +6,10 @@
 #include "Colors.h"
 #include "EmptyState.h"
 #include "MessageBar.h"
-#include "TableLook.h"
+#include "Settings.h"
+
+#include "base/Exceptions.h"
+#include "base/FileUtils.h"
 
 #include "version/VanteroSoftwareVersion.h"
 
@@ -50,9 +53,11 @@ UpdatePane::UpdatePane(const CameraModel &cameras, QWidget *parent)
     m_message->setObjectName(QStringLiteral("updateMessage"));
     m_table->setObjectName(QStringLiteral("updates"));
     m_table->setAccessibleName(tr("Verdicts for all cameras"));
-    m_table->setModel(&m_model);
+    m_sorted.setSourceModel(&m_model);
+    m_table->setModel(&m_sorted);
     setUpTable(m_table);
-    setColumnWidths(m_table, {14, 9, 14, 13, 10});
+    setUpSorting(m_table);
+    setColumnWidths(m_table, {14, 9, 14, 13, 19});
 
     auto *content = new QWidget;
     auto *layout = new QVBoxLayout(content);
@@ -60,8 +65,7 @@ UpdatePane::UpdatePane(const CameraModel &cameras, QWidget *parent)
     layout->addLayout(makeTargetRow());
     layout->addWidget(m_message);
     layout->addWidget(makeCard());
-    layout->addWidget(new QLabel(tr("The same update for all cameras; double-click a model to "
-                                    "enter it, no update is safe without:")));
+    layout->addLayout(makeModelRow());
     layout->addWidget(m_table, 1);
 
     m_pages = new EmptyState(content);
@@ -90,12 +94,30 @@ QLayout *UpdatePane::makeTargetRow()
         m_model.setTarget(text);
         update();
     });
-    connect(package, &QPushButton::clicked, this, &UpdatePane::choosePackage);
+    connect(package, &QPushButton::clicked, this, &UpdatePane::choosePackages);
 
     auto row = std::make_unique<QHBoxLayout>();
     row->addWidget(label);
     row->addWidget(m_target, 1);
     row->addWidget(package);
+    return row.release(); // for the layout that it is added to
+}
+
+QLayout *UpdatePane::makeModelRow()
+{
+    auto *words = new QLabel(tr("The same update for all cameras. No update is safe without a "
+                                "model: double-click one to enter it."));
+    words->setWordWrap(true);
+    auto *models = new QPushButton(tr("Models from &CSV…"));
+    models->setToolTip(tr("Take models from a table with the columns address and model"));
+    connect(models, &QPushButton::clicked, this, &UpdatePane::chooseModels);
+    auto *counts = new RowCounts(m_table);
+    counts->setObjectName(QStringLiteral("updatesCount"));
+
+    auto row = std::make_unique<QHBoxLayout>();
+    row->addWidget(words, 1);
+    row->addWidget(counts);
+    row->addWidget(models);
     return row.release(); // for the layout that it is added to
 }
 
@@ -124,6 +146,11 @@ QWidget *UpdatePane::makeCard()
     layout->addWidget(m_answer);
     layout->addWidget(m_reason);
     layout->addWidget(m_wayOut);
+    m_available = new QLabel;
+    m_available->setObjectName(QStringLiteral("available"));
+    m_available->setWordWrap(true);
+    m_available->hide();
+    layout->addWidget(m_available);
     return m_card;
 }
 
@@ -139,17 +166,42 @@ void UpdatePane::readPackage(const QString &path)
     if (version.isNull())
         m_message->showError(
             tr("%1 cannot be read, or names no version.").arg(QFileInfo(path).fileName()));
-    else
+    else {
+        m_model.addAvailable(version);
         m_target->setText(version);
+    }
 }
 
-void UpdatePane::choosePackage()
+void UpdatePane::readModels(const QString &path)
+{
+    try {
+        const int count = m_model.readModels(vn::FileUtils::readBytes(path));
+        if (count == 0)
+            m_message->showError(
+                tr("%1 has no line with an address and a model.").arg(QFileInfo(path).fileName()));
+        else
+            m_message->showNote(tr("Models that were read: %L1").arg(count));
+    } catch (const vn::FileException &e) {
+        m_message->showError(e.reason());
+    }
+}
+
+void UpdatePane::choosePackages()
+{
+    const QStringList paths = QFileDialog::getOpenFileNames(
+        this, tr("Take the Versions of Firmware Packages"), settings::lastFolder(),
+        tr("Firmware packages (*.fwp);;All files (*)"));
+    for (const QString &path : paths)
+        readPackage(path);
+}
+
+void UpdatePane::chooseModels()
 {
     const QString path =
-        QFileDialog::getOpenFileName(this, tr("Take the Version of a Firmware Package"), QString(),
-                                     tr("Firmware packages (*.fwp);;All files (*)"));
+        QFileDialog::getOpenFileName(this, tr("Take the Models of a Table"), settings::lastFolder(),
+                                     tr("CSV tables (*.csv *.txt);;All files (*)"));
     if (!path.isEmpty())
-        readPackage(path);
+        readModels(path);
 }
 
 void UpdatePane::update()
@@ -179,6 +231,11 @@ void UpdatePane::update()
     }
     m_wayOut->setText(verdict.wayOut);
     m_wayOut->setVisible(!verdict.wayOut.isEmpty());
+    QStringList available;
+    for (const vn::VanteroSoftwareVersion &version : m_model.available())
+        available += QString(version);
+    m_available->setText(tr("Versions at hand: %1").arg(available.join(QStringLiteral(", "))));
+    m_available->setVisible(!available.isEmpty());
     QPalette tinted;
     tinted.setColor(QPalette::Window, tintOf(verdict.answer));
     m_card->setPalette(tinted);

@@ -4,6 +4,7 @@
 #ifndef BROWSER_UPDATEPANE_H
 #define BROWSER_UPDATEPANE_H
 
+#include "TableLook.h"
 #include "UpdateModel.h"
 
 #include <QtWidgets/QWidget>
@@ -18,7 +19,8 @@ namespace browser {
 class EmptyState;
 class MessageBar;
 
-/** Whether the cameras may be updated to a version that is chosen here, and why. */
+/** Whether the cameras may be updated to a version that is chosen here, and
+ * why. */
 class UpdatePane : public QWidget
 {
     Q_OBJECT
@@ -30,17 +32,22 @@ public:
     /** Says in large letters what is so for the camera in @p row; -1 for none. */
     void setCurrentRow(int row);
 
-    /** Takes the version from a firmware package. */
+    /** Takes the version from a firmware package; it is at hand then. */
     void readPackage(const QString &path);
+    /** Takes models from a CSV table. */
+    void readModels(const QString &path);
 
 private:
     QLayout *makeTargetRow();
+    QLayout *makeModelRow();
     QWidget *makeCard();
-    void choosePackage();
+    void choosePackages();
+    void chooseModels();
     void update();
 
     const CameraModel &m_cameras;
     UpdateModel m_model;
+    NaturalOrder m_sorted;
     int m_row = -1;
     EmptyState *m_pages;
     QLineEdit *m_target;
@@ -49,6 +56,7 @@ private:
     QLabel *m_answer;
     QLabel *m_reason;
     QLabel *m_wayOut;
+    QLabel *m_available;
     QTableView *m_table;
 };
 

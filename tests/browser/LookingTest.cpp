@@ -171,7 +171,7 @@ TEST_F(Looking, alarmListWithAnError_isShownWithItsPlace)
     showTab(5);
     EXPECT_EQ(message("alarmError"),
               "No alarm list: line 3, column 9, syntax error, unexpected '}'."_q);
-    auto *shown = find<QPlainTextEdit>("alarmText");
+    auto *shown = find<QPlainTextEdit>("alarmSource");
     EXPECT_TRUE(shown->isVisible());
     ASSERT_EQ(shown->extraSelections().size(), 1);
     EXPECT_EQ(shown->extraSelections().first().cursor.selectedText(), "}"_q);

@@ -186,5 +186,9 @@ void WindowTest::enter(QLineEdit *editor, const QString &value)
 
 void WindowTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
+    if (!m_window->isActiveWindow()) { // a dialog has just gone
+        m_window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get(), kPatienceMs));
+    }
     QTest::keyClick(m_window.get(), key, modifiers);
 }
