@@ -289,6 +289,20 @@ TEST(CommandLine, aMistypedNameIsToldTheOneThatIsThere)
                   "; did you mean ethernet?\n");
     expectRun(runTool({"version", "rules", "k40-stp"}), 1, "",
               "vantero-formats: no rule \"k40-stp\"; did you mean k40-step?\n");
+    expectRun(runTool({"config", "table", kGate, "--key", "ethernet/IPADR", "--csv"}), 0,
+              QByteArray("address,firmware,source,ethernet/IPADR\r\n10.14.7.21,VN-3.0.6.29,") +
+                  kGate.c_str() + ",\r\n",
+              "vantero-formats: warning: no configuration has ethernet/IPADR; did you mean "
+              "ethernet/IPADDR?\n");
+    expectRun(runTool({"config", "table", kGate, "--where", "ethrnet/IPADDR~10.*"}), 1, "",
+              "vantero-formats: warning: no configuration has ethrnet/IPADDR; did you mean "
+              "ethernet/IPADDR?\nvantero-formats: no configurations found\n");
+    expectRun(runTool({"config", "table", kGate, "--where", "address=10.14.7.2l"}), 1, "",
+              "vantero-formats: warning: no configuration has address=10.14.7.2l; did you mean "
+              "address=10.14.7.21?\nvantero-formats: no configurations found\n");
+    for (const char *condition : {"ethernet/IPADDR=1", "firmware<VN-2", "address~x"})
+        expectRun(runTool({"config", "table", kGate, "--where", condition}), 1, "",
+                  "vantero-formats: no configurations found\n");
     expectRun(runTool({"config", "table", kGate, "--where", "adress=3"}), 2, "",
               "vantero-formats: --where: neither \"address\" nor \"firmware\" nor SECTION/KEY; "
               "did you mean address?\n  adress=3\n        ^\n");
@@ -517,10 +531,31 @@ TEST(CommandLine, bracketsAndBracesInArgumentsMeanThemselves)
                       name.c_str() + "\"\n");
 }
 
+TEST(CommandLine, aMissingPasswordIsToldWithItsOption)
+{
+    struct Row
+    {
+        std::vector<std::string> arguments;
+        const char *option;
+    };
+    const std::string archive = VANTERO_EXAMPLE_DATA "/cameras-encrypted.zip";
+    const Row rows[] = {
+        {{"config", "show", archive, "--recursive"}, "--password-file"},
+        {{"config", "lint", archive}, "--password-file"},
+        {{"config", "table", archive}, "--password-file"},
+        {{"config", "collect", archive}, "--source-password-file"},
+    };
+    for (const Row &row : rows)
+        for (const QByteArray &line : runTool(row.arguments).err.trimmed().split('\n'))
+            EXPECT_THAT(toStd(line),
+                        testing::EndsWith(std::string(": encrypted, and there is no password; ") +
+                                          row.option + " names the file that has it"));
+}
+
 TEST(CommandLine, aFolderAsInputIsToldSo)
 {
     expectRun(runTool({"config", "show", VANTERO_EXAMPLE_DATA}), 2, "",
-              "vantero-formats: " VANTERO_EXAMPLE_DATA ": file to open is a directory\n");
+              "vantero-formats: " VANTERO_EXAMPLE_DATA ": a folder, not a file\n");
 }
 
 TEST(CommandLine, anInputThatFailsWhileItIsReadIsTold)

@@ -618,7 +618,7 @@ TEST_F(FirmwareCommand, aFileThatCannotBeReadIsExitStatus2_andTheOthersAreShown)
         runTool({"firmware", missing, folder, none, kPackage}), 2, kPackage + ": VN-3.0.6.29\n",
         "vantero-formats: " + (missing + ": No such file or directory\nvantero-formats: ") +
             QByteArray::fromStdString(folder) +
-            ": file to open is a directory\nvantero-formats: " + (none + ": names no version\n"));
+            ": a folder, not a file\nvantero-formats: " + (none + ": names no version\n"));
 }
 
 TEST_F(FirmwareCommand, anUnknownPlatformDrawsAWarning)

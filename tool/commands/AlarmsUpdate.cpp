@@ -3,6 +3,7 @@
 
 #include "tool/cli/ToolError.h"
 #include "tool/commands/AlarmFiles.h"
+#include "tool/files/Input.h"
 
 #include "alarm/AlarmUpdateLines.h"
 #include "alarm/AlarmUpdateParser.h"
@@ -84,7 +85,7 @@ private:
         QFile file(name);
         if (!(name == QLatin1String("-") ? file.open(STDIN_FILENO, QIODevice::ReadOnly)
                                          : file.open(QIODevice::ReadOnly)))
-            throw ToolError(ExitCode::BadInput, file.errorString()).at(name);
+            throw ToolError(ExitCode::BadInput, readFailure(file)).at(name);
         bool areUpdates = true;
         AlarmUpdateLines lines(&file);
         try {

@@ -1,11 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
+#include "tool/cli/Closest.h"
 #include "tool/cli/Command.h"
 #include "tool/cli/Interrupt.h"
 #include "tool/commands/TableWriter.h"
+#include "tool/files/Completion.h"
 #include "tool/files/ConfigFilter.h"
 #include "tool/files/ConfigScan.h"
+
+#include <QtCore/QSet>
 
 #include <algorithm>
 #include <memory>
@@ -76,6 +80,9 @@ public:
             if (const auto &row = std::any_cast<const std::optional<TableRow> &>(result)) {
                 m_writer->write(*row);
                 ++m_rows;
+                for (int i = 0; i < m_keys.size(); ++i)
+                    if (!row->values[std::size_t(i)].isEmpty())
+                        m_seen.insert(m_keys.at(i));
             }
         };
         handler.report = [this](const ScanFault &fault) {
@@ -97,12 +104,48 @@ public:
         }
         if (m_scan.hasFailed())
             return ExitCode::BadInput;
+        warnOfMistypedNames(out);
         if (m_rows == 0)
             out.complain(ToolError(ExitCode::No, QStringLiteral("no configurations found")));
         return m_rows == 0 ? ExitCode::No : ExitCode::Done;
     }
 
 private:
+    /** What stands before the operator of a condition. */
+    static QString fieldOf(const QString &condition)
+    {
+        const auto end = std::find_if(condition.begin(), condition.end(),
+                                      [](QChar c) { return QLatin1String("=!~<>").contains(c); });
+        return condition.left(int(end - condition.begin()));
+    }
+
+    /** Names a column without any value, or a condition that none has met, where something alike
+     * stands in the first configurations. */
+    void warnOfMistypedNames(Output &out) const
+    {
+        QStringList wanted;
+        for (const QString &key : m_keys)
+            if (!m_seen.contains(key))
+                wanted += key;
+        for (const QString &condition : m_conditions)
+            if (m_rows == 0)
+                wanted += condition.startsWith(QLatin1String("address=")) ? condition
+                                                                          : fieldOf(condition);
+        if (wanted.isEmpty() || out.json())
+            return;
+        const QStringList known = completions(QStringLiteral("entry"), m_scan.paths()) +
+                                  completions(QStringLiteral("condition"), m_scan.paths());
+        for (const QString &name : qAsConst(wanted)) {
+            const bool isWord =
+                !name.contains(QLatin1Char('/')) && !name.contains(QLatin1Char('='));
+            if (isWord || known.contains(name)) // "address" and "firmware" are there
+                continue;
+            const QString hint = didYouMean(name, known);
+            if (!hint.isEmpty())
+                out.warn(QString(), QStringLiteral("no configuration has %1%2").arg(name, hint));
+        }
+    }
+
     /** The row of @p config, where it meets the conditions; on any thread. */
     std::optional<TableRow> rowOf(const ScannedConfig &found, const VanteroConfigFile &config) const
     {
@@ -128,6 +171,7 @@ private:
     std::vector<ConfigFilter> m_filters;
     std::unique_ptr<TableWriter> m_writer;
     qint64 m_rows = 0;
+    QSet<QString> m_seen; // keys that a row had a value of
 };
 
 } // namespace

@@ -26,10 +26,10 @@ FirmwareHead readFirmware(const QString &name)
         return FirmwareHead::read(readInput(name));
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly))
-        throw ToolError(ExitCode::BadInput, file.errorString()).at(name);
+        throw ToolError(ExitCode::BadInput, readFailure(file)).at(name);
     FirmwareHead head = FirmwareHead::read(&file);
     if (file.error() != QFile::NoError)
-        throw ToolError(ExitCode::BadInput, file.errorString()).at(name);
+        throw ToolError(ExitCode::BadInput, readFailure(file)).at(name);
     return head;
 }
 

@@ -126,8 +126,9 @@ BrokenSections countSections(const QString &text, VanteroConfigText::Form form)
 class Examiner
 {
 public:
-    explicit Examiner(const ConfigScan::Handler &handler)
+    Examiner(const ConfigScan::Handler &handler, const char *passwordOption)
         : m_handler(handler)
+        , m_passwordOption(passwordOption)
     {
     }
 
@@ -155,8 +156,8 @@ public:
     }
 
 private:
-    static std::optional<ScanFault> faultOf(const ConfigCollector::Found &found,
-                                            const ScannedConfig &config)
+    std::optional<ScanFault> faultOf(const ConfigCollector::Found &found,
+                                     const ScannedConfig &config) const
     {
         const StatusText &text = textOf(found.status);
         const bool isPassedOver =
@@ -169,7 +170,9 @@ private:
         QString message = QString::fromLatin1(text.message);
         if (text.message && !found.reason.isNull())
             message += QLatin1String(": ");
-        return makeFault(config, QString::fromLatin1(reason), message + found.reason,
+        return makeFault(config, QString::fromLatin1(reason),
+                         message +
+                             withPasswordHint(found.reason, found.archiveError, m_passwordOption),
                          text.isWarning);
     }
 
@@ -224,6 +227,7 @@ private:
     }
 
     const ConfigScan::Handler &m_handler;
+    const char *const m_passwordOption;
 };
 
 /** Collectors for threads that read: as many as read at a time. */
@@ -287,6 +291,7 @@ public:
     std::optional<qint64> jobs;
     QString onError;
     std::optional<QString> passwordFile;
+    const char *passwordOption = nullptr;
     std::optional<qint64> entrySize;
     std::optional<qint64> archiveSize;
     std::optional<qint64> entryCount;
@@ -328,6 +333,7 @@ void ConfigScan::declare(Arguments &arguments, const char *passwordOption)
     arguments.flag("--null", "with --files-from: paths end with a zero byte, not with a line",
                    d->nullSeparated);
     arguments.needs("--null", "--files-from");
+    d->passwordOption = passwordOption;
     arguments.fileOption(passwordOption, "FILE",
                          "take the password of all archives that are read from the first line of "
                          "this file, \"-\" for standard input",
@@ -397,7 +403,7 @@ void ConfigScan::Private::scan(const QStringList &list, const Handler &handler, 
     ConfigCollector collector(list, collectorOptions);
     if (progress.isPossible() && !filesFrom && collector.measure())
         progress.setTotal(collector.progress().filesLeft, collector.progress().bytesLeft);
-    const Examiner examiner(handler);
+    const Examiner examiner(handler, passwordOption);
     const int threads = int(jobs.value_or(QThread::idealThreadCount()));
     if (threads == 1) {
         while (auto found = collector.next()) {
@@ -440,6 +446,11 @@ bool ConfigScan::run(Output &out, const Handler &handler)
              some = list->next())
             d->scan(some, handler, progress);
     return !Interrupt::stopped();
+}
+
+const QStringList &ConfigScan::paths() const
+{
+    return d->paths;
 }
 
 bool ConfigScan::readsInput() const

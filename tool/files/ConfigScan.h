@@ -104,6 +104,9 @@ public:
      */
     bool run(Output &out, const Handler &handler);
 
+    /** The paths that were given as arguments. */
+    const QStringList &paths() const;
+
     /** Whether the list of files comes from standard input. */
     bool readsInput() const;
 

@@ -111,7 +111,10 @@ void ConfigSources::walk(const QString &name, Output &out,
         guard(out, [&] {
             bool counts = found.status == ConfigCollector::Status::Configuration;
             if (found.status > ConfigCollector::Status::NoConfiguration && !found.reason.isNull())
-                throw ToolError(ExitCode::BadInput, found.reason).at(path);
+                throw ToolError(
+                    ExitCode::BadInput,
+                    withPasswordHint(found.reason, found.archiveError, "--password-file"))
+                    .at(path);
             if (isJpeg(found.bytes))
                 counts = (m_flags & Images) && holdsSections(found.bytes, path);
             else if (m_flags & WithoutHeader)

@@ -6,10 +6,30 @@
 #include "tool/cli/ToolError.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
 #include <unistd.h>
 
 namespace vn::tool {
+
+QString readFailure(const QFileDevice &file)
+{
+    return QFileInfo(file.fileName()).isDir() ? QStringLiteral("a folder, not a file")
+                                              : file.errorString();
+}
+
+QString withPasswordHint(const QString &reason, ArchiveError error, const char *option)
+{
+    switch (error) {
+    case ArchiveError::NeedsPassword:
+    case ArchiveError::WrongPassword:
+    case ArchiveError::DamagedOrWrongPassword:
+        return reason +
+               QStringLiteral("; %1 names the file that has it").arg(QLatin1String(option));
+    default:
+        return reason;
+    }
+}
 
 QByteArray readInput(const QString &name)
 {
@@ -18,7 +38,7 @@ QByteArray readInput(const QString &name)
     QFile file(name);
     const bool opened = name == QLatin1String("-") ? file.open(STDIN_FILENO, QIODevice::ReadOnly)
                                                    : file.open(QIODevice::ReadOnly);
-    const auto failure = [&] { return ToolError(ExitCode::BadInput, file.errorString()).at(name); };
+    const auto failure = [&] { return ToolError(ExitCode::BadInput, readFailure(file)).at(name); };
     if (!opened)
         throw failure();
 
