@@ -182,6 +182,7 @@ public:
     FileDescriptor file;
     FileDescriptor old; // what stood there when writing began; none for a new file
     Losses losses;
+    bool isNew = false; // must be
 };
 
 /** Opens what is to be written for a target that may be there. */
@@ -294,9 +295,21 @@ void AtomicFile::write(const char *data, qint64 size)
         failOn(d->path);
 }
 
+void AtomicFile::openNew()
+{
+    if (d->file.isValid())
+        failOn(d->path, EBUSY);
+    d->target = systemPath(d->path);
+    d->isNew = true;
+    d->openTemporary(kModeOfNewFiles);
+}
+
 void AtomicFile::commit()
 {
-    (void)d->replaceTarget(nullptr);
+    if (!d->isNew)
+        (void)d->replaceTarget(nullptr);
+    else if (!d->takeNewName())
+        failOn(d->path, EEXIST);
 }
 
 AtomicFile::Losses AtomicFile::losses() const noexcept
@@ -364,8 +377,7 @@ bool AtomicFile::create(const QString &path, const QByteArray &content)
 {
     const SignalsHeldBack signalsHeldBack;
     AtomicFile file(path);
-    file.d->target = systemPath(path);
-    file.d->openTemporary(kModeOfNewFiles);
+    file.openNew();
     file.write(content);
     return file.d->takeNewName();
 }

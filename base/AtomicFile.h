@@ -86,6 +86,14 @@ public:
      */
     void open();
 
+    /**
+     * Begins a file that must be new: commit() then raises where something, even a link to nothing,
+     * is at the path by then. Otherwise as open().
+     * @throws FileException when it cannot be made there
+     * @since 1.0.0
+     */
+    void openNew();
+
     /** Adds the @p size bytes at @p data.
      * @throws FileException when they cannot be written */
     void write(const char *data, qint64 size);

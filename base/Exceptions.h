@@ -166,23 +166,26 @@ private:
 
 /** Why an archive, or one of its entries, could not be read. @since 1.0.0 */
 enum class ArchiveError {
-    None,                   ///< Nothing failed.
-    NotOpen,                ///< The archive is not open, or another time, or not for reading.
-    CannotBeOpened,         ///< The system refuses the file, or it is no regular one.
-    ReadFailed,             ///< The system could not read the file.
-    NotAnArchive,           ///< The file is something else.
-    Truncated,              ///< The end of the archive is missing.
-    Damaged,                ///< The archive contradicts itself, or data do not fit their checksum.
-    NeedsPassword,          ///< The entry is encrypted, and there is no password.
-    WrongPassword,          ///< The entry is encrypted with another password.
-    DamagedOrWrongPassword, ///< One of the two: the format does not tell them apart for certain.
-    UnsupportedMethod,      ///< The entry is compressed or encrypted in a way that is not known.
-    NoSuchEntry,            ///< The archive has no such entry, or none has been chosen.
-    OverEntryCountLimit,    ///< Over ZipReader::entryCountLimit().
-    OverDirectorySizeLimit, ///< The directory of the archive holds more than 256 MiB.
-    OverEntrySizeLimit,     ///< Over ZipReader::entrySizeLimit().
-    OverArchiveSizeLimit,   ///< Over ZipReader::archiveSizeLimit().
-    OverRatioLimit,         ///< Over ZipReader::ratioLimit().
+    None,                    ///< Nothing failed.
+    NotOpen,                 ///< The archive is not open, or another time, or not for reading.
+    CannotBeOpened,          ///< The system refuses the file, or it is no regular one.
+    ReadFailed,              ///< The system could not read the file.
+    NotAnArchive,            ///< The file is something else.
+    Truncated,               ///< The end of the archive is missing.
+    Damaged,                 ///< The archive contradicts itself, or data do not fit their checksum.
+    NeedsPassword,           ///< The entry is encrypted, and there is no password.
+    WrongPassword,           ///< The entry is encrypted with another password.
+    DamagedOrWrongPassword,  ///< One of the two: the format does not tell them apart for certain.
+    UnsupportedMethod,       ///< The entry is compressed or encrypted in a way that is not known.
+    NoSuchEntry,             ///< The archive has no such entry, or none has been chosen.
+    OverEntryCountLimit,     ///< Over ZipReader::entryCountLimit().
+    OverDirectorySizeLimit,  ///< The directory of the archive holds more than 256 MiB.
+    OverEntrySizeLimit,      ///< Over ZipReader::entrySizeLimit().
+    OverArchiveSizeLimit,    ///< Over ZipReader::archiveSizeLimit().
+    OverRatioLimit,          ///< Over ZipReader::ratioLimit().
+    OverlappingEntries,      ///< The data of the entry reach into those of another one.
+    Split,                   ///< The file is one part of an archive in several.
+    OverCollectionSizeLimit, ///< Over ConfigCollector::Options::collectionSizeLimit.
 };
 
 /** An archive that could not be read; the message is "PATH: REASON" or "PATH: ENTRY: REASON".

@@ -149,6 +149,13 @@ public:
         ++m_count;
     }
 
+    /** Shows @p bytes at @p offset instead of those of the file; in the order of the offsets. */
+    void show(std::int64_t offset, const QByteArray &bytes)
+    {
+        if (!bytes.isNull())
+            m_shown.push_back({offset, bytes});
+    }
+
     /** Opens the archive once all entries have been added. */
     void open(const QByteArray &password)
     {
@@ -221,11 +228,29 @@ private:
             m_windowBegin = m_windowEnd = m_position; // for the case that reading fails
             m_windowEnd += m_file.read(m_position, m_window.get(),
                                        std::min<std::int64_t>(kWindowSize, m_fileEnd - m_position));
+            replaceInWindow();
         }
         *data = m_window.get() + (m_position - m_windowBegin);
         const std::int64_t count = m_windowEnd - m_position;
         m_position = m_windowEnd;
         return static_cast<la_ssize_t>(count);
+    }
+
+    void replaceInWindow()
+    {
+        // No header is longer than so much: its name and extra fields have 16 bits each.
+        constexpr std::int64_t kLongest = 1 << 18;
+        auto shown = std::lower_bound(
+            m_shown.begin(), m_shown.end(), m_windowBegin - kLongest,
+            [](const Shown &each, std::int64_t offset) { return each.offset < offset; });
+        for (; shown != m_shown.end() && shown->offset < m_windowEnd; ++shown) {
+            const std::int64_t first = std::max(shown->offset, m_windowBegin);
+            const std::int64_t last = std::min(shown->offset + shown->bytes.size(), m_windowEnd);
+            if (first < last)
+                std::memcpy(m_window.get() + (first - m_windowBegin),
+                            shown->bytes.constData() + (first - shown->offset),
+                            static_cast<std::size_t>(last - first));
+        }
     }
 
     /** Called where the password turns out not to be that of an entry. */
@@ -255,9 +280,16 @@ private:
         return skipped;
     }
 
+    struct Shown
+    {
+        std::int64_t offset;
+        QByteArray bytes;
+    };
+
     const ArchiveFile &m_file;
     std::int64_t m_fileEnd;
     QByteArray m_tail;
+    std::vector<Shown> m_shown;
     int m_count = 0;
     std::int64_t m_position = 0;
     std::unique_ptr<char[]> m_window;
@@ -311,10 +343,61 @@ ZipDecoder::~ZipDecoder() = default;
 
 void ZipDecoder::decode(int index, EntryContent *content)
 {
+    try {
+        decodeOnce(index, content);
+    } catch (const ArchiveException &) {
+        const ZipEntry &entry = m_directory.entries()[static_cast<std::size_t>(index)];
+        if (m_looksForPadding || withoutPadding(entry).isNull())
+            throw;
+        m_looksForPadding = true; // in all entries, as whoever has padded one will have others
+        decodeOnce(index, content);
+    }
+}
+
+/**
+ * The local header of @p entry without padding, where it has any: null otherwise. Programs that
+ * align data put up to three bytes behind the extra fields, too few for one, which libarchive
+ * refuses; here they go to the end of the name, which nobody reads.
+ */
+QByteArray ZipDecoder::withoutPadding(const ZipEntry &entry) const
+{
+    // Local file header: OFFSET SIZE DESCRIPTION
+    //   26  2  size of the name, which follows
+    //   28  2  size of the extra fields, which follow it
+    constexpr int kHeaderSize = 30;
+    constexpr int kMaxTextSize = 0xFFFF;
+    QByteArray header(kHeaderSize, Qt::Uninitialized);
+    if (m_file.read(entry.offset, header.data(), kHeaderSize) != kHeaderSize)
+        return QByteArray();
+    const int nameSize = qFromLittleEndian<std::uint16_t>(header.constData() + 26);
+    const int extraSize = qFromLittleEndian<std::uint16_t>(header.constData() + 28);
+    QByteArray rest(nameSize + extraSize, Qt::Uninitialized);
+    if (m_file.read(entry.offset + kHeaderSize, rest.data(), rest.size()) != rest.size())
+        return QByteArray();
+    int padding = extraSize;
+    while (padding >= 4) {
+        const int size =
+            4 + qFromLittleEndian<std::uint16_t>(rest.constData() + rest.size() - padding + 2);
+        if (size > padding)
+            return QByteArray();
+        padding -= size;
+    }
+    if (padding == 0 || nameSize + padding > kMaxTextSize)
+        return QByteArray();
+    rest.chop(padding);
+    rest.insert(nameSize, QByteArray(padding, '_'));
+    qToLittleEndian(static_cast<std::uint16_t>(nameSize + padding), header.data() + 26);
+    qToLittleEndian(static_cast<std::uint16_t>(extraSize - padding), header.data() + 28);
+    return header + rest;
+}
+
+void ZipDecoder::decodeOnce(int index, EntryContent *content)
+{
     const ZipEntry &entry = m_directory.entries()[static_cast<std::size_t>(index)];
     const int position = m_positions[static_cast<std::size_t>(index)];
     const auto size = static_cast<std::size_t>(entry.size);
     content->clear();
+    m_unpackedSize = 0;
     try {
         Pass &pass = passAt(position);
         archive_entry *header = nullptr;
@@ -331,13 +414,16 @@ void ZipDecoder::decode(int index, EntryContent *content)
         // One byte more than there should be: only the read past the end tells of some errors.
         content->reserve(std::min(size, kTrustedSize) + 1);
         for (;;) {
+            const std::size_t room = content->m_capacity - content->m_size;
             const la_ssize_t count =
-                archive_read_data(pass.handle(), content->m_data.get() + content->m_size,
-                                  content->m_capacity - content->m_size);
+                archive_read_data(pass.handle(), content->m_data.get() + content->m_size, room);
+            if (count < 0) // which it tells instead of what it has unpacked
+                m_unpackedSize += static_cast<std::int64_t>(std::min(room, size - content->m_size));
             pass.check(count);
             if (count == 0)
                 break;
             content->m_size += static_cast<std::size_t>(count);
+            m_unpackedSize += count;
             if (content->m_size > size)
                 failArchive(ArchiveError::Damaged,
                             QStringLiteral("more than the %1 bytes of the directory").arg(size));
@@ -390,6 +476,8 @@ ZipDecoder::Pass &ZipDecoder::passAt(int position)
             break; // libarchive knows one entry at a place
         offset = entry.offset;
         m_pass->add(entry);
+        if (m_looksForPadding)
+            m_pass->show(entry.offset, withoutPadding(entry));
     }
     m_pass->end = m_passEnd = end;
     m_pass->open(m_password);

@@ -62,9 +62,14 @@ public:
      */
     void decode(int index, EntryContent *content);
 
+    /** How many bytes the latest decode() has unpacked, of use or not. */
+    std::int64_t unpackedSize() const { return m_unpackedSize; }
+
 private:
     class Pass;
 
+    void decodeOnce(int index, EntryContent *content);
+    QByteArray withoutPadding(const ZipEntry &entry) const;
     Pass &passAt(int position);
     void checkLocalHeader(const ZipEntry &entry) const;
 
@@ -76,6 +81,8 @@ private:
     std::unique_ptr<Pass> m_pass;
     int m_passSize = 0; // the entries in the latest pass
     int m_passEnd = 0;  // where it ended or will end
+    std::int64_t m_unpackedSize = 0;
+    bool m_looksForPadding = false; // once one entry has had some
 };
 
 } // namespace internal

@@ -75,6 +75,8 @@ constexpr int kRecordSize = 46;
 constexpr char kSignatureSignature[] = "PK\5\5"; // a digital signature after the last header
 
 constexpr char kLocalSignature[] = "PK\3\4";
+constexpr char kSplitSignature[] = "PK\7\10"; // begins the first of several parts
+constexpr int kLocalHeaderSize = 30;
 
 constexpr std::uint16_t kUtf8Flag = 0x0800;
 constexpr std::uint16_t kZip64Field = 0x0001;       // what does not fit the 32-bit fields
@@ -140,7 +142,7 @@ public:
         m_tail.truncate(static_cast<int>(m_file.read(m_tailOffset, m_tail.data(), m_tail.size())));
     }
 
-    Location find() const
+    Location find()
     {
         // The record may stand inside an archive that is a comment or an entry of another one, so
         // the one whose offsets are those of this file goes first, then the last one. Bytes after
@@ -158,6 +160,10 @@ public:
         char start[4];
         const bool isArchiveAtStart = m_file.read(0, start, sizeof start) == sizeof start &&
                                       hasSignature(start, kLocalSignature);
+        const bool isFirstPart = m_file.read(0, start, sizeof start) == sizeof start &&
+                                 hasSignature(start, kSplitSignature);
+        if (!shifted && (m_isSplit || isFirstPart))
+            fail(ArchiveError::Split, "one part of a split archive");
         if (!shifted)
             fail(isArchiveAtStart ? ArchiveError::Truncated : ArchiveError::NotAnArchive,
                  "not a zip archive, or cut off: it has no directory");
@@ -170,7 +176,7 @@ public:
 
 private:
     /** The directory that the end record at @p place of the tail tells of, if it does. */
-    std::optional<Location> read(int place) const
+    std::optional<Location> read(int place)
     {
         const char *record = m_tail.constData() + place;
         if (place + kEndSize + get16(record + 20) > m_tail.size())
@@ -196,6 +202,8 @@ private:
             offset = get64(record64 + 48);
         }
         const auto limit = static_cast<std::uint64_t>(end);
+        // In one of several parts, the disks are counted from 0.
+        m_isSplit = m_isSplit || (disk != 0 && disk < 0xFFFF && directoryDisk <= disk);
         if (disk != 0 || directoryDisk != 0 || countHere != location.count || offset > limit ||
             size > limit - offset)
             return std::nullopt;
@@ -245,6 +253,7 @@ private:
     const ArchiveFile &m_file;
     std::int64_t m_tailOffset;
     QByteArray m_tail;
+    bool m_isSplit = false; // an end record tells of other parts
 };
 
 /** Takes what @p field, the data of a zip64 field, holds for those of the values that refer to it,
@@ -417,6 +426,25 @@ ZipDirectory::ZipDirectory(const ArchiveFile &file, int maxEntries)
                     QStringLiteral("the directory holds %1 entries and should hold %2")
                         .arg(count)
                         .arg(location.count));
+    findOverlaps();
+}
+
+/** Few bytes that many entries share would unpack to much: of entries that overlap only the last
+ * one may be read. */
+void ZipDirectory::findOverlaps()
+{
+    std::vector<ZipEntry *> order;
+    order.reserve(m_entries.size());
+    for (ZipEntry &entry : m_entries)
+        order.push_back(&entry);
+    std::stable_sort(order.begin(), order.end(),
+                     [](const ZipEntry *a, const ZipEntry *b) { return a->offset < b->offset; });
+    for (std::size_t i = 1; i < order.size(); ++i) {
+        ZipEntry &entry = *order[i - 1];
+        // The name in the local header may be missing.
+        const std::int64_t room = order[i]->offset - entry.offset - kLocalHeaderSize;
+        entry.reachesIntoNext = entry.compressedSize > room;
+    }
 }
 
 QString zipEntryName(const QByteArray &name, bool isUtf8)

@@ -58,7 +58,8 @@ struct ZipEntry
     std::uint32_t crc = 0;           // of the decoded data; may be 0 with AES
     std::uint16_t flags = 0;
     std::uint16_t method = 0;
-    std::uint32_t dosTime = 0; // date and time as stored
+    std::uint32_t dosTime = 0;    // date and time as stored
+    bool reachesIntoNext = false; // its data end behind the beginning of the next one in the file
 
     bool isEncrypted() const { return flags & 0x0001; }
     bool isFolder() const { return name.endsWith(QLatin1Char('/')); }
@@ -80,6 +81,8 @@ public:
     std::int64_t offset() const { return m_offset; }
 
 private:
+    void findOverlaps();
+
     std::vector<ZipEntry> m_entries;
     std::int64_t m_offset = 0;
 };

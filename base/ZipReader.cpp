@@ -117,6 +117,7 @@ public:
     }
 
     void decode();
+    void count(qint64 size);
     void checkLimits(const ZipEntry &entry) const;
 
     /** The entry @p number; null where there is none. */
@@ -151,7 +152,9 @@ void ZipReader::Private::decode()
     checkLimits(entry);
     try {
         archive->decoder.decode(index, &content);
+        count(entry.size);
     } catch (const ArchiveException &e) {
+        count(archive->decoder.unpackedSize()); // damage must not make it free
         ArchiveError error = e.error();
         if (error == ArchiveError::Damaged &&
             entry.compressedSize > archive->directory.offset() - entry.offset)
@@ -163,11 +166,16 @@ void ZipReader::Private::decode()
             error = ArchiveError::DamagedOrWrongPassword;
         internal::failArchive(error, e.reason() + QLatin1String(", or the password is wrong"));
     }
+}
+
+/** Counts that @p size bytes of the entry have been unpacked, where it has not been counted. */
+void ZipReader::Private::count(qint64 size)
+{
     const auto place = static_cast<std::size_t>(index);
-    if (!archive->isCounted[place]) {
-        archive->isCounted[place] = true;
-        archive->readSize += entry.size;
-    }
+    if (archive->isCounted[place])
+        return;
+    archive->isCounted[place] = true;
+    archive->readSize += size;
 }
 
 /** The sizes in the directory are enough to look at, for decoding ends where an entry has more. */
@@ -187,6 +195,10 @@ void ZipReader::Private::checkLimits(const ZipEntry &entry) const
         internal::failArchive(
             ArchiveError::OverRatioLimit,
             QStringLiteral("compressed more than the limit of %1 times").arg(ratioLimit));
+    const bool isTruncated = entry.compressedSize > archive->directory.offset() - entry.offset;
+    if (entry.reachesIntoNext && !isTruncated)
+        internal::failArchive(ArchiveError::OverlappingEntries,
+                              QString::fromLatin1("the entry overlaps another one"));
     if (entry.isEncrypted() && password.isEmpty())
         internal::failArchive(ArchiveError::NeedsPassword,
                               QString::fromLatin1("encrypted, and there is no password"));

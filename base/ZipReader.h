@@ -19,7 +19,9 @@ namespace vn {
 /**
  * Reads a zip archive; after openFile() the device delivers the bytes of that entry, sequentially.
  *
- * Entries may be stored or deflated, plain or encrypted (traditional encryption and AES).
+ * Entries may be stored or compressed (deflate, bzip2, LZMA, and what else libarchive knows: xz,
+ * Zstandard and PPMd in Debian 12), plain or encrypted (traditional encryption and AES). Where
+ * memory runs out inside libarchive, it may end the process.
  * @code
  * ZipReader zip(QStringLiteral("cams.zip"), "secret");
  * if (zip.open(QIODevice::ReadOnly))
@@ -34,7 +36,8 @@ namespace vn {
  * FileUtils::readText() raises it as an ArchiveException.
  *
  * An archive from elsewhere may be made to unpack to more than any memory. Limits, which are
- * properties of the reader, make that an error, too.
+ * properties of the reader, make that an error, too. Of entries that share bytes of the file only
+ * the last one in the file can be read.
  *
  * Threads: reentrant.
  */
@@ -101,8 +104,9 @@ public:
     /** Sets that limit, for the entries that are read from now on. */
     void setEntrySizeLimit(qint64 bytes);
 
-    /** The most bytes that the entries read since open() may hold together, each counted once; 1
-     * GiB unless set. The entry that passes it is a read error. */
+    /** The most bytes that the entries read since open() may hold together, each counted once, and
+     * with what was unpacked before an error; 1 GiB unless set. The entry that passes it is a read
+     * error. */
     qint64 archiveSizeLimit() const;
     /** Sets that limit, for the entries that are read from now on. */
     void setArchiveSizeLimit(qint64 bytes);

@@ -119,6 +119,16 @@ ZipWriter::~ZipWriter() = default;
 
 void ZipWriter::open()
 {
+    begin(false);
+}
+
+void ZipWriter::openNew()
+{
+    begin(true);
+}
+
+void ZipWriter::begin(bool isNew)
+{
     if (d->archive)
         d->fail(QStringLiteral("already open"));
     if (d->password.contains('\0'))
@@ -130,7 +140,7 @@ void ZipWriter::open()
 
     auto file = std::make_unique<AtomicFile>(d->path);
     try {
-        file->open();
+        isNew ? file->openNew() : file->open();
     } catch (const FileException &e) {
         d->fail(e.reason());
     }

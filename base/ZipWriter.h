@@ -52,6 +52,14 @@ public:
     void open();
 
     /**
+     * Begins an archive that must be new: close() raises where something is at the path by then,
+     * which stays.
+     * @throws IOException as open()
+     * @since 1.0.0
+     */
+    void openNew();
+
+    /**
      * Adds what remains in the open @p device as the entry @p entryName with @p comment (both UTF-8
      * in the archive). The entry's time is @p dateTime as local time, in steps of two seconds, from
      * 1980 to 2107. After an exception the archive is as it was before the call.
@@ -73,6 +81,7 @@ public:
     AtomicFile::Losses losses() const noexcept;
 
 private:
+    Q_DECL_HIDDEN void begin(bool isNew);
     class Q_DECL_HIDDEN Private;
     std::unique_ptr<Private> d;
 };

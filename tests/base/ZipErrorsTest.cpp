@@ -293,3 +293,15 @@ TEST_F(ZipErrors, ofTheTargetAreNotThoseOfTheArchive)
     expectThrows<IOException>([&] { (void)FileUtils::copy(&zip, &target, 5, -1); },
                               "more than 5 bytes"_q);
 }
+
+TEST_F(ZipErrors, tellPartsOfASplitArchive)
+{
+    writeFile(path("noise"_q), noise(200000, 7));
+    runProgram("zip"_q, {"-q"_q, "-0"_q, "-s"_q, "64k"_q, "all.zip"_q, "noise"_q}, dir().path());
+    for (const QString &part : {"all.z01"_q, "all.zip"_q}) {
+        ZipReader zip(path(part));
+        EXPECT_FALSE(zip.open(QIODevice::ReadOnly));
+        EXPECT_EQ(zip.error(), Error::Split) << part.toStdString();
+        EXPECT_EQ(zip.errorString(), path(part) + ": one part of a split archive"_q);
+    }
+}

@@ -256,7 +256,7 @@ TEST_F(ZipReaderLimits, keepMemorySmallForEntriesThatSayTheyAreLarge)
     }
 }
 
-TEST_F(ZipReaderLimits, countEachOfManyEntriesThatShareTheirData)
+TEST_F(ZipReaderLimits, refuseEntriesThatShareTheirData)
 {
     // A hundred records for one entry: small in the file, large when unpacked.
     open(R"(
@@ -266,11 +266,32 @@ TEST_F(ZipReaderLimits, countEachOfManyEntriesThatShareTheirData)
         twin = copy.copy(archive.filelist[0])
         twin.filename = str(i)
         archive.filelist.append(twin)
+    archive.writestr('other', 'y' * 10)
 )");
-    EXPECT_EQ(zip->fileListBySuffix(QString()).size(), 100);
-    zip->setArchiveSizeLimit(1000000);
-    for (int i = 0; i < 10; ++i)
-        expectRead(QString::number(i), 100000);
-    expectReadError(zip.get(), archive(), "10"_q,
-                    "more than the limit of 1000000 bytes for all entries"_q);
+    EXPECT_EQ(zip->fileListBySuffix(QString()).size(), 101);
+    expectReadError(zip.get(), archive(), "0"_q, "the entry overlaps another one"_q);
+    EXPECT_EQ(zip->error(), ArchiveError::OverlappingEntries);
+    expectReadError(zip.get(), archive(), "98"_q, "the entry overlaps another one"_q);
+    expectRead("99"_q, 100000);
+    expectRead("other"_q, 10);
+}
+
+TEST_F(ZipReaderLimits, countWhatDamagedEntriesHaveUnpacked)
+{
+    open(R"(
+    for i in range(5):
+        archive.writestr(str(i), 'x' * 100000)
+        archive.filelist[i].CRC ^= 1
+        archive.fp.seek(archive.filelist[i].header_offset + 14)
+        archive.fp.write(archive.filelist[i].CRC.to_bytes(4, 'little'))
+        archive.fp.seek(archive.start_dir)
+)");
+    zip->setArchiveSizeLimit(300000);
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(zip->openFile(QString::number(i)));
+        EXPECT_TRUE(readInPieces(zip.get()).isNull());
+        EXPECT_EQ(zip->error(), ArchiveError::Damaged) << zip->errorString().toStdString();
+    }
+    expectReadError(zip.get(), archive(), "3"_q,
+                    "more than the limit of 300000 bytes for all entries"_q);
 }

@@ -62,6 +62,7 @@ const Maker kMakers[] = {
     {"sevenZipStored", "7z", {"a"_q, "-bd"_q, "-tzip"_q, "-mx=0"_q}, ""_b},
     {"sevenZipBzip2", "7z", {"a"_q, "-bd"_q, "-tzip"_q, "-mm=BZip2"_q}, ""_b},
     {"sevenZipLzma", "7z", {"a"_q, "-bd"_q, "-tzip"_q, "-mm=LZMA"_q}, ""_b},
+    {"sevenZipPpmd", "7z", {"a"_q, "-bd"_q, "-tzip"_q, "-mm=PPMd"_q}, ""_b},
     {"sevenZipEncrypted",
      "7z",
      {"a"_q, "-bd"_q, "-tzip"_q, "-mem=ZipCrypto"_q, "-psecret"_q},
@@ -510,6 +511,26 @@ with open('cams.zip', 'w+b') as file:
               {}, dir().path());
     EXPECT_GT(QFileInfo(archive()).size(), qint64(5) << 30);
     EXPECT_EQ(readAll(archive()), (Entries{{"first"_q, "near"_b}, {"second"_q, "far"_b}}));
+}
+
+TEST_F(ZipReaderTest, readsEntriesWithPaddingBehindTheirExtraFields)
+{
+    // As programs align data: one to three bytes, too few for another field.
+    runPython(R"(
+import sys, zipfile
+with zipfile.ZipFile(sys.argv[1], 'w', zipfile.ZIP_DEFLATED) as archive:
+    for i in range(300):
+        info = zipfile.ZipInfo('%d.cfg' % i)
+        info.extra = (b'', bytes(1), bytes(2), bytes(3), b'\xFE\xCA\0\0' + bytes(3))[i % 5]
+        archive.writestr(info, ('text %d ' % i) * 1000, zipfile.ZIP_DEFLATED)
+)",
+              {archive()}, dir().path());
+    const Entries entries = readAll(archive());
+    ASSERT_EQ(entries.size(), 300);
+    for (int i = 0; i < 300; ++i) {
+        EXPECT_EQ(entries[i].name, "%1.cfg"_q.arg(i));
+        EXPECT_EQ(entries[i].content, "text %1 "_q.arg(i).repeated(1000).toLatin1());
+    }
 }
 
 TEST_F(ZipReaderTest, readsAnArchiveBehindOtherBytes)

@@ -430,3 +430,18 @@ TEST_F(ZipWriterTest, printsNothing)
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
+
+TEST_F(ZipWriterTest, leavesWhatHasTakenTheNameOfANewArchive)
+{
+    const QString path = this->path("new.zip"_q);
+    ZipWriter zip(path);
+    zip.openNew();
+    writeFile(path, "precious"_b); // by somebody else
+    expectThrows<IOException>([&] { zip.close(); }, path + ": File exists"_q);
+    EXPECT_EQ(readFile(path), "precious"_b);
+    EXPECT_EQ(names(), QStringList{"new.zip"_q});
+    ZipWriter other(this->path("other.zip"_q));
+    other.openNew();
+    other.close();
+    EXPECT_EQ(names(), (QStringList{"new.zip"_q, "other.zip"_q}));
+}
