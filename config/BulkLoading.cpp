@@ -13,6 +13,9 @@ namespace {
 
 using Configurations = QMap<QString, QString>;
 
+// All texts are kept, twice as large as their bytes: few archives must not unpack to all memory.
+constexpr qint64 kMostArchived = qint64(4) * 1024 * 1024 * 1024;
+
 /** Adds all texts that @p collector finds and returns their number. The first fault ends it. */
 int addAll(ConfigCollector &collector, Configurations &configurations)
 {
@@ -51,6 +54,7 @@ int VanteroConfigFile::parseAll(const QStringList &paths, QMap<QString, QString>
         ConfigCollector::Options options;
         options.recursive = recursive;
         options.password = password;
+        options.collectionSizeLimit = kMostArchived;
         ConfigCollector collector(paths, options);
         return addAll(collector, configurations);
     });

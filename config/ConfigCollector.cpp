@@ -148,7 +148,13 @@ void ConfigCollector::Private::readEntry(const Source &source, Found &found)
                                    QString::fromLatin1("the archive has changed meanwhile"));
         (void)device->openEntry(source.index); // likewise
     }
+    std::atomic<qint64> &readSize = source.m_archive->readSize();
+    if (options.collectionSizeLimit && source.size > *options.collectionSizeLimit - readSize)
+        throw ArchiveException(source.path, source.entry, ArchiveError::OverCollectionSizeLimit,
+                               QStringLiteral("more than the limit of %1 bytes for all archives")
+                                   .arg(*options.collectionSizeLimit));
     found.bytes = FileUtils::readBytes(device);
+    readSize += found.bytes.size();
     found.text = FileUtils::decodeText(found.bytes);
     // Kept on purpose: in an archive, a text without a header counts, too.
     readHeaderOf(found);

@@ -89,6 +89,10 @@ public:
         /** ZipReader::setArchiveSizeLimit(), which counts what is read of one archive without
          * another in between. */
         std::optional<qint64> archiveSizeLimit;
+        /** The most bytes that the entries of all archives may hold together, whichever collector
+         * reads them; unset means no limit, as memory does not grow with them. An entry that passes
+         * it is unreadable. */
+        std::optional<qint64> collectionSizeLimit;
         /** ZipReader::setEntryCountLimit() */
         std::optional<int> entryCountLimit;
         /** ZipReader::setRatioLimit() */

@@ -55,15 +55,19 @@ std::unique_ptr<ZipReader> openReader(const QString &path, const ConfigCollector
 
 } // namespace
 
-CollectedArchive::CollectedArchive(const QString &path, const ConfigCollector::Options &options)
+CollectedArchive::CollectedArchive(const QString &path, const ConfigCollector::Options &options,
+                                   std::shared_ptr<std::atomic<qint64>> readSize)
     : m_path(path)
     , m_reader(openReader(path, options))
+    , m_readSize(std::move(readSize))
 {
     list(*m_reader, options.entrySuffixes);
 }
 
-CollectedArchive::CollectedArchive(ZipReader &reader, const ConfigCollector::Options &options)
+CollectedArchive::CollectedArchive(ZipReader &reader, const ConfigCollector::Options &options,
+                                   std::shared_ptr<std::atomic<qint64>> readSize)
     : m_given(&reader)
+    , m_readSize(std::move(readSize))
 {
     list(reader, options.entrySuffixes);
 }
@@ -215,8 +219,9 @@ std::optional<ConfigCollector::Source> SourceWalk::visit(Source &&source, Folder
 std::optional<ConfigCollector::Source> SourceWalk::visitArchive(Source &&source, ZipReader *given)
 {
     try {
-        m_archive = given ? std::make_shared<CollectedArchive>(*given, m_options)
-                          : std::make_shared<CollectedArchive>(source.m_location, m_options);
+        m_archive =
+            given ? std::make_shared<CollectedArchive>(*given, m_options, m_readSize)
+                  : std::make_shared<CollectedArchive>(source.m_location, m_options, m_readSize);
         m_archiveSource = std::move(source);
         m_nextEntry = 0;
         return std::nullopt;

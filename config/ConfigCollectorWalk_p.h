@@ -36,10 +36,12 @@ public:
 
     /** Opens the archive at @p path.
      * @throws IOException when that is not possible */
-    CollectedArchive(const QString &path, const ConfigCollector::Options &options);
+    CollectedArchive(const QString &path, const ConfigCollector::Options &options,
+                     std::shared_ptr<std::atomic<qint64>> readSize);
     /** Does not own @p reader.
      * @throws IOException when it is not open */
-    CollectedArchive(ZipReader &reader, const ConfigCollector::Options &options);
+    CollectedArchive(ZipReader &reader, const ConfigCollector::Options &options,
+                     std::shared_ptr<std::atomic<qint64>> readSize);
 
     /** What the options let count, in the archive's order. */
     const QVector<Entry> &entries() const { return m_entries; }
@@ -49,6 +51,8 @@ public:
     /** A reader of one's own, which the first one who asks need not open.
      * @throws IOException when it cannot be opened any more */
     std::unique_ptr<ZipReader> takeReader(const ConfigCollector::Options &options);
+    /** The bytes that have been read of all archives of the collection, on any thread. */
+    std::atomic<qint64> &readSize() const { return *m_readSize; }
     /** Closes the reader that nobody has asked for, so that many archives that are listed ahead
      * hold no files open. */
     void dropReader();
@@ -60,6 +64,7 @@ private:
     QVector<Entry> m_entries;
     ZipReader *m_given = nullptr;
     std::unique_ptr<ZipReader> m_reader;
+    std::shared_ptr<std::atomic<qint64>> m_readSize;
     std::atomic<bool> m_isTaken{false};
 };
 
@@ -101,6 +106,8 @@ private:
 
     const QStringList m_paths;
     const ConfigCollector::Options m_options;
+    const std::shared_ptr<std::atomic<qint64>> m_readSize =
+        std::make_shared<std::atomic<qint64>>(0);
     ZipReader *m_given = nullptr; // that is still to be gone through
     int m_nextPath = 0;
     std::vector<Level> m_levels;

@@ -6,9 +6,23 @@
 
 #include "base/SharedStrings_p.h"
 #include "config/ConfigTextReader_p.h"
+#include "config/VanteroConfigFile.h"
 #include "config/VanteroConfigMap.h"
 
 namespace vn {
+
+namespace internal {
+
+/** Reads the header block into the head section of @p map. */
+template <typename Lines>
+bool readHeaderInto(VanteroConfigMap &map, Lines &lines)
+{
+    return readHeaderValues(lines, [&map](HeaderField field, QStringView value) {
+        map.setValue(VanteroConfigFile::HEAD_SECTION, keyOf(field), toText(value));
+    });
+}
+
+} // namespace internal
 
 /** The keys of a configuration: its sections, a few hundred of a few kinds, have most in common. */
 using SharedKeys = internal::SharedStrings<11>;

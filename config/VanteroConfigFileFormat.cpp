@@ -40,15 +40,6 @@ constexpr char kHeaderTemplate[] = "#:%1===============================\n"
                                    "# Created by FieldDesk\n"
                                    "#============================================\n";
 
-/** Reads the header block into the head section of @p map. */
-template <typename Lines>
-bool readHeaderInto(VanteroConfigMap &map, Lines &lines)
-{
-    return internal::readHeaderValues(lines, [&map](HeaderField field, QStringView value) {
-        map.setValue(VanteroConfigFile::HEAD_SECTION, internal::keyOf(field), toText(value));
-    });
-}
-
 /** Reads all section blocks of a text in memory into @p map. */
 void readSectionsInto(VanteroConfigMap &map, MemoryLines &lines)
 {
@@ -136,7 +127,7 @@ bool VanteroConfigFile::parse(const QString &text, const QDateTime &)
         // Kept on purpose: the time of loading counts, not the one given.
         m_timeStamp = QDateTime::currentDateTime();
         MemoryLines lines(m_sourceText);
-        const bool complete = readHeaderInto(m_map, lines);
+        const bool complete = internal::readHeaderInto(m_map, lines);
         readSectionsInto(m_map, lines);
         return complete;
     });
@@ -154,7 +145,7 @@ bool VanteroConfigFile::parse(QTextStream *stream, const QDateTime &dateTime)
         const QMutexLocker lock(m_lock.get());
         m_timeStamp = dateTime;
         StreamLines lines(stream);
-        const bool complete = readHeaderInto(m_map, lines);
+        const bool complete = internal::readHeaderInto(m_map, lines);
         readSectionsInto(*this, lines);
         return complete;
     });
@@ -174,7 +165,7 @@ bool VanteroConfigFile::parseHeader(QTextStream *stream)
     return onlyThrows<ParseException, IOException>([&] {
         const QMutexLocker lock(m_lock.get());
         StreamLines lines(stream);
-        return readHeaderInto(m_map, lines);
+        return internal::readHeaderInto(m_map, lines);
     });
 }
 
@@ -192,7 +183,7 @@ bool VanteroConfigFile::parseHeader(const QString &text)
         const QMutexLocker lock(m_lock.get());
         const QString held = text; // the text may be a value of this very map
         MemoryLines lines(held);
-        return readHeaderInto(m_map, lines);
+        return internal::readHeaderInto(m_map, lines);
     });
 }
 

@@ -64,7 +64,10 @@ inline QString nameOf(vn::ArchiveError error)
                                  "OverDirectorySizeLimit",
                                  "OverEntrySizeLimit",
                                  "OverArchiveSizeLimit",
-                                 "OverRatioLimit"};
+                                 "OverRatioLimit",
+                                 "OverlappingEntries",
+                                 "Split",
+                                 "OverCollectionSizeLimit"};
     return QString::fromLatin1(names[int(error)]);
 }
 

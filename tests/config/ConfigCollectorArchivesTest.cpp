@@ -430,3 +430,25 @@ TEST_F(ConfigCollectorArchives, thatAreListedAheadHoldNoFilesOpen)
         EXPECT_EQ(reader.read(source).factoryIp, "10.0.0.1"_q);
     EXPECT_LE(openFiles(), before + 1);
 }
+
+TEST_F(ConfigCollectorArchives, haveALimitTogether)
+{
+    for (const QString &name : {"a.zip"_q, "b.zip"_q, "c.zip"_q})
+        makeByPython(path(name), {{"x.cfg"_q, camera("10.0.0.1")}});
+    const qint64 size = camera("10.0.0.1").size();
+    Options options = recursive();
+    options.collectionSizeLimit = 2 * size;
+    const QString fault = "more than the limit of %1 bytes for all archives"_q.arg(2 * size);
+    const QStringList expected = {
+        "a.zip:x.cfg: configuration: 10.0.0.1"_q, "b.zip:x.cfg: configuration: 10.0.0.1"_q,
+        "c.zip:x.cfg: entry unreadable (OverCollectionSizeLimit): "_q + fault};
+    EXPECT_EQ(collected({dir().path()}, options), expected);
+    // The same where other collectors read.
+    ConfigCollector places({dir().path()}, options);
+    QStringList lines;
+    while (const auto source = places.nextSource()) {
+        ConfigCollector reader(options);
+        lines += shown(reader.read(*source));
+    }
+    EXPECT_EQ(lines, expected);
+}
