@@ -480,6 +480,46 @@ TEST_F(ConfigCollect, doesNotCollectWhatItWrites)
     EXPECT_EQ(archive.fileListBySuffix("cfg"_q).size(), 4);
 }
 
+TEST_F(ConfigCollect, doesNotCollectWhatItWrites_howeverMuchThereIs)
+{
+    // Files get their places while the walk still goes on, which comes to them last.
+    constexpr int kFiles = 4200;
+    for (int i = 0; i < kFiles; ++i)
+        file("dir/a/%1"_q.arg(i), configOf("10.0.0.1"));
+    ASSERT_TRUE(QDir(m_dir.path()).mkpath("dir/z"_q));
+    for (const std::string jobs : {"1", "2"}) {
+        EXPECT_EQ(collect({"dir", "--recursive", "--output-folder", "dir/../dir/z", "--jobs", jobs})
+                      .exitCode,
+                  0);
+        EXPECT_EQ(content("dir/z"_q).size(), kFiles);
+        ASSERT_TRUE(QDir(path("dir/z"_q)).removeRecursively());
+        ASSERT_TRUE(QDir(m_dir.path()).mkpath("dir/z"_q));
+    }
+}
+
+TEST_F(ConfigCollect, cutsWhatIsTooLongForATable)
+{
+    file("a"_q, configOf(QByteArray(1000000, 'x')));
+    file("b"_q, configOf("10.0.0.1"));
+    for (const char *const command : {"collect", "table"}) {
+        const ToolResult result = run(command, {"a", "b"});
+        const QList<QByteArray> lines = result.out.split('\n');
+        ASSERT_EQ(lines.size(), 4);
+        EXPECT_EQ(lines[1], QByteArray(1000, 'x') + "...  VN-3.0.6.29  a");
+        EXPECT_EQ(lines[2], "10.0.0.1" + QByteArray(58, ' ') + "VN-3.0.6.29  b");
+    }
+    EXPECT_GT(run("table", {"a", "--csv"}).out.size(), 1000000);
+}
+
+TEST_F(ConfigCollect, limitsWhatAllArchivesHold)
+{
+    zip("a.zip"_q, {{"x.cfg"_q, configOf("10.0.0.1")}});
+    const ToolResult result = collect({"a.zip", "--total-size-limit", "10"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "vantero-formats: a.zip: x.cfg: more than the limit of 10 bytes for all "
+                          "archives\n");
+}
+
 TEST_F(ConfigCollect, writesTheGoodOnesBesideTheBad)
 {
     zip("bad.zip"_q, {{"one.cfg"_q, configOf("10.0.0.2")}, {"two.cfg"_q, configOf("10.0.0.3")}},

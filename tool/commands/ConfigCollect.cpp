@@ -3,6 +3,7 @@
 
 #include "tool/cli/Command.h"
 #include "tool/cli/Interrupt.h"
+#include "tool/commands/TableWriter.h"
 #include "tool/files/CollectTarget.h"
 #include "tool/files/ConfigScan.h"
 #include "tool/files/Input.h"
@@ -15,6 +16,9 @@
 namespace vn::tool {
 
 namespace {
+
+// The contents of an archive are held in memory until it is written.
+constexpr qint64 kMostInAnArchive = qint64(4) * 1024 * 1024 * 1024;
 
 /** One configuration that was found. */
 struct Collected
@@ -32,7 +36,7 @@ QString toCell(const QString &text)
     for (QChar &c : cell)
         if (c.category() == QChar::Other_Control)
             c = QLatin1Char('?');
-    return cell;
+    return cutCell(cell);
 }
 
 class ConfigCollect : public Command
@@ -80,11 +84,15 @@ public:
 
         const Interrupt interrupt;
         ConfigScan::Handler handler;
-        handler.look = [](const ScannedConfig &, const VanteroConfigFile &) { return std::any(); };
+        handler.look = [](const ScannedConfig &, const VanteroConfigMap &) { return std::any(); };
         handler.take = [this](ScannedConfig found, const std::any &) { take(std::move(found)); };
         handler.report = [this](const ScanFault &fault) { report(fault); };
         handler.idle = [] {};
         handler.wantsBytes = m_target != nullptr;
+        if (m_target)
+            handler.isOwn = [this](const QString &path) { return m_target->hasWritten(path); };
+        if (m_outputArchive)
+            m_scan.setTotalSizeLimit(kMostInAnArchive);
         const bool isComplete = m_scan.run(out, handler);
         finish(isComplete);
         show();
@@ -207,11 +215,12 @@ private:
         std::vector<int> widths(std::size_t(last), 0);
         for (const QStringList &row : rows)
             for (int i = 0; i < last; ++i)
-                widths[std::size_t(i)] = std::max(widths[std::size_t(i)], row.at(i).size());
+                widths[std::size_t(i)] =
+                    std::max(widths[std::size_t(i)], std::min(row.at(i).size(), kWidestColumn));
         for (const QStringList &row : rows) {
             QString line;
             for (int i = 0; i < last; ++i)
-                line += row.at(i).leftJustified(widths[std::size_t(i)] + 2);
+                line += row.at(i).leftJustified(widths[std::size_t(i)]) + QLatin1String("  ");
             m_out->printLine(line + row.at(last));
         }
     }

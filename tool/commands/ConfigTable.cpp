@@ -73,9 +73,13 @@ public:
 
         const Interrupt interrupt;
         ConfigScan::Handler handler;
-        handler.look = [this](const ScannedConfig &found, const VanteroConfigFile &config) {
+        handler.look = [this](const ScannedConfig &found, const VanteroConfigMap &config) {
             return std::any(rowOf(found, config));
         };
+        for (const ConfigField &field : m_fields)
+            field.addTo(handler.selection);
+        for (const ConfigFilter &filter : m_filters)
+            filter.addTo(handler.selection);
         handler.take = [this](const ScannedConfig &, const std::any &result) {
             if (const auto &row = std::any_cast<const std::optional<TableRow> &>(result)) {
                 m_writer->write(*row);
@@ -147,7 +151,7 @@ private:
     }
 
     /** The row of @p config, where it meets the conditions; on any thread. */
-    std::optional<TableRow> rowOf(const ScannedConfig &found, const VanteroConfigFile &config) const
+    std::optional<TableRow> rowOf(const ScannedConfig &found, const VanteroConfigMap &config) const
     {
         // A pattern keeps what it matched last: each call has its own.
         const std::vector<ConfigFilter> filters = m_filters;

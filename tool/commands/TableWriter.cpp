@@ -162,7 +162,7 @@ public:
     {
         QStringList cells = cellsOf(row);
         for (QString &cell : cells)
-            cell = cell.isEmpty() ? QStringLiteral("-") : escapedControls(cell);
+            cell = cell.isEmpty() ? QStringLiteral("-") : cutCell(escapedControls(cell));
         if (m_isSettled)
             return print(cells);
         m_waiting.push_back(cells);
@@ -186,7 +186,8 @@ private:
         m_widths.assign(std::size_t(m_waiting.front().size()), 0);
         for (const QStringList &cells : m_waiting)
             for (int i = 0; i < cells.size(); ++i)
-                m_widths[std::size_t(i)] = std::max(m_widths[std::size_t(i)], cells.at(i).size());
+                m_widths[std::size_t(i)] =
+                    std::max(m_widths[std::size_t(i)], std::min(cells.at(i).size(), kWidestColumn));
         m_isSettled = true;
         for (const QStringList &cells : m_waiting)
             print(cells);
@@ -197,7 +198,7 @@ private:
     {
         QString line;
         for (int i = 0; i < cells.size() - 1; ++i)
-            line += cells.at(i).leftJustified(m_widths[std::size_t(i)] + 2);
+            line += cells.at(i).leftJustified(m_widths[std::size_t(i)]) + QLatin1String("  ");
         m_out.printLine(line + cells.last());
     }
 
@@ -208,6 +209,12 @@ private:
 };
 
 } // namespace
+
+QString cutCell(const QString &cell)
+{
+    constexpr int kLongestCell = 1000;
+    return cell.size() <= kLongestCell ? cell : cell.left(kLongestCell) + QLatin1String("...");
+}
 
 void TableWriter::addFault(const ScanFault &) {}
 

@@ -47,6 +47,12 @@ public:
     virtual void finish() = 0;
 };
 
+/** @p cell for people: without what follows the first thousand characters. */
+QString cutCell(const QString &cell);
+
+/** As many characters a column has at the most; longer cells stand out. */
+constexpr int kWidestColumn = 64;
+
 /** A writer to @p out of rows with @p columns behind address, firmware and source. */
 std::unique_ptr<TableWriter> makeTableWriter(TableFormat format, const QStringList &columns,
                                              Output &out);

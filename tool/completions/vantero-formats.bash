@@ -162,14 +162,14 @@ _vantero_formats() {
         several='' arguments='file ...'
         ;;
     'config collect')
-        options='--recursive --files-from --null --source-password-file --on-error --jobs --entry-size-limit --archive-size-limit --entry-count-limit --ratio-limit --output-archive --password-file --output-folder --json --help'
-        files='--files-from|--source-password-file|--output-archive|--password-file' folders='--output-folder' others='--jobs|--entry-size-limit|--archive-size-limit|--entry-count-limit|--ratio-limit'
+        options='--recursive --files-from --null --source-password-file --on-error --jobs --entry-size-limit --archive-size-limit --total-size-limit --entry-count-limit --ratio-limit --output-archive --password-file --output-folder --json --help'
+        files='--files-from|--source-password-file|--output-archive|--password-file' folders='--output-folder' others='--jobs|--entry-size-limit|--archive-size-limit|--total-size-limit|--entry-count-limit|--ratio-limit'
         choices='--on-error=stop,skip' asked='' again=''
         several='' arguments='file ...'
         ;;
     'config table')
-        options='--recursive --files-from --null --password-file --on-error --jobs --entry-size-limit --archive-size-limit --entry-count-limit --ratio-limit --key --where --csv --jsonl --json --help'
-        files='--files-from|--password-file' folders='' others='--jobs|--entry-size-limit|--archive-size-limit|--entry-count-limit|--ratio-limit|--key|--where'
+        options='--recursive --files-from --null --password-file --on-error --jobs --entry-size-limit --archive-size-limit --total-size-limit --entry-count-limit --ratio-limit --key --where --csv --jsonl --json --help'
+        files='--files-from|--password-file' folders='' others='--jobs|--entry-size-limit|--archive-size-limit|--total-size-limit|--entry-count-limit|--ratio-limit|--key|--where'
         choices='--on-error=stop,skip' asked='--key=entry --where=condition' again='--key|--where'
         several='' arguments='file ...'
         ;;

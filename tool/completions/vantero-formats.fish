@@ -187,7 +187,7 @@ complete -c vantero-formats -n '__vantero_formats_in config redact' -l recursive
 complete -c vantero-formats -n '__vantero_formats_in config redact' -l output -d 'write the text to this file instead' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config redact' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
 complete -c vantero-formats -n '__vantero_formats_in config redact' -l dry-run -d 'print what would change as a unified diff; write nothing'
-complete -c vantero-formats -n '__vantero_formats_place "config collect" "--files-from,--source-password-file,--on-error,--jobs,--entry-size-limit,--archive-size-limit,--entry-count-limit,--ratio-limit,--output-archive,--password-file,--output-folder" "" 1 0' -F
+complete -c vantero-formats -n '__vantero_formats_place "config collect" "--files-from,--source-password-file,--on-error,--jobs,--entry-size-limit,--archive-size-limit,--total-size-limit,--entry-count-limit,--ratio-limit,--output-archive,--password-file,--output-folder" "" 1 0' -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l files-from -d 'take further paths from the lines of this file, "-" for standard input, as they come' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l null -d 'with --files-from: paths end with a zero byte, not with a line'
@@ -196,13 +196,14 @@ complete -c vantero-formats -n '__vantero_formats_in config collect' -l on-error
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l jobs -d 'read with so many threads; the default is one a processor' -x
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l entry-size-limit -d 'refuse larger entries of archives; the default is 256 MiB' -x
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l archive-size-limit -d 'refuse what exceeds this in one archive; the default is 1 GiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l total-size-limit -d 'refuse what exceeds this in all archives together; no limit unless set, but 4 GiB where an archive is written, as that is held in memory' -x
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l entry-count-limit -d 'refuse archives with more entries; the default is 1000000' -x
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l ratio-limit -d 'refuse entries of more than 16 MiB that are compressed more than so many times; the default is 1000' -x
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l output-archive -d 'write the configurations to this archive' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l password-file -d 'encrypt the archive that is written by the password in the first line of this file, "-" for standard input; without --output-archive it is that of the archives that are read' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l output-folder -d 'write the configurations to this folder' -x -a '(__fish_complete_directories)'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l json -d 'print the result as one JSON value'
-complete -c vantero-formats -n '__vantero_formats_place "config table" "--files-from,--password-file,--on-error,--jobs,--entry-size-limit,--archive-size-limit,--entry-count-limit,--ratio-limit,--key,--where" "" 1 0' -F
+complete -c vantero-formats -n '__vantero_formats_place "config table" "--files-from,--password-file,--on-error,--jobs,--entry-size-limit,--archive-size-limit,--total-size-limit,--entry-count-limit,--ratio-limit,--key,--where" "" 1 0' -F
 complete -c vantero-formats -n '__vantero_formats_in config table' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config table' -l files-from -d 'take further paths from the lines of this file, "-" for standard input, as they come' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config table' -l null -d 'with --files-from: paths end with a zero byte, not with a line'
@@ -211,6 +212,7 @@ complete -c vantero-formats -n '__vantero_formats_in config table' -l on-error -
 complete -c vantero-formats -n '__vantero_formats_in config table' -l jobs -d 'read with so many threads; the default is one a processor' -x
 complete -c vantero-formats -n '__vantero_formats_in config table' -l entry-size-limit -d 'refuse larger entries of archives; the default is 256 MiB' -x
 complete -c vantero-formats -n '__vantero_formats_in config table' -l archive-size-limit -d 'refuse what exceeds this in one archive; the default is 1 GiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config table' -l total-size-limit -d 'refuse what exceeds this in all archives together; no limit unless set, but 4 GiB where an archive is written, as that is held in memory' -x
 complete -c vantero-formats -n '__vantero_formats_in config table' -l entry-count-limit -d 'refuse archives with more entries; the default is 1000000' -x
 complete -c vantero-formats -n '__vantero_formats_in config table' -l ratio-limit -d 'refuse entries of more than 16 MiB that are compressed more than so many times; the default is 1000' -x
 complete -c vantero-formats -n '__vantero_formats_in config table' -l key -d 'a column with the values of this key' -x -a '(__vantero_formats_ask entry)'

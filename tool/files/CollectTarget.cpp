@@ -51,6 +51,7 @@ public:
             QString name = m_newNames.next(address, suffix, m_isTaken);
             while (!m_files.add(name, bytes)) // taken by somebody else meanwhile
                 name = m_newNames.instead(name, m_isTaken);
+            m_places.insert(name, m_names.size());
             m_names += name;
         } catch (const ExceptionQt &e) {
             throw tool::outputError(e, m_folder.path());
@@ -74,13 +75,22 @@ public:
 
     bool isUsefulInPart() const override { return true; }
 
+    bool hasWritten(const QString &path) const override
+    {
+        const QString name = path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
+        return m_places.contains(name) &&
+               QFileInfo(path).canonicalPath() == m_folder.canonicalPath();
+    }
+
 private:
     void rename(const QString &name)
     {
         QString other = m_newNames.instead(name, m_isTaken);
         while (!m_files.rename(name, other))
             other = m_newNames.instead(other, m_isTaken);
-        m_names[m_names.lastIndexOf(name)] = other;
+        const int place = m_places.take(name);
+        m_names[place] = other;
+        m_places.insert(other, place);
     }
 
     QDir m_folder;
@@ -89,7 +99,8 @@ private:
     const NewNames::IsTaken m_isTaken = [this](const QString &name) {
         return m_files.contains(name);
     };
-    qint64 m_bytes = 0; // that wait
+    QHash<QString, int> m_places; // in the names
+    qint64 m_bytes = 0;           // that wait
 };
 
 class ArchiveTarget : public CollectTarget
@@ -107,7 +118,7 @@ public:
     {
         try {
             if (m_names.isEmpty())
-                m_writer.open();
+                m_writer.openNew();
             const QString name =
                 m_newNames.next(address, suffix, [](const QString &) { return false; });
             QBuffer buffer;
@@ -123,8 +134,6 @@ public:
 
     void finish() override
     {
-        if (isThere(m_path)) // since the beginning somebody else may have made it
-            throw outputError(QStringLiteral("there already"), m_path);
         try {
             if (!m_names.isEmpty())
                 m_writer.close();
@@ -134,6 +143,8 @@ public:
     }
 
     bool isUsefulInPart() const override { return false; }
+
+    bool hasWritten(const QString &) const override { return false; } // it appears at the end
 
 private:
     QString m_path;

@@ -59,6 +59,9 @@ public:
      */
     virtual bool isUsefulInPart() const = 0;
 
+    /** Whether the file at @p path is one of those that were written. */
+    virtual bool hasWritten(const QString &path) const = 0;
+
     /** What was written, in its order. A name may change until finish(): where somebody else takes
      * it meanwhile. */
     const QStringList &names() const { return m_names; }

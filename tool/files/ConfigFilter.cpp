@@ -6,6 +6,7 @@
 #include "tool/cli/Closest.h"
 #include "tool/cli/ToolError.h"
 
+#include "config/ConfigSelection.h"
 #include "config/VanteroConfigFile.h"
 
 #include <algorithm>
@@ -39,50 +40,42 @@ int endOfField(const QString &text)
 // ---- ConfigField -------------------------------------------------------------------------------
 
 ConfigField::ConfigField(const char *option, const QString &whole, int length)
-    : m_kind(Kind::Entry)
+    : m_name(whole.left(length))
+    , m_section(VanteroConfigFile::HEAD_SECTION)
 {
-    const QString text = whole.left(length);
-    if (text == QLatin1String("address")) {
-        m_kind = Kind::Address;
-    } else if (text == QLatin1String("firmware")) {
-        m_kind = Kind::Firmware;
+    if (m_name == QLatin1String("address")) {
+        m_key = VanteroConfigFile::FACTORY_IP;
+    } else if (m_name == QLatin1String("firmware")) {
+        m_isFirmware = true;
+        m_key = VanteroConfigFile::SOFTWARE_VERSION;
     } else {
-        const int slash = text.indexOf(QLatin1Char('/'));
+        const int slash = m_name.indexOf(QLatin1Char('/'));
         if (slash < 0)
             throw errorAt(
                 option, whole, length,
                 QStringLiteral("neither \"address\" nor \"firmware\" nor SECTION/KEY") +
-                    didYouMean(text, {QStringLiteral("address"), QStringLiteral("firmware")}));
+                    didYouMean(m_name, {QStringLiteral("address"), QStringLiteral("firmware")}));
         if (slash == 0)
             throw errorAt(option, whole, 0, QStringLiteral("no SECTION before the \"/\""));
         if (slash + 1 == length)
             throw errorAt(option, whole, length, QStringLiteral("no KEY behind the \"/\""));
-        m_section = text.left(slash);
-        m_key = text.mid(slash + 1);
+        m_isEntry = true;
+        m_section = m_name.left(slash);
+        m_key = m_name.mid(slash + 1);
     }
 }
 
-QString ConfigField::toString() const
+QStringList ConfigField::valuesIn(const VanteroConfigMap &config) const
 {
-    return m_kind == Kind::Address    ? QStringLiteral("address")
-           : m_kind == Kind::Firmware ? QStringLiteral("firmware")
-                                      : m_section + QLatin1Char('/') + m_key;
+    if (m_isEntry)
+        return config.values(m_section, m_key);
+    const QString &value = config.value(m_section, m_key, 0); // a configuration has one address
+    return value.isNull() ? QStringList() : QStringList(value);
 }
 
-QStringList ConfigField::valuesIn(const VanteroConfigFile &config) const
+void ConfigField::addTo(ConfigSelection &selection) const
 {
-    const auto asList = [](const QString &value) {
-        return value.isNull() ? QStringList() : QStringList(value);
-    };
-    switch (m_kind) {
-    case Kind::Address:
-        return asList(config.getFactoryIP());
-    case Kind::Firmware:
-        return asList(config.getSoftwareVersion());
-    case Kind::Entry:
-        break;
-    }
-    return config.section(m_section).values(m_key);
+    selection.add(m_section, m_key);
 }
 
 // ---- ConfigFilter ------------------------------------------------------------------------------
@@ -151,7 +144,7 @@ bool ConfigFilter::matches(const QString &value) const
     }
 }
 
-bool ConfigFilter::matches(const VanteroConfigFile &config) const
+bool ConfigFilter::matches(const VanteroConfigMap &config) const
 {
     QStringList values = m_field.valuesIn(config);
     if (m_operator == Operator::IsThere)

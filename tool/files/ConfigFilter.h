@@ -14,7 +14,8 @@
 
 namespace vn {
 
-class VanteroConfigFile;
+class ConfigSelection;
+class VanteroConfigMap;
 
 namespace tool {
 
@@ -33,16 +34,19 @@ public:
     }
 
     /** "ethernet/NTP" */
-    QString toString() const;
-    bool isFirmware() const { return m_kind == Kind::Firmware; }
+    const QString &toString() const { return m_name; }
+    bool isFirmware() const { return m_isFirmware; }
 
     /** Its values in @p config, the newest first; none where it is missing. */
-    QStringList valuesIn(const VanteroConfigFile &config) const;
+    QStringList valuesIn(const VanteroConfigMap &config) const;
+
+    /** Has @p selection keep what valuesIn() looks for. */
+    void addTo(ConfigSelection &selection) const;
 
 private:
-    enum class Kind { Address, Firmware, Entry };
-
-    Kind m_kind;
+    QString m_name;
+    bool m_isFirmware = false;
+    bool m_isEntry = false; // no value of the header
     QString m_section;
     QString m_key;
 };
@@ -65,7 +69,10 @@ public:
     /** Reads the condition @p text. @throws ToolError (bad input) with a caret */
     explicit ConfigFilter(const QString &text);
 
-    bool matches(const VanteroConfigFile &config) const;
+    bool matches(const VanteroConfigMap &config) const;
+
+    /** Has @p selection keep what matches() looks for. */
+    void addTo(ConfigSelection &selection) const { m_field.addTo(selection); }
 
 private:
     enum class Operator {

@@ -13,9 +13,9 @@
 #include "base/Exceptions.h"
 #include "base/FileUtils.h"
 #include "base/StringUtils.h"
+#include "config/VanteroConfigFile.h"
 #include "config/VanteroConfigText.h"
 
-#include <QtCore/QDateTime>
 #include <QtCore/QThread>
 
 #include <algorithm>
@@ -87,8 +87,11 @@ constexpr const char *kArchiveReasons[] = {
     "over-entry-size-limit",
     "over-archive-size-limit",
     "over-ratio-limit",
+    "overlapping-entries",
+    "split-archive",
+    "over-total-size-limit",
 };
-static_assert(std::size(kArchiveReasons) == std::size_t(ArchiveError::OverRatioLimit) + 1);
+static_assert(std::size(kArchiveReasons) == std::size_t(ArchiveError::OverCollectionSizeLimit) + 1);
 
 ScanFault makeFault(const ScannedConfig &found, const QString &reason, const QString &message,
                     bool isWarning = false, int line = 0)
@@ -180,14 +183,14 @@ private:
     {
         config.address = found.factoryIp;
         config.firmware = found.softwareVersion;
-        VanteroConfigFile file;
+        VanteroConfigMap values;
         try {
-            (void)file.parse(found.text, QDateTime::currentDateTime());
+            (void)m_handler.selection.parse(found.text, values);
         } catch (const ParseException &) {
-            // What was read before stays in the file.
+            // What was read before counts.
             config.broken = countSections(found.text, VanteroConfigText::Form::Configuration);
         }
-        finish(found, std::move(config), file, outcome);
+        finish(found, std::move(config), values, outcome);
     }
 
     void readImage(ConfigCollector::Found &found, ScannedConfig config, Outcome &outcome) const
@@ -210,15 +213,15 @@ private:
         config.isImage = true;
         config.address = file.getFactoryIP();
         config.firmware = file.getSoftwareVersion();
-        finish(found, std::move(config), file, outcome);
+        finish(found, std::move(config), file.map(), outcome);
     }
 
-    void finish(ConfigCollector::Found &found, ScannedConfig config, const VanteroConfigFile &file,
+    void finish(ConfigCollector::Found &found, ScannedConfig config, const VanteroConfigMap &values,
                 Outcome &outcome) const
     {
         if (m_handler.wantsBytes)
             config.bytes = found.bytes;
-        outcome.result = m_handler.look(config, file);
+        outcome.result = m_handler.look(config, values);
         if (config.broken) {
             outcome.fault =
                 makeFault(config, QStringLiteral("sections-broken"), config.broken->toString());
@@ -294,6 +297,7 @@ public:
     const char *passwordOption = nullptr;
     std::optional<qint64> entrySize;
     std::optional<qint64> archiveSize;
+    std::optional<qint64> totalSize;
     std::optional<qint64> entryCount;
     std::optional<qint64> ratio;
 
@@ -348,6 +352,10 @@ void ConfigScan::declare(Arguments &arguments, const char *passwordOption)
     arguments.option("--archive-size-limit", "BYTES",
                      "refuse what exceeds this in one archive; the default is 1 GiB",
                      d->archiveSize, 0, kLargest);
+    arguments.option("--total-size-limit", "BYTES",
+                     "refuse what exceeds this in all archives together; no limit unless set, but "
+                     "4 GiB where an archive is written, as that is held in memory",
+                     d->totalSize, 0, kLargest);
     arguments.option("--entry-count-limit", "N",
                      "refuse archives with more entries; the default is 1000000", d->entryCount, 0,
                      kLargestInt);
@@ -355,6 +363,12 @@ void ConfigScan::declare(Arguments &arguments, const char *passwordOption)
                      "refuse entries of more than 16 MiB that are compressed more than so many "
                      "times; the default is 1000",
                      d->ratio, 1, kLargestInt);
+}
+
+void ConfigScan::setTotalSizeLimit(qint64 bytes)
+{
+    if (!d->totalSize)
+        d->totalSize = bytes;
 }
 
 void ConfigScan::setPasswordFile(const QString &name)
@@ -373,6 +387,7 @@ ConfigCollector::Options ConfigScan::Private::options() const
         QStringList{kConfigSuffix, QStringLiteral("jpg"), QStringLiteral("jpeg")};
     result.entrySizeLimit = entrySize;
     result.archiveSizeLimit = archiveSize;
+    result.collectionSizeLimit = totalSize;
     if (entryCount)
         result.entryCountLimit = int(*entryCount);
     if (ratio)
@@ -401,12 +416,23 @@ void ConfigScan::Private::scan(const QStringList &list, const Handler &handler, 
 {
     const ConfigCollector::Options collectorOptions = options();
     ConfigCollector collector(list, collectorOptions);
+    const auto isOwn = [&](const QString &path, const QString &entry) {
+        return entry.isNull() && handler.isOwn && handler.isOwn(path);
+    };
+    const auto nextSource = [&] {
+        auto source = collector.nextSource();
+        while (source && isOwn(source->path, source->entry))
+            source = collector.nextSource();
+        return source;
+    };
     if (progress.isPossible() && !filesFrom && collector.measure())
         progress.setTotal(collector.progress().filesLeft, collector.progress().bytesLeft);
     const Examiner examiner(handler, passwordOption);
     const int threads = int(jobs.value_or(QThread::idealThreadCount()));
     if (threads == 1) {
         while (auto found = collector.next()) {
+            if (isOwn(found->path, found->entry))
+                continue;
             Outcome outcome = examiner.examine(std::move(*found));
             deliver(outcome, handler, progress);
             handler.idle();
@@ -416,9 +442,10 @@ void ConfigScan::Private::scan(const QStringList &list, const Handler &handler, 
     Collectors collectors(collectorOptions);
     OrderedWork<ConfigCollector::Source, Outcome> work(threads);
     work.run(
-        [&] { return collector.nextSource(); },
+        nextSource,
         [&](const ConfigCollector::Source &source) {
-            return examiner.examine(collectors.read(source));
+            // What is read after a signal nobody takes.
+            return Interrupt::stopped() ? Outcome() : examiner.examine(collectors.read(source));
         },
         [&](Outcome &outcome) { deliver(outcome, handler, progress); }, handler.idle,
         [](const Outcome &outcome) { return outcome.config ? outcome.config->bytes.size() : 0; });

@@ -9,7 +9,7 @@
 #include "tool/cli/ToolError.h"
 
 #include "config/ConfigCollector.h"
-#include "config/VanteroConfigFile.h"
+#include "config/ConfigSelection.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -77,6 +77,9 @@ public:
      * that for the password of the archives that are read. */
     void declare(Arguments &arguments, const char *passwordOption);
 
+    /** Limits what all archives hold together, where its option was not given. */
+    void setTotalSizeLimit(qint64 bytes);
+
     /** Takes the password of the archives that are read from the file @p name, where its option was
      * not given. */
     void setPasswordFile(const QString &name);
@@ -86,7 +89,9 @@ public:
     {
         /** Looks at one configuration, its values in @p config, on any thread. What it returns goes
          * to take(). */
-        std::function<std::any(const ScannedConfig &found, const VanteroConfigFile &config)> look;
+        std::function<std::any(const ScannedConfig &found, const VanteroConfigMap &config)> look;
+        /** What look() needs of a configuration besides its header. */
+        ConfigSelection selection;
         /** Gets what was found and what look() made of it, in the order of the sources, on the
          * calling thread. */
         std::function<void(ScannedConfig found, std::any result)> take;
@@ -94,6 +99,9 @@ public:
         std::function<void(const ScanFault &fault)> report;
         /** Nothing is at hand; what has been taken should be seen. */
         std::function<void()> idle;
+        /** Whether the command itself has written the file at this path, which then does not count;
+         * may be missing. */
+        std::function<bool(const QString &path)> isOwn;
         /** Whether take() needs the bytes. */
         bool wantsBytes = false;
     };

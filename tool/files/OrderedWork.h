@@ -6,12 +6,14 @@
 
 #include <QtCore/QThreadPool>
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <exception>
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace vn::tool {
@@ -19,9 +21,10 @@ namespace vn::tool {
 /**
  * Work on many things by several threads, its results taken in the order of the things.
  *
- * Things are handed out in runs of neighbours. No more of them wait than keeps all threads busy,
- * and a thread waits with the next one while results of more than kMostBytes have not been taken,
- * but for the one that is to be taken next.
+ * Things are handed out in runs of neighbours, whose results are taken together, but sooner where
+ * they are large or slow. No more runs wait than keep all threads busy,
+ * and a thread waits with the next thing while results of more than kMostBytes have not been taken,
+ * but for the run that is to be taken next.
  */
 template <typename Thing, typename Result>
 class OrderedWork
@@ -54,16 +57,16 @@ public:
                     isAtEnd = !start(next, work, sizeOf);
                 if (m_runs.empty())
                     break;
-                takeRun(*m_runs.front(), take, idle, sizeOf);
+                takeRun(*m_runs.front(), take, idle);
                 const std::lock_guard<std::mutex> lock(m_mutex);
                 m_runs.pop_front();
-                m_changed.notify_all(); // another one is to be taken next
+                m_room.notify_all(); // another one is to be taken next
             }
         } catch (...) {
             {
                 const std::lock_guard<std::mutex> lock(m_mutex);
                 m_isGivenUp = true;
-                m_changed.notify_all();
+                m_room.notify_all();
             }
             m_pool.waitForDone();
             throw;
@@ -71,15 +74,18 @@ public:
     }
 
 private:
-    static constexpr std::size_t kRun = 16;
+    static constexpr std::size_t kRun = 32;
     static constexpr std::size_t kRunsAThread = 4;
     static constexpr qint64 kMostBytes = 64 * 1024 * 1024;
+    static constexpr qint64 kLargeBatch = 1024 * 1024;
+    static constexpr auto kLongWait = std::chrono::milliseconds(20);
 
     struct Run
     {
         std::vector<Thing> things;
-        std::vector<std::optional<Result>> results; // as many as things
-        std::size_t taken = 0;
+        std::vector<Result> results; // that are ready and not taken, in the order of things
+        qint64 bytes = 0;            // of them
+        bool isDone = false;         // no more will come
         std::exception_ptr exception;
     };
 
@@ -94,12 +100,12 @@ private:
             if (thing)
                 run->things.push_back(std::move(*thing));
         }
-        run->results.resize(run->things.size());
         if (!run->things.empty()) {
             {
                 const std::lock_guard<std::mutex> lock(m_mutex);
                 m_runs.push_back(run);
             }
+            run->results.reserve(run->things.size());
             m_pool.start([this, run, &work, &sizeOf] { workOn(*run, work, sizeOf); });
         }
         return !isAtEnd;
@@ -109,15 +115,6 @@ private:
     void workOn(Run &run, Work &work, SizeOf &sizeOf)
     {
         for (std::size_t i = 0; i < run.things.size(); ++i) {
-            {
-                std::unique_lock<std::mutex> lock(m_mutex);
-                m_changed.wait(lock, [&] {
-                    return m_isGivenUp || m_waiting <= kMostBytes ||
-                           (&run == m_runs.front().get() && i == run.taken);
-                });
-                if (m_isGivenUp)
-                    return;
-            }
             std::optional<Result> result;
             std::exception_ptr exception;
             try {
@@ -125,46 +122,75 @@ private:
             } catch (...) {
                 exception = std::current_exception();
             }
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            if (result)
-                m_waiting += sizeOf(*result);
-            run.results[i] = std::move(result);
+            std::unique_lock<std::mutex> lock(m_mutex);
+            if (result) {
+                const qint64 bytes = sizeOf(*result);
+                run.results.push_back(std::move(*result));
+                run.bytes += bytes;
+                m_waiting += bytes;
+            }
             run.exception = exception;
-            m_changed.notify_all();
-            if (exception)
+            run.isDone = exception || i + 1 == run.things.size();
+            if (m_awaited == &run && (m_isUrgent || run.isDone || run.bytes >= kLargeBatch))
+                m_ready.notify_one();
+            m_room.wait(lock, [&] {
+                return m_isGivenUp || run.isDone || m_waiting <= kMostBytes ||
+                       &run == m_runs.front().get();
+            });
+            if (m_isGivenUp || run.isDone)
                 return;
         }
     }
 
-    template <typename Take, typename Idle, typename SizeOf>
-    void takeRun(Run &run, Take &take, Idle &idle, SizeOf &sizeOf)
+    template <typename Take, typename Idle>
+    void takeRun(Run &run, Take &take, Idle &idle)
     {
-        for (std::size_t i = 0; i < run.things.size(); ++i) {
-            std::optional<Result> result;
+        std::vector<Result> results;
+        for (bool isDone = false; !isDone;) {
             {
                 std::unique_lock<std::mutex> lock(m_mutex);
-                const auto isReady = [&] { return run.results[i] || run.exception; };
-                if (!isReady()) {
-                    lock.unlock();
-                    idle();
-                    lock.lock();
-                }
-                m_changed.wait(lock, isReady);
-                if (!run.results[i])
-                    std::rethrow_exception(run.exception);
-                result = std::move(run.results[i]);
-                run.results[i].reset();
-                m_waiting -= sizeOf(*result);
-                run.taken = i + 1;
-                m_changed.notify_all();
+                awaitResults(run, idle, lock);
+                results.swap(run.results);
+                const bool wasFull = m_waiting > kMostBytes;
+                m_waiting -= std::exchange(run.bytes, 0);
+                if (wasFull)
+                    m_room.notify_all();
+                isDone = run.isDone;
             }
-            take(*result);
+            for (Result &result : results)
+                take(result);
+            results.clear();
         }
+        if (run.exception)
+            std::rethrow_exception(run.exception);
+    }
+
+    /** Waits for the end of the run or many bytes, and for any result at all where it takes long:
+     * to be woken for each would cost more than many a result. */
+    template <typename Idle>
+    void awaitResults(Run &run, Idle &idle, std::unique_lock<std::mutex> &lock)
+    {
+        const auto isWorthIt = [&] { return run.isDone || run.bytes >= kLargeBatch; };
+        if (isWorthIt())
+            return;
+        lock.unlock();
+        idle();
+        lock.lock();
+        m_awaited = &run;
+        if (!m_ready.wait_for(lock, kLongWait, isWorthIt)) {
+            m_isUrgent = true;
+            m_ready.wait(lock, [&] { return run.isDone || !run.results.empty(); });
+            m_isUrgent = false;
+        }
+        m_awaited = nullptr;
     }
 
     const int m_threads;
-    std::mutex m_mutex; // guards all that follows, and what is in the runs
-    std::condition_variable m_changed;
+    std::mutex m_mutex;              // guards all that follows, and what is in the runs
+    std::condition_variable m_ready; // results of the run that is awaited
+    std::condition_variable m_room;  // for more results, or none are wanted
+    const Run *m_awaited = nullptr;
+    bool m_isUrgent = false;                 // any result of it
     std::deque<std::shared_ptr<Run>> m_runs; // that are not taken, the next one first
     qint64 m_waiting = 0;                    // bytes of results that are not taken
     bool m_isGivenUp = false;
