@@ -386,9 +386,9 @@ QByteArray ZipDecoder::withoutPadding(const ZipEntry &entry) const
         return QByteArray();
     rest.chop(padding);
     rest.insert(nameSize, QByteArray(padding, '_'));
-    qToLittleEndian(static_cast<std::uint16_t>(nameSize + padding), header.data() + 26);
-    qToLittleEndian(static_cast<std::uint16_t>(extraSize - padding), header.data() + 28);
-    return header + rest;
+    char sizes[4];
+    Record(sizes).put16(nameSize + padding).put16(extraSize - padding);
+    return header.replace(26, sizeof sizes, sizes, sizeof sizes) + rest;
 }
 
 void ZipDecoder::decodeOnce(int index, EntryContent *content)
