@@ -68,6 +68,7 @@ public:
         /** What the new file could not keep. */
         Losses losses;
 
+        /** Whether the file has been replaced. */
         explicit operator bool() const noexcept { return isReplaced; }
     };
 
