@@ -66,7 +66,7 @@ private:
 
 int openDescriptors()
 {
-    return QDir("/proc/self/fd"_q).count();
+    return static_cast<int>(QDir("/proc/self/fd"_q).count());
 }
 
 /** Lets a timer interrupt the process's system calls again and again. */

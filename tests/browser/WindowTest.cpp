@@ -27,7 +27,13 @@ public:
         QApplication::setDoubleClickInterval(400);
         QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     }
-    void TearDown() override { m_application.reset(); }
+    void TearDown() override
+    {
+        // A button in a line that fades in has an animation that nobody else owns: let it end.
+        constexpr int kFadingMs = 160;
+        QTest::qWait(2 * kFadingMs);
+        m_application.reset();
+    }
 
 private:
     int m_count = 1;
