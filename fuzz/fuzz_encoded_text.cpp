@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QByteArray bytes = input.left(input.size() / 2);
     QString text(QLatin1String(""));
     for (int i = bytes.size(); i + 1 < input.size(); i += 2)
-        text += QChar(input.at(i), input.at(i + 1));
+        text += QChar(static_cast<uchar>(input.at(i)), static_cast<uchar>(input.at(i + 1)));
 
     const EncodedText file(bytes);
     FUZZ_CHECK(file.bytes() == bytes);

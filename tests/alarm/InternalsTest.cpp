@@ -61,6 +61,13 @@ extern "C" void *__wrap_malloc(std::size_t size)
     return __real_malloc(size);
 }
 
+// What some compilers make of malloc() and memset().
+extern "C" void *__real_calloc(std::size_t number, std::size_t size);
+extern "C" void *__wrap_calloc(std::size_t number, std::size_t size)
+{
+    return s_allocationsThatWork == 0 ? nullptr : __real_calloc(number, size);
+}
+
 void *operator new(std::size_t size)
 {
     if (size == sizeof(QVariant))
