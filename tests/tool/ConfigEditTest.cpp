@@ -364,7 +364,7 @@ TEST(ConfigEdit, malformedTextIsRefusedWithItsLine)
                       QByteArray("vantero-formats: ") + row.message + '\n');
 }
 
-TEST(ConfigEdit, whatIsNoEightBitTextIsRefusedAndStays)
+TEST(ConfigCommands, refuseWhatIsNoEightBitTextAndItStays)
 {
     const QByteArray littleEndian("\xFF\xFE#\0:\0"
                                   "1\0\n\0",
@@ -377,13 +377,15 @@ TEST(ConfigEdit, whatIsNoEightBitTextIsRefusedAndStays)
         QByteArray bytes;
         const char *reason;
     } rows[] = {
-        {littleEndian, "UTF-16; only UTF-8 and Latin-1 can be edited"},
-        {bigEndian, "UTF-16; only UTF-8 and Latin-1 can be edited"},
+        {littleEndian, "UTF-16; configurations are UTF-8 or Latin-1"},
+        {bigEndian, "UTF-16; configurations are UTF-8 or Latin-1"},
         {littleEndian.mid(2), "no text: it holds zero bytes"},
         {kHead + QByteArray(1, '\0'), "no text: it holds zero bytes"},
     };
     const QTemporaryDir dir;
     const std::string path = dir.filePath("cam.cfg"_q).toStdString();
+    const std::string good = dir.filePath("good.cfg"_q).toStdString();
+    writeFile(good, kHead);
     for (const auto &row : rows) {
         writeFile(path, row.bytes);
         for (const std::vector<std::string> &command : std::vector<std::vector<std::string>>{
@@ -392,7 +394,13 @@ TEST(ConfigEdit, whatIsNoEightBitTextIsRefusedAndStays)
                  {"config", "unset", path, "s", "k", "--in-place"},
                  {"config", "remove", path, "s", "--in-place"},
                  {"config", "splice", path, path, "s", "--in-place"},
-                 {"config", "redact", path, "--in-place"}}) {
+                 {"config", "redact", path, "--in-place"},
+                 {"config", "splice", good, path, "s", "--in-place"},
+                 {"config", "show", path},
+                 {"config", "diff", path, good},
+                 {"config", "diff", good, path},
+                 {"config", "merge", path, good},
+                 {"config", "merge", good, path}}) {
             const ToolResult result = runTool(command);
             EXPECT_EQ(result.exitCode, 2);
             EXPECT_EQ(result.out, "");
@@ -401,6 +409,11 @@ TEST(ConfigEdit, whatIsNoEightBitTextIsRefusedAndStays)
             EXPECT_EQ(readFile(path), row.bytes);
         }
     }
+    EXPECT_EQ(readFile(good), kHead);
+    writeFile(path, littleEndian);
+    expectRun(runTool({"config", "lint", path}), 2, "",
+              "vantero-formats: " + QByteArray::fromStdString(path) +
+                  ": UTF-16; configurations are UTF-8 or Latin-1\n");
 }
 
 TEST(ConfigEdit, keepsAByteOrderMarkInAnArgument)

@@ -38,6 +38,18 @@ QString imageComment(const ConfigSource &source)
     return FileUtils::decodeText(comment);
 }
 
+/** All bytes are Latin-1, so an archive or UTF-16 would pass for a text without sections. */
+void requireEightBit(const ConfigSource &source)
+{
+    const auto refusal = [&source](const char *reason) {
+        return ToolError(ExitCode::BadInput, QString::fromLatin1(reason)).at(source.name);
+    };
+    if (source.bytes.startsWith("PK\x03\x04") || source.bytes.startsWith("PK\x05\x06"))
+        throw refusal("a zip archive; \"config collect\" reads its configurations");
+    if (source.bytes.startsWith("\xFF\xFE") || source.bytes.startsWith("\xFE\xFF"))
+        throw refusal("UTF-16; configurations are UTF-8 or Latin-1");
+}
+
 } // namespace
 
 void requireWellFormed(const VanteroConfigText &text, const QString &name)
@@ -91,18 +103,17 @@ VanteroConfigFile parseConfig(const QString &text, const QString &name, bool *ha
     return config;
 }
 
-void refuseArchive(const ConfigSource &source)
+void requireText(const ConfigSource &source)
 {
-    if (source.bytes.startsWith("PK\x03\x04") || source.bytes.startsWith("PK\x05\x06"))
-        throw ToolError(
-            ExitCode::BadInput,
-            QStringLiteral("a zip archive; \"config collect\" reads its configurations"))
+    requireEightBit(source);
+    if (source.bytes.contains('\0'))
+        throw ToolError(ExitCode::BadInput, QStringLiteral("no text: it holds zero bytes"))
             .at(source.name);
 }
 
 VanteroConfigText configText(const ConfigSource &source)
 {
-    refuseArchive(source);
+    requireEightBit(source);
     if (isJpeg(source.bytes))
         return VanteroConfigText(imageComment(source), VanteroConfigText::Form::ImageComment);
     return VanteroConfigText(FileUtils::decodeText(source.bytes));
@@ -156,9 +167,9 @@ void warnOfLosses(const VanteroConfigText &text, const QString &name, Output &ou
 
 ConfigInput readConfig(const ConfigSource &source, Output &out)
 {
-    refuseArchive(source);
     ConfigInput result;
     if (!isJpeg(source.bytes)) {
+        requireText(source);
         const QString text = FileUtils::decodeText(source.bytes);
         bool hasVersionLines = false;
         result.config = parseConfig(text, source.name, &hasVersionLines);

@@ -38,12 +38,13 @@ ConfigInput readConfig(const QString &name, Output &out);
  * edit finds it. What else reading loses stays in an edited text. */
 void warnOfLostSection(const QString &text, const QString &name, Output &out);
 
-/** The text of @p source, which of an image is its comment; the form says which.
- * @throws ToolError when it is an archive, or an image without a comment */
+/** The text of @p source, which of an image is its comment; the form says which. Zero bytes are
+ * characters of it.
+ * @throws ToolError when it is an archive or UTF-16, or an image without a comment */
 VanteroConfigText configText(const ConfigSource &source);
 
-/** @throws ToolError when @p source is an archive, which would pass for a text without sections */
-void refuseArchive(const ConfigSource &source);
+/** @throws ToolError when @p source is an archive or UTF-16, or holds zero bytes */
+void requireText(const ConfigSource &source);
 
 /**
  * Parses @p text, the content of the file @p name.

@@ -14,18 +14,11 @@ ConfigTextFile::ConfigTextFile(const ConfigSource &source)
     : m_name(source.name)
     , m_text(source.bytes)
 {
-    refuseArchive(source);
     if (isJpeg(source.bytes))
         throw ToolError(ExitCode::BadInput,
                         QStringLiteral("a JPEG image; only configuration texts can be edited"))
             .at(m_name);
-    // As Latin-1, which all bytes are, it would get 8-bit text among its own.
-    const bool isUtf16 = source.bytes.startsWith("\xFF\xFE") || source.bytes.startsWith("\xFE\xFF");
-    if (isUtf16 || source.bytes.contains('\0'))
-        throw ToolError(ExitCode::BadInput,
-                        isUtf16 ? QStringLiteral("UTF-16; only UTF-8 and Latin-1 can be edited")
-                                : QStringLiteral("no text: it holds zero bytes"))
-            .at(m_name);
+    requireText(source); // it would get 8-bit text among its own
 }
 
 ConfigTextFile::ConfigTextFile(const QString &name)
