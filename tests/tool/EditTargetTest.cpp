@@ -348,30 +348,42 @@ TEST_F(EditTarget, patchAppliesTheDryRun)
     }
 }
 
+/** A text of few different lines, so that there are many ways to align it with another one. */
+QByteArray randomSections(Random &random)
+{
+    QByteArray text = "#:1\n#:2\n\n";
+    for (unsigned block = 1 + random.below(8); block > 0; --block) {
+        const QByteArray name(1, static_cast<char>('a' + random.below(4)));
+        text += "SECTION " + name + '\n';
+        for (unsigned line = random.below(9); line > 0; --line)
+            text += random.below(3) ? "k=1\n" : random.below(2) ? "# c\n" : "\n";
+        text += "ENDSECTION " + name + (random.below(2) ? "\n" : "\n\n");
+    }
+    if (random.below(3) == 0)
+        text.chop(1);
+    return text;
+}
+
 TEST_F(EditTarget, patchAppliesDiffsOfRandomTexts)
 {
     Random random(77);
-    for (int round = 0; round < 60; ++round) {
-        // Texts of few different lines, from which three sections go: many ways to align them.
-        QByteArray text = "#:1\n#:2\n\n";
-        for (unsigned block = 1 + random.below(8); block > 0; --block) {
-            const QByteArray name(1, static_cast<char>('a' + random.below(4)));
-            text += "SECTION " + name + '\n';
-            for (unsigned line = random.below(9); line > 0; --line)
-                text += random.below(3) ? "k=1\n" : random.below(2) ? "# c\n" : "\n";
-            text += "ENDSECTION " + name + (random.below(2) ? "\n" : "\n\n");
-        }
-        if (random.below(3) == 0)
-            text.chop(1);
+    const std::vector<std::string> commands[] = {
+        {"config", "remove", "a.cfg", "a", "b", "c", "--section-comments"},
+        {"config", "splice", "a.cfg", "b.cfg", "a"}};
+    for (int round = 0; round < 120; ++round) {
+        const QByteArray text = randomSections(random);
         ASSERT_NO_FATAL_FAILURE(writeFile(path("a.cfg"), text));
-        ToolCall call{{"config", "remove", "a.cfg", "a", "b", "c", "--section-comments"}};
+        ASSERT_NO_FATAL_FAILURE(writeFile(path("b.cfg"), randomSections(random)));
+        ToolCall call{commands[round % 2]};
         call.folder = m_folder.path().toStdString();
-        const QByteArray edited = runTool(call).out;
+        const ToolResult edited = runTool(call);
+        if (edited.exitCode == 1) // neither has the section
+            continue;
         call.arguments.push_back("--dry-run");
         const QByteArray diff = runTool(call).out;
-        if (edited != text)
+        if (edited.out != text)
             applyPatch(call.folder, diff);
-        EXPECT_EQ(readFile(path("a.cfg")), edited) << diff.toStdString();
+        EXPECT_EQ(readFile(path("a.cfg")), edited.out) << diff.toStdString();
         if (HasFailure())
             return;
     }

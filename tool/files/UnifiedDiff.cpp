@@ -54,6 +54,24 @@ LineChange trimmed(LineChange change, const std::vector<QByteArray> &before,
     return change;
 }
 
+/** Adds the change without what is the same in both. Empty lines with which the new lines begin and
+ * end, as around a section that is put in the place of another, are changes of their own. */
+void addTrimmed(const LineChange &change, const std::vector<QByteArray> &before,
+                const std::vector<QByteArray> &after, std::vector<LineChange> &changes)
+{
+    const LineChange all = trimmed(change, before, after);
+    LineChange inner = all;
+    while (inner.newBegin < inner.newEnd && after[std::size_t(inner.newBegin)] == "\n")
+        ++inner.newBegin;
+    while (inner.newBegin < inner.newEnd && after[std::size_t(inner.newEnd - 1)] == "\n")
+        --inner.newEnd;
+    for (const LineChange &part :
+         {LineChange{all.begin, all.begin, all.newBegin, inner.newBegin},
+          trimmed(inner, before, after), LineChange{all.end, all.end, inner.newEnd, all.newEnd}})
+        if (part.begin < part.end || part.newBegin < part.newEnd)
+            changes.push_back(part);
+}
+
 /** "start,count" of a hunk's head, as `diff` writes it. */
 QByteArray range(int begin, int count)
 {
@@ -161,15 +179,10 @@ QByteArray unifiedDiff(const QByteArray &before, const QByteArray &after,
     }
     if (!changes.empty() && changes.back().end == count) // the last line need not be ended
         changes.back().newEnd = int(b.size());
-    for (LineChange &change : changes)
-        change = trimmed(change, a, b);
-    changes.erase(std::remove_if(changes.begin(), changes.end(),
-                                 [](const LineChange &change) {
-                                     return change.begin == change.end &&
-                                            change.newBegin == change.newEnd;
-                                 }),
-                  changes.end());
-    return printed(a, b, changes, name);
+    std::vector<LineChange> differences;
+    for (const LineChange &change : changes)
+        addTrimmed(change, a, b, differences);
+    return printed(a, b, differences, name);
 }
 
 } // namespace vn::tool
