@@ -491,6 +491,31 @@ TEST(CommandLine, theNameOfAFileIsNotEmpty)
     const ToolResult result = runTool({"config", "show", ""});
     EXPECT_EQ(result.err, "vantero-formats: the name of a file is empty\n");
     EXPECT_EQ(result.exitCode, 2);
+    const struct
+    {
+        std::vector<std::string> arguments;
+        QByteArray command;
+        QByteArray option;
+    } rows[] = {
+        {{"config", "set", "-", "s", "k", "v"}, "config set", "--output"},
+        {{"config", "splice", "-", example("gate.cfg"), "audio"}, "config splice", "--output"},
+        {{"config", "merge", "-", example("gate.cfg")}, "config merge", "--output"},
+        {{"config", "write", "-"}, "config write", "--output"},
+        {{"config", "show", "-"}, "config show", "--password-file"},
+        {{"config", "table", "-"}, "config table", "--files-from"},
+        {{"config", "collect", "-"}, "config collect", "--output-folder"},
+    };
+    for (const auto &row : rows)
+        for (const bool isTogether : {true, false}) {
+            std::vector<std::string> arguments = row.arguments;
+            arguments.push_back(row.option.toStdString() + (isTogether ? "=" : ""));
+            if (!isTogether)
+                arguments.emplace_back();
+            expectRun(runTool(arguments, "#:1\n#:2\n\n"), 2, "",
+                      "vantero-formats: " + row.command + ": " + row.option +
+                          " takes a name, not \"\" (see vantero-formats " + row.command +
+                          " --help)\n");
+        }
 }
 
 // The system's messages tell of a path, and so do those of the library.

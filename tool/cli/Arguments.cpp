@@ -329,9 +329,13 @@ void Arguments::entries(const char *option, const char *what, QList<EntryArgumen
 void Arguments::fileOption(const char *option, const char *value, const char *what,
                            std::optional<QString> &target)
 {
-    d->add(option, value, what, "file", false, [&target](const Private::Values &values) {
-        target = fileNameFromArgument(fromStdString(values.front()));
-    });
+    const QString name = QString::fromUtf8(option);
+    d->add(option, value, what, "file", false,
+           [this, name, &target](const Private::Values &values) {
+               if (values.front().empty())
+                   throw d->usageError(QStringLiteral("%1 takes a name, not \"\"").arg(name));
+               target = fileNameFromArgument(fromStdString(values.front()));
+           });
 }
 
 void Arguments::option(const char *option, const char *value, const char *what,
