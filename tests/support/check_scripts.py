@@ -2,7 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 # SPDX-License-Identifier: MIT
 """Checks that each script prints all that stands at its head where it is asked for help, with nothing
-installed and from any folder, and that CONTRIBUTING.md has a line for it."""
+installed and from any folder, that one in shell does so for an option that it does not know, and that
+CONTRIBUTING.md has a line for it."""
 import os
 import re
 import shutil
@@ -36,16 +37,26 @@ def main():
         work.mkdir()
         for tool in ("sh", "dirname", "sed"):
             (tools / tool).symlink_to(shutil.which(tool))
+
+        def run(*command):
+            return subprocess.run(command, cwd=work, env={"PATH": str(tools)},
+                                  stdin=subprocess.DEVNULL, capture_output=True, check=False,
+                                  encoding="utf-8", timeout=20)
+
         for script in scripts:
-            expected = head(script.read_text(encoding="utf-8"))
+            text = script.read_text(encoding="utf-8")
+            expected = head(text)
             if len(expected) < 40:
                 wrong.append(f"{script.name}: says nothing at its head")
             for option in ("--help", "-h"):
-                done = subprocess.run([script, option], cwd=work, env={"PATH": str(tools)},
-                                      stdin=subprocess.DEVNULL, capture_output=True, check=False,
-                                      encoding="utf-8", timeout=20)
+                done = run(script, option)
                 if (done.returncode, done.stdout, done.stderr) != (0, expected, ""):
                     wrong.append(f"{script.name} {option}: returned {done.returncode} and printed\n"
+                                 f"{done.stdout}{done.stderr}instead of\n{expected}")
+            if script.suffix != ".sh" and "__doc__ = " not in text:
+                done = run(script, "--no-such-option")
+                if (done.returncode, done.stdout, done.stderr) != (2, "", expected):
+                    wrong.append(f"{script.name} --no-such-option: returned {done.returncode} and printed\n"
                                  f"{done.stdout}{done.stderr}instead of\n{expected}")
             if script.suffix != ".sh" and f"`scripts/{script.name}" not in contributing:
                 wrong.append(f"CONTRIBUTING.md has no line for scripts/{script.name}")
