@@ -3,6 +3,8 @@
 
 #include "base/ZipDecoder_p.h"
 
+#include "base/LateLibrary_p.h"
+
 #include <QtCore/QtEndian>
 
 #include <algorithm>
@@ -35,9 +37,37 @@ constexpr int kMostPassedOver = 8;
 // Memory is taken as data comes where an entry says that it is larger than this.
 constexpr std::size_t kTrustedSize = 16 * 1024 * 1024;
 
+/** What we call of libarchive. */
+struct Libarchive
+{
+    LateLibrary library{VANTERO_LIBARCHIVE};
+    VN_LATE_FUNCTION(archive_errno);
+    VN_LATE_FUNCTION(archive_error_string);
+    VN_LATE_FUNCTION(archive_read_add_passphrase);
+    VN_LATE_FUNCTION(archive_read_data);
+    VN_LATE_FUNCTION(archive_read_free);
+    VN_LATE_FUNCTION(archive_read_new);
+    VN_LATE_FUNCTION(archive_read_next_header);
+    VN_LATE_FUNCTION(archive_read_open1);
+    VN_LATE_FUNCTION(archive_read_set_callback_data);
+    VN_LATE_FUNCTION(archive_read_set_passphrase_callback);
+    VN_LATE_FUNCTION(archive_read_set_read_callback);
+    VN_LATE_FUNCTION(archive_read_set_seek_callback);
+    VN_LATE_FUNCTION(archive_read_set_skip_callback);
+    VN_LATE_FUNCTION(archive_read_support_format_zip_seekable);
+    VN_LATE_FUNCTION(archive_set_error);
+};
+
+/** @throws IOException where it cannot be loaded: once a decoder has been made, never again */
+const Libarchive &libarchive()
+{
+    static const Libarchive functions;
+    return functions;
+}
+
 struct FreeArchive
 {
-    void operator()(archive *handle) const { archive_read_free(handle); }
+    void operator()(archive *handle) const { libarchive().archive_read_free(handle); }
 };
 
 /** Writes numbers one after the other, in the byte order of the format. */
@@ -160,21 +190,22 @@ public:
     void open(const QByteArray &password)
     {
         appendEnd(&m_tail, m_fileEnd + kSearchedSize, m_tail.size() - kSearchedSize, m_count);
-        m_handle.reset(archive_read_new());
+        m_handle.reset(libarchive().archive_read_new());
         archive *handle = m_handle.get();
         if (!handle)
             failArchive(ArchiveError::ReadFailed, qt_error_string(ENOMEM));
-        check(archive_read_support_format_zip_seekable(handle));
+        check(libarchive().archive_read_support_format_zip_seekable(handle));
         // libarchive takes no zero byte in a password, and no empty one.
         if (!password.isEmpty() && !password.contains('\0')) {
-            check(archive_read_add_passphrase(handle, password.constData()));
-            check(archive_read_set_passphrase_callback(handle, this, &Pass::askForAnother));
+            check(libarchive().archive_read_add_passphrase(handle, password.constData()));
+            check(libarchive().archive_read_set_passphrase_callback(handle, this,
+                                                                    &Pass::askForAnother));
         }
-        check(archive_read_set_read_callback(handle, &Pass::read));
-        check(archive_read_set_seek_callback(handle, &Pass::seek));
-        check(archive_read_set_skip_callback(handle, &Pass::skip));
-        check(archive_read_set_callback_data(handle, this));
-        check(archive_read_open1(handle));
+        check(libarchive().archive_read_set_read_callback(handle, &Pass::read));
+        check(libarchive().archive_read_set_seek_callback(handle, &Pass::seek));
+        check(libarchive().archive_read_set_skip_callback(handle, &Pass::skip));
+        check(libarchive().archive_read_set_callback_data(handle, this));
+        check(libarchive().archive_read_open1(handle));
     }
 
     /** Raises the handle's error where @p result is one; a warning is one, too. */
@@ -184,13 +215,13 @@ public:
             return;
         if (m_readError)
             throw *m_readError;
-        const char *text = archive_error_string(m_handle.get());
+        const char *text = libarchive().archive_error_string(m_handle.get());
         // Where only this entry is beyond libarchive, and not the archive, it "failed".
         failArchive(m_isPasswordWrong          ? ArchiveError::WrongPassword
                     : result == ARCHIVE_FAILED ? ArchiveError::UnsupportedMethod
                                                : ArchiveError::Damaged,
                     text ? QString::fromUtf8(text)
-                         : qt_error_string(archive_errno(m_handle.get())));
+                         : qt_error_string(libarchive().archive_errno(m_handle.get())));
     }
 
     archive *handle() const { return m_handle.get(); }
@@ -207,10 +238,10 @@ private:
             return static_cast<Pass *>(self)->read(data);
         } catch (const ArchiveException &e) { // must not pass through C
             static_cast<Pass *>(self)->m_readError = e;
-            archive_set_error(handle, EIO, "%s", "the file cannot be read");
+            libarchive().archive_set_error(handle, EIO, "%s", "the file cannot be read");
             return ARCHIVE_FATAL;
         } catch (const std::exception &e) {
-            archive_set_error(handle, EIO, "%s", e.what());
+            libarchive().archive_set_error(handle, EIO, "%s", e.what());
             return ARCHIVE_FATAL;
         }
     }
@@ -329,6 +360,11 @@ ZipDecoder::ZipDecoder(const ArchiveFile &file, const ZipDirectory &directory,
     , m_positions(directory.entries().size())
     , m_passSize(kFirstPassSize / kPassGrowth)
 {
+    try {
+        (void)libarchive();
+    } catch (const IOException &e) {
+        failArchive(ArchiveError::CannotBeOpened, e.message());
+    }
     const auto &entries = directory.entries();
     std::iota(m_order.begin(), m_order.end(), 0);
     std::stable_sort(m_order.begin(), m_order.end(), [&](int a, int b) {
@@ -401,7 +437,7 @@ void ZipDecoder::decodeOnce(int index, EntryContent *content)
     try {
         Pass &pass = passAt(position);
         archive_entry *header = nullptr;
-        const int found = archive_read_next_header(pass.handle(), &header);
+        const int found = libarchive().archive_read_next_header(pass.handle(), &header);
         ++pass.next;
         if (found == ARCHIVE_EOF)
             failArchive(ArchiveError::Damaged, QString::fromLatin1("not where the directory says"));
@@ -415,8 +451,8 @@ void ZipDecoder::decodeOnce(int index, EntryContent *content)
         content->reserve(std::min(size, kTrustedSize) + 1);
         for (;;) {
             const std::size_t room = content->m_capacity - content->m_size;
-            const la_ssize_t count =
-                archive_read_data(pass.handle(), content->m_data.get() + content->m_size, room);
+            const la_ssize_t count = libarchive().archive_read_data(
+                pass.handle(), content->m_data.get() + content->m_size, room);
             if (count < 0) // which it tells instead of what it has unpacked
                 m_unpackedSize += static_cast<std::int64_t>(std::min(room, size - content->m_size));
             pass.check(count);
@@ -454,7 +490,7 @@ ZipDecoder::Pass &ZipDecoder::passAt(int position)
         int result = ARCHIVE_OK;
         for (; m_pass->next < position && result >= ARCHIVE_WARN; ++m_pass->next) {
             archive_entry *header = nullptr;
-            result = archive_read_next_header(m_pass->handle(), &header);
+            result = libarchive().archive_read_next_header(m_pass->handle(), &header);
         }
         if (m_pass->next == position && result >= ARCHIVE_WARN && result != ARCHIVE_EOF)
             return *m_pass;

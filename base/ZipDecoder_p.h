@@ -50,7 +50,8 @@ private:
 class ZipDecoder
 {
 public:
-    /** @p file and @p directory must outlive the decoder. An empty @p password means none. */
+    /** @p file and @p directory must outlive the decoder. An empty @p password means none.
+     * @throws ArchiveException with the reason when libarchive cannot be loaded */
     ZipDecoder(const ArchiveFile &file, const ZipDirectory &directory, const QByteArray &password);
     ~ZipDecoder();
 

@@ -5,6 +5,7 @@
 
 #include "base/DeviceIo_p.h"
 #include "base/Exceptions.h"
+#include "base/LateLibrary_p.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QFileInfo>
@@ -28,15 +29,48 @@ static_assert(sizeof kEmptyArchive == kEmptyArchiveSize);
 // Names and comments are counted by 16 bits.
 constexpr int kMaxTextSize = std::numeric_limits<zip_uint16_t>::max();
 
+/** What we call of libzip. */
+struct Libzip
+{
+    internal::LateLibrary library{VANTERO_LIBZIP};
+    VN_LATE_FUNCTION(zip_close);
+    VN_LATE_FUNCTION(zip_delete);
+    VN_LATE_FUNCTION(zip_discard);
+    VN_LATE_FUNCTION(zip_error_fini);
+    VN_LATE_FUNCTION(zip_error_init);
+    VN_LATE_FUNCTION(zip_error_strerror);
+    VN_LATE_FUNCTION(zip_file_add);
+    VN_LATE_FUNCTION(zip_file_set_comment);
+    VN_LATE_FUNCTION(zip_file_set_dostime);
+    VN_LATE_FUNCTION(zip_file_set_encryption);
+    VN_LATE_FUNCTION(zip_get_error);
+    VN_LATE_FUNCTION(zip_open_from_source);
+    VN_LATE_FUNCTION(zip_source_buffer);
+    VN_LATE_FUNCTION(zip_source_buffer_create);
+    VN_LATE_FUNCTION(zip_source_close);
+    VN_LATE_FUNCTION(zip_source_error);
+    VN_LATE_FUNCTION(zip_source_free);
+    VN_LATE_FUNCTION(zip_source_keep);
+    VN_LATE_FUNCTION(zip_source_open);
+    VN_LATE_FUNCTION(zip_source_read);
+};
+
+/** @throws IOException where it cannot be loaded: once an archive has been opened, never again */
+const Libzip &libzip()
+{
+    static const Libzip functions;
+    return functions;
+}
+
 struct DiscardArchive
 {
-    void operator()(zip_t *archive) const { zip_discard(archive); }
+    void operator()(zip_t *archive) const { libzip().zip_discard(archive); }
 };
 using ArchiveHandle = std::unique_ptr<zip_t, DiscardArchive>;
 
 struct FreeSource
 {
-    void operator()(zip_source_t *source) const { zip_source_free(source); }
+    void operator()(zip_source_t *source) const { libzip().zip_source_free(source); }
 };
 using SourceHandle = std::unique_ptr<zip_source_t, FreeSource>;
 
@@ -45,8 +79,8 @@ QString errorText(const zip_error_t *error)
     // zip_error_strerror() keeps its text in the error.
     zip_error_t copy = *error;
     copy.str = nullptr;
-    const QString text = QString::fromUtf8(zip_error_strerror(&copy));
-    zip_error_fini(&copy);
+    const QString text = QString::fromUtf8(libzip().zip_error_strerror(&copy));
+    libzip().zip_error_fini(&copy);
     return text;
 }
 
@@ -133,6 +167,11 @@ void ZipWriter::begin(bool isNew)
         d->fail(QStringLiteral("already open"));
     if (d->password.contains('\0'))
         d->fail(QStringLiteral("a password cannot hold a zero byte"));
+    try {
+        (void)libzip();
+    } catch (const IOException &e) {
+        d->fail(e.message());
+    }
     // A device or a pipe would be replaced by a file.
     const QFileInfo existing(d->path);
     if (existing.exists() && !existing.isFile())
@@ -146,16 +185,16 @@ void ZipWriter::begin(bool isNew)
     }
 
     zip_error_t error;
-    zip_error_init(&error);
-    SourceHandle output(zip_source_buffer_create(nullptr, 0, 0, &error));
+    libzip().zip_error_init(&error);
+    SourceHandle output(libzip().zip_source_buffer_create(nullptr, 0, 0, &error));
     ArchiveHandle archive;
     if (output) {
-        archive.reset(zip_open_from_source(output.get(), ZIP_TRUNCATE, &error));
-        if (archive)
-            zip_source_keep(output.get()); // the archive has taken the reference that was ours
+        archive.reset(libzip().zip_open_from_source(output.get(), ZIP_TRUNCATE, &error));
+        if (archive) // which has taken the reference that was ours
+            libzip().zip_source_keep(output.get());
     }
     const QString reason = archive ? QString() : errorText(&error);
-    zip_error_fini(&error);
+    libzip().zip_error_fini(&error);
     if (!archive)
         d->fail(reason);
     d->output = std::move(output);
@@ -179,28 +218,30 @@ void ZipWriter::appendFile(QIODevice *device, const QString &entryName, const QS
     zip_t *archive = d->archive.get();
     d->contents.push_back(internal::readAll(device));
     const QByteArray &content = d->contents.back();
-    SourceHandle source(zip_source_buffer(archive, content.constData(),
-                                          static_cast<zip_uint64_t>(content.size()), 0));
+    SourceHandle source(libzip().zip_source_buffer(archive, content.constData(),
+                                                   static_cast<zip_uint64_t>(content.size()), 0));
     const zip_int64_t index =
-        source ? zip_file_add(archive, name.constData(), source.get(), ZIP_FL_ENC_UTF_8) : -1;
+        source ? libzip().zip_file_add(archive, name.constData(), source.get(), ZIP_FL_ENC_UTF_8)
+               : -1;
     if (index < 0) {
         source.reset();
         d->contents.pop_back();
-        d->failEntry(entryName, errorText(zip_get_error(archive)));
+        d->failEntry(entryName, errorText(libzip().zip_get_error(archive)));
     }
     source.release(); // the archive has it now
 
     const auto entry = static_cast<zip_uint64_t>(index);
     const DosTime time = toDosTime(dateTime);
     const bool isDone =
-        zip_file_set_comment(archive, entry, remark.constData(),
-                             static_cast<zip_uint16_t>(remark.size()), ZIP_FL_ENC_UTF_8) == 0 &&
-        zip_file_set_dostime(archive, entry, time.time, time.date, 0) == 0 &&
-        (d->password.isEmpty() ||
-         zip_file_set_encryption(archive, entry, ZIP_EM_AES_256, d->password.constData()) == 0);
+        libzip().zip_file_set_comment(archive, entry, remark.constData(),
+                                      static_cast<zip_uint16_t>(remark.size()),
+                                      ZIP_FL_ENC_UTF_8) == 0 &&
+        libzip().zip_file_set_dostime(archive, entry, time.time, time.date, 0) == 0 &&
+        (d->password.isEmpty() || libzip().zip_file_set_encryption(archive, entry, ZIP_EM_AES_256,
+                                                                   d->password.constData()) == 0);
     if (!isDone) {
-        const QString reason = errorText(zip_get_error(archive));
-        (void)zip_delete(archive, entry); // the reason above is the one that counts
+        const QString reason = errorText(libzip().zip_get_error(archive));
+        (void)libzip().zip_delete(archive, entry); // the reason above is the one that counts
         d->failEntry(entryName, reason);
     }
     ++d->entryCount;
@@ -241,23 +282,23 @@ void ZipWriter::Private::write()
 /** Has libzip make the archive in memory, and copies it into the file. */
 void ZipWriter::Private::writeEntries()
 {
-    if (zip_close(archive.get()) != 0)
-        fail(errorText(zip_get_error(archive.get())));
+    if (libzip().zip_close(archive.get()) != 0)
+        fail(errorText(libzip().zip_get_error(archive.get())));
     (void)archive.release(); // freed by closing
 
     zip_source_t *source = output.get();
-    if (zip_source_open(source) != 0)
-        fail(errorText(zip_source_error(source)));
+    if (libzip().zip_source_open(source) != 0)
+        fail(errorText(libzip().zip_source_error(source)));
     char piece[internal::kChunkSize];
     for (;;) {
-        const zip_int64_t count = zip_source_read(source, piece, sizeof piece);
+        const zip_int64_t count = libzip().zip_source_read(source, piece, sizeof piece);
         if (count < 0)
-            fail(errorText(zip_source_error(source)));
+            fail(errorText(libzip().zip_source_error(source)));
         if (count == 0)
             break;
         file->write(piece, count);
     }
-    (void)zip_source_close(source); // only read from
+    (void)libzip().zip_source_close(source); // only read from
 }
 
 } // namespace vn
