@@ -134,6 +134,8 @@ protected:
         if (::geteuid() != 0)
             GTEST_SKIP() << "only root gives files away and becomes another user";
         ASSERT_EQ(::chmod(local(dir().path()).constData(), 0777), 0);
+        if (!as(kStranger, kTeam, {}, [this] { return mayOpen(dir().path(), O_RDONLY); }))
+            GTEST_SKIP() << "other users cannot reach the temporary folder";
     }
 
     /** The file that is replaced: that of the owner and the team. */
