@@ -4,7 +4,7 @@
 #include "tool/commands/SiteUpdate.h"
 
 #include "tool/cli/Closest.h"
-#include "tool/commands/Versions.h"
+#include "tool/commands/VersionWords.h"
 #include "tool/files/CameraModels.h"
 
 #include "base/FileUtils.h"

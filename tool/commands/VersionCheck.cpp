@@ -3,7 +3,7 @@
 
 #include "tool/cli/Command.h"
 #include "tool/commands/SiteUpdate.h"
-#include "tool/commands/Versions.h"
+#include "tool/commands/VersionWords.h"
 
 #include <memory>
 #include <optional>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "tool/cli/Command.h"
-#include "tool/commands/Versions.h"
+#include "tool/commands/VersionWords.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#include "tool/commands/Versions.h"
+#include "tool/commands/VersionWords.h"
 
 #include "tool/files/Input.h"
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-#ifndef VN_TOOL_COMMANDS_VERSIONS_H
-#define VN_TOOL_COMMANDS_VERSIONS_H
+#ifndef VN_TOOL_COMMANDS_VERSIONWORDS_H
+#define VN_TOOL_COMMANDS_VERSIONWORDS_H
 
 #include "tool/cli/Json.h"
 #include "tool/cli/Output.h"
@@ -63,4 +63,4 @@ ExitCode complainOfObstacles(const QStringList &obstacles, Output &out);
 
 } // namespace vn::tool
 
-#endif // VN_TOOL_COMMANDS_VERSIONS_H
+#endif // VN_TOOL_COMMANDS_VERSIONWORDS_H
