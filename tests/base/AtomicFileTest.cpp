@@ -339,6 +339,32 @@ TEST_F(AtomicFileTest, leavesTheSignalsOfTheCallerAlone)
         EXPECT_EQ(::sigismember(&after, number), ::sigismember(&before, number)) << number;
 }
 
+TEST(AtomicFileLosses, areEachDescribed)
+{
+    using Loss = AtomicFile::Loss;
+    const struct
+    {
+        Loss loss;
+        QString text;
+    } rows[] = {
+        {Loss::Owner, "the file belongs to another owner now"_q},
+        {Loss::Group, "the file belongs to another group now"_q},
+        {Loss::AccessList, "the access list is lost: only the owner has access"_q},
+        {Loss::Attributes, "extended attributes are lost"_q},
+        {Loss::Mode, "the mode allows less than before"_q},
+        {Loss::OtherNames, "other hard links keep the old content"_q},
+    };
+    AtomicFile::Losses all;
+    QStringList texts;
+    for (const auto &row : rows) {
+        EXPECT_EQ(AtomicFile::describe(row.loss), QStringList(row.text));
+        all |= row.loss;
+        texts += row.text;
+    }
+    EXPECT_EQ(AtomicFile::describe(all), texts);
+    EXPECT_EQ(AtomicFile::describe({}), QStringList());
+}
+
 TEST_F(AtomicFilesTest, areThereOnceTheyAreCommitted)
 {
     const Mask mask(027);
