@@ -64,7 +64,7 @@ Target resolveLinks(const QString &path)
 {
     QByteArray current = systemPath(path);
     constexpr int kMostLinks = 40; // as the kernel has it
-    for (int i = 0; i < kMostLinks; ++i) {
+    for (int i = 0; i <= kMostLinks; ++i) { // behind the last one there is no link
         const int number = openFileNumber(current);
         char target[PATH_MAX];
         const ssize_t length =

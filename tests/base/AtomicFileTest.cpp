@@ -143,6 +143,22 @@ TEST_F(AtomicFileTest, replacesWhatALinkLeadsTo)
     EXPECT_EQ(names(), (QStringList{"first"_q, "second"_q, "sub"_q}));
 }
 
+TEST_F(AtomicFileTest, followsAsManyLinksAsTheSystem)
+{
+    (void)fileWith("old"_b, "0"_q);
+    constexpr int kMost = 40;
+    for (int i = 1; i <= kMost + 1; ++i)
+        ASSERT_TRUE(QFile::link(QString::number(i - 1), path(QString::number(i))));
+    EXPECT_EQ(readFile(path(QString::number(kMost))), "old"_b);
+    AtomicFile::replace(path(QString::number(kMost)), "new"_b);
+    EXPECT_EQ(readFile(path("0"_q)), "new"_b);
+    const QString tooFar = path(QString::number(kMost + 1));
+    EXPECT_FALSE(QFile(tooFar).open(QIODevice::ReadOnly));
+    expectThrows<FileException>([&] { AtomicFile::replace(tooFar, "newer"_b); },
+                                tooFar + ": Too many levels of symbolic links"_q);
+    EXPECT_EQ(readFile(path("0"_q)), "new"_b);
+}
+
 TEST_F(AtomicFileTest, makesWhatALinkLeadsTo)
 {
     ASSERT_TRUE(QFile::link("new"_q, path("link"_q)));
@@ -282,8 +298,14 @@ TEST_F(AtomicFileTest, writesToWhatIsOpenAlready)
         AtomicFile::replace(QString::fromLatin1(folder) + QString::number(number), "tail "_b);
     ASSERT_TRUE(QFile::link("/dev/fd/"_q + QString::number(number), path("link"_q)));
     AtomicFile::replace(path("link"_q), "end"_b);
+    const int input = ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3);
+    ASSERT_GE(input, 0);
+    ASSERT_EQ(::dup2(number, STDIN_FILENO), STDIN_FILENO);
+    AtomicFile::replace("/proc/self/fd/0"_q, " of 0"_b);
+    ASSERT_EQ(::dup2(input, STDIN_FILENO), STDIN_FILENO);
+    ::close(input);
     ::close(number);
-    EXPECT_EQ(readFile(file), "head tail tail end"_b);
+    EXPECT_EQ(readFile(file), "head tail tail end of 0"_b);
     EXPECT_EQ(numberOf(file), old);
 }
 
