@@ -63,7 +63,7 @@ struct Target
 Target resolveLinks(const QString &path)
 {
     QByteArray current = systemPath(path);
-    constexpr int kMostLinks = 40; // as the kernel has it
+    constexpr int kMostLinks = 40;          // as the kernel has it
     for (int i = 0; i <= kMostLinks; ++i) { // behind the last one there is no link
         const int number = openFileNumber(current);
         char target[PATH_MAX];

@@ -282,6 +282,30 @@ TEST(HarmlessLines, stayAsTheyAre)
     }
 }
 
+TEST(SecretShapes, areKnownByTheirStartsOnceTheyAreLongEnough)
+{
+    const struct
+    {
+        QString start;
+        int least;
+    } rows[] = {
+        {"eyJ"_q, 20},     {"AAAAB3NzaC1"_q, 20}, {"AAAAC3NzaC1"_q, 20}, {"AAAAE2VjZHNh"_q, 20},
+        {"$1$"_q, 10},     {"$2a$"_q, 20},        {"$2b$"_q, 20},        {"$2y$"_q, 20},
+        {"$5$"_q, 20},     {"$6$"_q, 20},         {"$y$"_q, 20},         {"$apr1$"_q, 10},
+        {"$argon2"_q, 20},
+    };
+    for (const auto &row : rows) {
+        const QString longEnough = row.start.leftJustified(row.least, QLatin1Char('a'));
+        EXPECT_EQ(vn::redactConfig(inSection("x="_q + longEnough)).text, inSection("x=***"_q))
+            << longEnough.toStdString();
+        const QString tooShort = inSection("x="_q + longEnough.left(row.least - 1));
+        EXPECT_EQ(vn::redactConfig(tooShort).text, tooShort);
+    }
+    EXPECT_EQ(vn::redactConfig(inSection("x=Bearer abcdefgh"_q)).text, inSection("x=Bearer ***"_q));
+    const QString news = inSection("x=Bearer abcdefg"_q);
+    EXPECT_EQ(vn::redactConfig(news).text, news);
+}
+
 TEST(ConfigRedaction, coversAHundredShapes)
 {
     EXPECT_GE(std::size(secrets), 100U);
@@ -402,6 +426,10 @@ TEST(ConfigRedaction, keepsWhatTheHeaderIsKnownBy)
         "#:***\n#:***\n# Camera IP: ***\n#***Configuration of ***\nConfiguration of y\n#***\n\n"
         "SECTION s\na=***\nb\nENDSECTION s\n#***\n"_q);
     EXPECT_EQ(keysOf(redacted.text), keysOf(text));
+    // An empty second line ends no header.
+    EXPECT_EQ(
+        vn::redactConfig("#:1\n\n# Camera IP: 10.0.0.1\n\n# Camera IP: 10.0.0.2\n"_q, rules).text,
+        "#:***\n\n# Camera IP: ***\n\n#***\n"_q);
 }
 
 TEST(ConfigRedaction, keepsTheAddressPhraseInsideASecretOfTheHeader)
