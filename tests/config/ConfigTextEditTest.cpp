@@ -322,6 +322,18 @@ TEST(ConfigTextEdits, whatTheFormatCannotHoldIsRefused)
     }
 }
 
+TEST(ConfigTextEdits, ofAnAddedLineAreRefusedByTheLineEndOfItsBlock)
+{
+    VanteroConfigText single(
+        "#:1\n#:2\n\nSECTION s\nENDSECTION s\nSECTION d\r\nENDSECTION d\r\n"_q);
+    EXPECT_TRUE(single.addValue("s"_q, "k"_q, "1"_q));
+    EXPECT_TRUE(single.addValue("d"_q, "k"_q, "1"_q));
+    EXPECT_EQ(single.setValue("s"_q, "k"_q, "2\r"_q).reason, "a value cannot hold a line break"_q);
+    EXPECT_TRUE(single.setValue("d"_q, "k"_q, "2\r"_q));
+    EXPECT_EQ(single.text(), "#:1\n#:2\n\nSECTION s\nk=1\nENDSECTION s\n"
+                             "SECTION d\r\nk=2\r\r\nENDSECTION d\r\n"_q);
+}
+
 TEST(ConfigTextEdits, whatIsNotThereIsNotFound)
 {
     const struct

@@ -272,6 +272,10 @@ TEST(ConfigTextFinding, ofAnImageCommentNeedNoHeader)
               QString());
     EXPECT_EQ(findings("k=1"_q),
               "1:1+3 warning entry-outside-section: outside of sections, so it is not read\n"_q);
+    EXPECT_EQ(findings("SECTION camera\nk=1\nENDSECTION camera\nSECTION cam\nk=1\n"
+                       "ENDSECTION cam\n"_q),
+              "4:9+3 warning mistaken-name: where section \"cam\" is replaced as a text, line 1 "
+              "would be taken for it\n"_q);
 }
 
 TEST(ConfigTextFinding, isToldOfTheEditedText)

@@ -110,6 +110,13 @@ TEST(ConfigTextOutline, hasSectionsWithTheirBlocks)
     EXPECT_TRUE(outline.sections.last().blocks.first().entries.isEmpty());
 }
 
+TEST(ConfigTextOutline, countsAnEmptyFirstLine)
+{
+    const auto outline = VanteroConfigText("\n#:2\n\nSECTION a\nENDSECTION a\n"_q).outline();
+    ASSERT_EQ(outline.sections.size(), 1);
+    EXPECT_EQ(outline.sections.first().blocks.first().range, (TextRange{4, 1, 5, 13, 6, 22}));
+}
+
 TEST(ConfigTextOutline, ofAMalformedTextEndsAtTheFault)
 {
     const VanteroConfigText::Outline outline =
