@@ -110,11 +110,12 @@ DosTime toDosTime(const QDateTime &dateTime)
 class Q_DECL_HIDDEN ZipWriter::Private
 {
 public:
-    [[noreturn]] void fail(const QString &reason) const
+    [[noreturn]] void fail(const QString &reason)
     {
+        failure = reason;
         throw IOException(path + QLatin1String(": ") + reason);
     }
-    [[noreturn]] void failEntry(const QString &entry, const QString &reason) const
+    [[noreturn]] void failEntry(const QString &entry, const QString &reason)
     {
         fail(entry + QLatin1String(": ") + reason);
     }
@@ -132,6 +133,7 @@ public:
     void writeEntries();
 
     QString path;
+    QString failure; // the last one
     QByteArray password;
     // libzip reads the contents when it closes the archive; they must outlive it.
     std::deque<QByteArray> contents;
@@ -261,6 +263,11 @@ void ZipWriter::close()
         throw;
     }
     d->reset();
+}
+
+QString ZipWriter::failure() const
+{
+    return d->failure;
 }
 
 AtomicFile::Losses ZipWriter::losses() const noexcept

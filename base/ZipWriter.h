@@ -76,6 +76,11 @@ public:
      */
     void close();
 
+    /** Why the last operation that failed did so, without the path: "not a regular file"; null where
+     * none has. A device that fails tells its own exception alone.
+     * @since 1.0.0 */
+    QString failure() const;
+
     /** What the archive could not keep of the one that it has replaced; nothing before close().
      * @since 1.0.0 */
     AtomicFile::Losses losses() const noexcept;

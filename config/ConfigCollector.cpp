@@ -165,6 +165,12 @@ ConfigCollector::ConfigCollector(const QStringList &paths, const Options &option
 {
 }
 
+ConfigCollector::ConfigCollector(const QStringList &paths, const ConfigCollector &before)
+    : d(std::make_unique<Private>(SourceWalk(paths, before.d->options, before.d->walk.readSize()),
+                                  SourceWalk(paths, before.d->options), before.d->options))
+{
+}
+
 ConfigCollector::ConfigCollector(ZipReader &archive, const Options &options)
     : d(std::make_unique<Private>(SourceWalk(archive, options), SourceWalk(archive, options),
                                   options))

@@ -211,6 +211,11 @@ public:
      */
     ConfigCollector(ZipReader &archive, const Options &options);
 
+    /** A collector for @p paths, in their order, that goes on where @p before is: with its options,
+     * and Options::collectionSizeLimit counts what either has read. Nothing is looked at yet.
+     * @since 1.0.0 */
+    ConfigCollector(const QStringList &paths, const ConfigCollector &before);
+
     /** A collector of nothing, to read() what another one lists. */
     explicit ConfigCollector(const Options &options);
 

@@ -101,14 +101,16 @@ void CollectedArchive::dropReader()
 
 // ---- Folders -----------------------------------------------------------------------------------
 
-SourceWalk::SourceWalk(QStringList paths, ConfigCollector::Options options)
+SourceWalk::SourceWalk(QStringList paths, ConfigCollector::Options options, Size readSize)
     : m_paths(std::move(paths))
     , m_options(std::move(options))
+    , m_readSize(std::move(readSize))
 {
 }
 
 SourceWalk::SourceWalk(ZipReader &archive, ConfigCollector::Options options)
     : m_options(std::move(options))
+    , m_readSize(std::make_shared<std::atomic<qint64>>(0))
     , m_given(&archive)
 {
 }

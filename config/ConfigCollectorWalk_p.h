@@ -72,7 +72,11 @@ private:
 class SourceWalk
 {
 public:
-    SourceWalk(QStringList paths, ConfigCollector::Options options);
+    using Size = std::shared_ptr<std::atomic<qint64>>;
+
+    /** A walk through @p paths; what is read of archives is added to @p readSize. */
+    SourceWalk(QStringList paths, ConfigCollector::Options options,
+               Size readSize = std::make_shared<std::atomic<qint64>>(0));
     SourceWalk(ZipReader &archive, ConfigCollector::Options options);
 
     /** The next source; nothing at the end. */
@@ -81,6 +85,9 @@ public:
     /** Reads the file that next() gave last by the way it was found; false where there is none, or
      * reading it that way fails. */
     bool readFile(QByteArray &bytes) const;
+
+    /** The bytes that have been read of archives. */
+    const Size &readSize() const { return m_readSize; }
 
     /** Whether all sources have been given. */
     bool isAtEnd() const { return m_isAtEnd; }
@@ -106,8 +113,7 @@ private:
 
     const QStringList m_paths;
     const ConfigCollector::Options m_options;
-    const std::shared_ptr<std::atomic<qint64>> m_readSize =
-        std::make_shared<std::atomic<qint64>>(0);
+    const Size m_readSize;
     ZipReader *m_given = nullptr; // that is still to be gone through
     int m_nextPath = 0;
     std::vector<Level> m_levels;

@@ -451,4 +451,13 @@ TEST_F(ConfigCollectorArchives, haveALimitTogether)
         lines += shown(reader.read(*source));
     }
     EXPECT_EQ(lines, expected);
+    // And where further paths come later.
+    const ConfigCollector first(options);
+    lines.clear();
+    for (const QString &name : {"a.zip"_q, "b.zip"_q, "c.zip"_q}) {
+        ConfigCollector next({path(name)}, first);
+        while (const auto found = next.next())
+            lines += shown(*found);
+    }
+    EXPECT_EQ(lines, expected);
 }
