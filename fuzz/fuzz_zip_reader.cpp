@@ -1,14 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The FileFormatsVantero authors
 // SPDX-License-Identifier: MIT
 
-// An archive of any bytes: every entry gives its content or an error, the same forwards, backwards
-// and by parseAll(), and never more than the limits allow.
+// An archive of any bytes: every entry gives its content or an error, the same forwards, backwards,
+// by a collector and by parseAll(), and never more than the limits allow.
 
 #include "Support.h"
 
 #include "base/Exceptions.h"
 #include "base/FileUtils.h"
 #include "base/ZipReader.h"
+#include "config/ConfigCollector.h"
 #include "config/VanteroConfigFile.h"
 
 #include <sys/mman.h>
@@ -16,6 +17,7 @@
 
 using vn::ArchiveError;
 using vn::ArchiveException;
+using vn::ConfigCollector;
 using vn::ZipReader;
 
 namespace {
@@ -62,6 +64,39 @@ bool isOfTheArchive(ArchiveError error)
            error == ArchiveError::Split;
 }
 
+/** What a reader gave of an entry: its content, or why it has none. */
+struct Entry
+{
+    QString name;
+    QByteArray content;
+    ArchiveError error;
+    QString message;
+};
+
+/** A collector over the same archive, with the limits that its reader has, gives the same. */
+void checkCollected(ZipReader &reader, const QList<Entry> &entries)
+{
+    ConfigCollector::Options options;
+    options.entrySuffixes = QStringList{QString()}; // which all names end with
+    ConfigCollector collector(reader, options);
+    for (const Entry &entry : entries) {
+        if (entry.name.endsWith(QLatin1Char('/')))
+            continue;
+        const auto found = collector.next();
+        FUZZ_CHECK(found && found->path.isNull());
+        FUZZ_EQUAL(found->entry, entry.name);
+        FUZZ_CHECK(found->archiveError == entry.error);
+        FUZZ_CHECK(found->bytes == entry.content);
+        const bool isGood = entry.error == ArchiveError::None;
+        FUZZ_CHECK(found->status == (isGood ? ConfigCollector::Status::Configuration
+                                            : ConfigCollector::Status::EntryUnreadable));
+        FUZZ_CHECK(isGood == found->reason.isNull() && isGood == !found->exception);
+        if (!isGood)
+            FUZZ_EQUAL(found->exception->message(), entry.message);
+    }
+    FUZZ_CHECK(!collector.next());
+}
+
 /** The content of the entry, or a null array where it gives an error. */
 QByteArray contentOf(ZipReader &reader, const QString &name)
 {
@@ -106,10 +141,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QStringList names = reader.fileListBySuffix(QString());
     FUZZ_CHECK(names.size() <= kCountLimit);
     QList<QByteArray> contents;
+    QList<Entry> entries;
     qint64 total = 0;
     qint64 failed = 0; // each counts with what it has unpacked
     for (const QString &name : names) {
         contents += contentOf(reader, name);
+        entries += Entry{name, contents.last(), reader.error(), reader.errorString()};
         total += contents.last().size();
         failed += contents.last().isNull() ? 1 : 0;
     }
@@ -131,6 +168,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             FUZZ_CHECK(content == contents.at(i) && content.isNull() == contents.at(i).isNull());
         }
     }
+
+    ZipReader collected(path, password);
+    FUZZ_CHECK(open(collected));
+    checkCollected(collected, entries);
 
     ZipReader all(path, password);
     FUZZ_CHECK(open(all));
