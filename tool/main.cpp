@@ -4,6 +4,7 @@
 #include "tool/cli/Closest.h"
 #include "tool/cli/CommandTable.h"
 #include "tool/cli/FileNameCodec.h"
+#include "tool/cli/Interrupt.h"
 #include "tool/files/Completion.h"
 
 #include "base/Exceptions.h"
@@ -351,5 +352,7 @@ int main(int argc, char *argv[])
             json)};
     s_lastWords = &lastWords;
     std::set_terminate(onTerminate);
-    return int(run(words, json));
+    const ExitCode code = run(words, json);
+    Interrupt::obey(); // a signal that has ended the work
+    return int(code);
 }

@@ -3,6 +3,7 @@
 
 #include "base/ZipReader.h"
 #include "tool/Site.h"
+#include "tool/Terminal.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
@@ -17,7 +18,6 @@
 #include <atomic>
 #include <thread>
 
-#include <pty.h>
 #include <sys/stat.h>
 
 namespace {
@@ -247,7 +247,7 @@ TEST_F(ConfigCollect, reportsWhatCannotBeReadAndGoesOn)
     ASSERT_EQ(lines.size(), 6) << result.err.constData();
     EXPECT_EQ(lines[0], "vantero-formats: missing: No such file or directory");
     EXPECT_THAT(lines[1].toStdString(),
-                StartsWith("vantero-formats: bad.zip: two.cfg: ZIP bad CRC: "));
+                StartsWith("vantero-formats: bad.zip:two.cfg: ZIP bad CRC: "));
     EXPECT_EQ(lines[2], "vantero-formats: fifo: neither a file nor a folder");
     EXPECT_THAT(lines[3].toStdString(), StartsWith("vantero-formats: text.zip: "));
     EXPECT_EQ(lines[4], "vantero-formats: /proc/self/mem: Input/output error");
@@ -319,7 +319,7 @@ TEST_F(ConfigCollect, reportsAWrongOrMissingPassword)
         const ToolResult result = collect(arguments);
         EXPECT_EQ(result.exitCode, 2);
         EXPECT_EQ(result.out, "");
-        EXPECT_THAT(result.err.toStdString(), StartsWith("vantero-formats: a.zip: one.cfg: "));
+        EXPECT_THAT(result.err.toStdString(), StartsWith("vantero-formats: a.zip:one.cfg: "));
     }
 }
 
@@ -516,7 +516,7 @@ TEST_F(ConfigCollect, limitsWhatAllArchivesHold)
     zip("a.zip"_q, {{"x.cfg"_q, configOf("10.0.0.1")}});
     const ToolResult result = collect({"a.zip", "--total-size-limit", "10"});
     EXPECT_EQ(result.exitCode, 2);
-    EXPECT_EQ(result.err, "vantero-formats: a.zip: x.cfg: more than the limit of 10 bytes for all "
+    EXPECT_EQ(result.err, "vantero-formats: a.zip:x.cfg: more than the limit of 10 bytes for all "
                           "archives\n");
 }
 
@@ -710,64 +710,16 @@ TEST_F(ConfigCollect, numbersThousandsOfOneName)
 
 // ---- Progress --------------------------------------------------------------------------------
 
-/** Runs the tool with a terminal as standard error and returns what appears there. Reading the
- * file @p slow takes it some 700 ms. */
-QByteArray errorsOnTerminal(const std::vector<std::string> &arguments, const QString &slow,
-                            const char *terminalKind)
-{
-    // A lease makes whoever opens the file wait until we let it go.
-    const int lease = ::open(QFile::encodeName(slow).constData(), O_RDONLY | O_CLOEXEC);
-    const auto signalBefore = std::signal(SIGIO, SIG_IGN);
-    if (::fcntl(lease, F_SETLEASE, F_WRLCK) != 0) {
-        ::close(lease);
-        return "no lease";
-    }
-    int master = -1;
-    int slave = -1;
-    EXPECT_EQ(::openpty(&master, &slave, nullptr, nullptr, nullptr), 0);
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::dup2(slave, STDERR_FILENO);
-        ::dup2(::open("/dev/null", O_WRONLY), STDOUT_FILENO);
-        ::close(lease);
-        ::close(master);
-        ::setenv("TERM", terminalKind, 1);
-        ::setenv("NO_COLOR", "1", 1);
-        std::vector<char *> words = {const_cast<char *>(VANTERO_TOOL), const_cast<char *>("config"),
-                                     const_cast<char *>("collect")};
-        for (const std::string &argument : arguments)
-            words.push_back(const_cast<char *>(argument.c_str()));
-        words.push_back(nullptr);
-        ::execv(VANTERO_TOOL, words.data());
-        ::_exit(127);
-    }
-    ::close(slave);
-    while (::fcntl(lease, F_GETLEASE) == F_WRLCK && ::waitpid(child, nullptr, WNOHANG) == 0)
-        std::this_thread::sleep_for(std::chrono::milliseconds(10)); // until it is asked to end
-    std::this_thread::sleep_for(std::chrono::milliseconds(700));
-    EXPECT_EQ(::fcntl(lease, F_SETLEASE, F_UNLCK), 0);
-    ::close(lease);
-    std::signal(SIGIO, signalBefore);
-
-    QByteArray text;
-    char buffer[4096];
-    for (ssize_t count; (count = ::read(master, buffer, sizeof buffer)) > 0;)
-        text.append(buffer, int(count));
-    ::close(master);
-    int status = 0;
-    EXPECT_EQ(::waitpid(child, &status, 0), child);
-    EXPECT_TRUE(WIFEXITED(status)) << status;
-    return text;
-}
-
 TEST_F(ConfigCollect, showsProgressOfLongWorkOnATerminal)
 {
     for (int i = 0; i < 10; ++i)
         file("dir/%1"_q.arg(i), configOf("10.0.0.1"));
-    const std::vector<std::string> arguments = {path("dir"_q).toStdString(), "--recursive"};
-    const QByteArray text = errorsOnTerminal(arguments, path("dir/4"_q), "xterm");
-    if (text == "no lease")
+    if (!canBeSlow(path("dir/4"_q)))
         GTEST_SKIP() << "the file system has no leases";
+    const QByteArray text =
+        runAtTerminal(
+            {{"config", "collect", path("dir"_q).toStdString(), "--recursive"}, path("dir/4"_q)})
+            .errors;
     EXPECT_THAT(text.toStdString(),
                 HasSubstr("\r[###############---------------] 5 of 10 files, 0.0 MB, 0.0 MB/s, "));
     EXPECT_THAT(text.toStdString(), HasSubstr(" left\x1b[K"));
@@ -779,10 +731,12 @@ TEST_F(ConfigCollect, clearsTheProgressBeforeItComplains)
 {
     file("dir/0"_q, configOf("10.0.0.1"));
     file("dir/1.zip"_q, kNoHeader);
-    const std::vector<std::string> arguments = {path("dir"_q).toStdString(), "--recursive"};
-    const QByteArray text = errorsOnTerminal(arguments, path("dir/0"_q), "xterm");
-    if (text == "no lease")
+    if (!canBeSlow(path("dir/0"_q)))
         GTEST_SKIP() << "the file system has no leases";
+    const QByteArray text =
+        runAtTerminal(
+            {{"config", "collect", path("dir"_q).toStdString(), "--recursive"}, path("dir/0"_q)})
+            .errors;
     EXPECT_THAT(text.toStdString(),
                 ContainsRegex("1 of 2 files, [^\r]*left\x1b\\[K\r\x1b\\[Kvantero-formats: "));
 }
@@ -791,12 +745,16 @@ TEST_F(ConfigCollect, showsNoProgressWhereItCouldNotBeTakenBack)
 {
     file("dir/0"_q, configOf("10.0.0.1"));
     file("dir/1"_q, configOf("10.0.0.2"));
-    const std::string folder = path("dir"_q).toStdString();
-    const QByteArray dumb = errorsOnTerminal({folder, "--recursive"}, path("dir/0"_q), "dumb");
-    if (dumb == "no lease")
+    if (!canBeSlow(path("dir/0"_q)))
         GTEST_SKIP() << "the file system has no leases";
-    EXPECT_EQ(dumb, "");
-    EXPECT_EQ(errorsOnTerminal({folder, "--recursive", "--json"}, path("dir/0"_q), "xterm"), "");
+    TerminalCall call;
+    call.arguments = {"config", "collect", path("dir"_q).toStdString(), "--recursive"};
+    call.slow = path("dir/0"_q);
+    call.kind = "dumb";
+    EXPECT_EQ(runAtTerminal(call).errors, "");
+    call.kind = "xterm";
+    call.arguments.emplace_back("--json");
+    EXPECT_EQ(runAtTerminal(call).errors, "");
 }
 
 } // namespace

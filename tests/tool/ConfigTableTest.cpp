@@ -241,6 +241,11 @@ TEST_F(ConfigTable, faultsHaveReasons)
     file("damaged.zip"_q, QByteArray(good).replace("mark=2", "mark=x"));
     file("cut.zip"_q, good.left(good.size() / 2));
     file("text.zip"_q, "no archive"_b);
+    file("end.zip"_q, good.left(good.size() - 1));
+    file("empty.zip"_q, ""_b);
+    file("damaged.jpg"_q, "\xff\xd8\xff\xc0\x01"_b);
+    zip("one.zip"_q, {three.first()});
+    zip("thin.zip"_q, {{"1.cfg"_q, siteConfig("1") + QByteArray(17 << 20, '\n')}});
     zip("secret.zip"_q, three, {"-P"_q, "secret"_q});
     file("wrong"_q, "wrong"_b);
     file("right"_q, "secret"_b);
@@ -284,6 +289,25 @@ TEST_F(ConfigTable, faultsHaveReasons)
          "1 2",
          "good.zip:3.cfg over-archive-size-limit",
          2},
+        {"wrongPassword",
+         {"secret.zip", "good.zip", "--password-file", "wrong"},
+         "1 2 3",
+         "secret.zip:1.cfg wrong-password; secret.zip:2.cfg wrong-password; secret.zip:3.cfg "
+         "wrong-password",
+         2},
+        {"ratioLimit",
+         {"thin.zip", "good.zip", "--ratio-limit", "2"},
+         "1 2 3",
+         "thin.zip:1.cfg over-ratio-limit",
+         2},
+        {"totalLimit",
+         {"good.zip", "one.zip", "--total-size-limit", "280", "--jobs", "1"},
+         "1 2 3",
+         "one.zip:1.cfg over-total-size-limit",
+         2},
+        {"cutAtItsEnd", {"end.zip", "good.zip"}, "1 2 3", "end.zip truncated", 2},
+        {"nothing", {"empty.zip", "good.zip"}, "1 2 3", "empty.zip not-an-archive", 2},
+        {"imageDamaged", {"damaged.jpg"}, "", "damaged.jpg image-damaged", 2},
         {"missing", {"nowhere", "good.zip"}, "1 2 3", "nowhere not-found", 2},
         {"noFile", {"/dev/null"}, "", "/dev/null not-a-file", 2},
         {"unreadable", {"/proc/self/mem"}, "", "/proc/self/mem file-unreadable", 2},
@@ -326,6 +350,101 @@ TEST_F(ConfigTable, faultsHaveReasons)
     expectRun(run("table", {"broken", "--csv"}), 2,
               "address,firmware,source\r\n7,VN-3.0.6.29,broken\r\n",
               "vantero-formats: broken: 2 of 5 sections readable, line 11\n");
+}
+
+TEST_F(ConfigTable, readsArchivesOf65535EntriesWithOneBadOneInTheMidst)
+{
+    constexpr int kEntries = 65535; // the most without the longer form of the directory
+    runProgram("python3"_q,
+               {"-c"_q, "import zipfile\n"
+                        "with zipfile.ZipFile('many.zip', 'w') as z:\n"
+                        "    for i in range(65535):\n"
+                        "        z.writestr('%05d.cfg' % i, '#:1\\n#:VN-3.0\\n'\n"
+                        "                   '# Camera IP: %d\\n\\n' % i)\n"_q},
+               m_dir.path());
+    QByteArray bytes = readFile(path("many.zip"_q));
+    bytes.replace("# Camera IP: 32767\n", "# Camera IP: 3276x\n");
+    file("many.zip"_q, bytes);
+    const ToolResult result = run("table", {"many.zip", "--csv"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_THAT(result.err.toStdString(),
+                testing::MatchesRegex("vantero-formats: many.zip:32767.cfg: [^\n]*\n"));
+    QList<QByteArray> lines = result.out.split('\n');
+    ASSERT_EQ(lines.size(), 1 + kEntries - 1 + 1);
+    EXPECT_EQ(lines.at(1), "0,VN-3.0,many.zip:00000.cfg\r");
+    EXPECT_EQ(lines.at(32767), "32766,VN-3.0,many.zip:32766.cfg\r");
+    EXPECT_EQ(lines.at(32768), "32768,VN-3.0,many.zip:32768.cfg\r");
+    EXPECT_EQ(lines.at(kEntries - 1), "65534,VN-3.0,many.zip:65534.cfg\r");
+}
+
+TEST_F(ConfigTable, countsWhatAllArchivesHoldOverAllOfALongList)
+{
+    zip("a.zip"_q, {{"x.cfg"_q, siteConfig("1")}});
+    zip("b.zip"_q, {{"x.cfg"_q, siteConfig("2")}});
+    QProcess tool;
+    tool.setWorkingDirectory(m_dir.path());
+    tool.start(QString::fromLatin1(VANTERO_TOOL),
+               {"config"_q, "table"_q, "--files-from"_q, "-"_q, "--csv"_q, "--total-size-limit"_q,
+                QString::number(siteConfig("1").size() + 1)});
+    ASSERT_TRUE(tool.waitForStarted());
+    for (const char *line : {"a.zip\n", "b.zip\n", "a.zip\n"}) {
+        tool.write(line);
+        ASSERT_TRUE(tool.waitForBytesWritten());
+        ::usleep(200 * 1000); // until it has been taken for itself
+    }
+    tool.closeWriteChannel();
+    ASSERT_TRUE(tool.waitForFinished());
+    EXPECT_EQ(tool.readAllStandardOutput(),
+              "address,firmware,source\r\n1,VN-3.0.6.29,a.zip:x.cfg\r\n");
+    const QByteArray limit = "more than the limit of " +
+                             QByteArray::number(siteConfig("1").size() + 1) +
+                             " bytes for all archives\n";
+    EXPECT_EQ(tool.readAllStandardError(),
+              "vantero-formats: b.zip:x.cfg: " + limit + "vantero-formats: a.zip:x.cfg: " + limit);
+}
+
+TEST_F(ConfigTable, allCommandsThatReadArchivesHaveTheLimits)
+{
+    zip("site/a.zip"_q, {{"x.cfg"_q, siteConfig("1") + QByteArray(17 << 20, '\n')}});
+    zip("site/b.zip"_q, {{"y.cfg"_q, siteConfig("2")}});
+    const std::vector<std::string> commands[] = {
+        {"config", "show", "site", "--recursive"},
+        {"config", "lint", "site", "--recursive", "--severity", "error"},
+        {"config", "diff", "site", "site/b.zip"},
+        {"config", "collect", "site", "--recursive", "--jobs", "1"},
+        {"config", "table", "site", "--recursive", "--jobs", "1"},
+        {"version", "check", "VN-9", "--configurations", "site", "--recursive"},
+    };
+    const struct
+    {
+        const char *option;
+        const char *value;
+        const char *message;
+    } limits[] = {
+        {"--entry-size-limit", "1000", "a.zip:x.cfg: more than the limit of 1000 bytes\n"},
+        {"--archive-size-limit", "1000",
+         "a.zip:x.cfg: more than the limit of 1000 bytes for all entries\n"},
+        {"--total-size-limit", "1000",
+         "a.zip:x.cfg: more than the limit of 1000 bytes for all archives\n"},
+        {"--entry-count-limit", "0", "a.zip: more than the limit of 0 entries\n"},
+        {"--ratio-limit", "2", "a.zip:x.cfg: compressed more than the limit of 2 times\n"},
+    };
+    for (const auto &command : commands) {
+        for (const auto &limit : limits) {
+            SCOPED_TRACE(command[0] + ' ' + command[1] + ' ' + limit.option);
+            ToolCall call;
+            call.arguments = command;
+            call.arguments.insert(call.arguments.end(), {limit.option, limit.value});
+            call.folder = m_dir.path().toStdString();
+            const ToolResult result = runTool(call);
+            EXPECT_EQ(result.exitCode, 2);
+            EXPECT_THAT(result.err.toStdString(),
+                        HasSubstr(std::string("vantero-formats: site/") + limit.message));
+        }
+    }
+    expectRun(runTool({"version", "check", "VN-3", "VN-4", "--ratio-limit", "2"}), 2, "",
+              "vantero-formats: version check: --ratio-limit requires --configurations (see "
+              "vantero-formats version check --help)\n");
 }
 
 // ---- Threads, lists, shards

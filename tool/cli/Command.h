@@ -14,7 +14,7 @@ namespace vn::tool {
  * One command of the tool. An object serves one run.
  *
  * Errors are thrown as ToolError. An exception of the library that leaves run() is told, too, but
- * without the file's name; inputError() adds it.
+ * with its own message alone.
  */
 class Command
 {

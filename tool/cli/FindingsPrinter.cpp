@@ -72,23 +72,24 @@ void FindingsPrinter::add(Output &out, const QString &file, const Findings &find
     }
 }
 
-void FindingsPrinter::addError(Output &out, const ToolError &error)
-{
-    m_hasFailed = true;
-    out.complain(error);
-    m_errors.append(errorToJson(error));
-}
-
-ExitCode FindingsPrinter::finish(Output &out)
-{
-    return finish(out, m_errors, m_hasFailed ? ExitCode::BadInput : ExitCode::Done);
-}
-
 ExitCode FindingsPrinter::finish(Output &out, const Json &errors, ExitCode worst)
 {
     if (out.json())
         out.setResult(Json::object({{"findings", std::move(m_findings)}, {"errors", errors}}));
     return std::max(worst, m_hasErrors ? ExitCode::No : ExitCode::Done);
+}
+
+std::optional<ToolError> warningOf(const Findings &losses, const QString &name, const char *lint)
+{
+    if (losses.isEmpty())
+        return std::nullopt;
+    const Finding &first = losses.first();
+    QString text =
+        QStringLiteral("%1 (line %2)").arg(first.message, QString::number(first.range.line));
+    if (losses.size() > 1)
+        text += QStringLiteral("; %1 more: see \"%2\"")
+                    .arg(QString::number(losses.size() - 1), QLatin1String(lint));
+    return ToolError::warning(text).because(first.code).at(name);
 }
 
 } // namespace vn::tool

@@ -9,6 +9,8 @@
 
 #include "base/Finding.h"
 
+#include <optional>
+
 namespace vn::tool {
 
 /**
@@ -16,17 +18,11 @@ namespace vn::tool {
  * [code]", or with --json {"findings": [{"file", "line", "column", "endLine", "endColumn",
  * "severity", "code", "message"}, …], "errors": […]}.
  *
- * What cannot be read is told as any error; the rest goes on. With --json such errors stand in the
- * member "errors".
  * @code
- * for (const QString &file : files) {
- *     try {
- *         m_findings.add(out, file, findingsOf(readInput(file)));
- *     } catch (const ToolError &e) {
- *         m_findings.addError(out, e);
- *     }
- * }
- * return m_findings.finish(out);
+ * m_work.forEach(out, files, [&](const QString &file) {
+ *     m_findings.add(out, file, findingsOf(readInput(file)));
+ * });
+ * return m_findings.finish(out, m_work.errors(), m_work.exitCode());
  * @endcode
  */
 class FindingsPrinter
@@ -39,26 +35,23 @@ public:
      * severe as the user wants to know. All of them count. */
     void add(Output &out, const QString &file, const Findings &findings);
 
-    /** Tells that something could not be read. */
-    void addError(Output &out, const ToolError &error);
-
-    /** Sets the result of --json and gives the exit status: BadInput when something could not be
-     * read, No when there are findings of severity "error", else Done. */
-    ExitCode finish(Output &out);
-
-    /** The same behind work that has told its errors itself: these are @p errors, as errorToJson()
-     * has each, and @p worst is what it would have ended with. */
-    ExitCode finish(Output &out, const Json &errors, ExitCode worst);
+    /** Sets the result of --json and gives the exit status: @p worst, or No when there are findings
+     * of severity "error". @p errors, which have been told, are what could not be read, as
+     * errorToJson() has each. */
+    ExitCode finish(Output &out, const Json &errors = Json::array(),
+                    ExitCode worst = ExitCode::Done);
 
 private:
     bool isWanted(const Finding &finding) const;
 
     QString m_least;
     Json m_findings = Json::array();
-    Json m_errors = Json::array();
-    bool m_hasFailed = false;
     bool m_hasErrors = false;
 };
+
+/** A warning of what reading the file @p name loses: the first of @p losses, and how many more the
+ * command @p lint tells; nothing where there are none. */
+std::optional<ToolError> warningOf(const Findings &losses, const QString &name, const char *lint);
 
 } // namespace vn::tool
 

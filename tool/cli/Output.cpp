@@ -16,7 +16,6 @@ namespace {
 
 constexpr int kBufferSize = 1 << 16;
 constexpr char kProgram[] = "vantero-formats:";
-constexpr char kWarning[] = "warning:";
 
 /** Writes all bytes; false, with errno set, when that fails. */
 bool writeAll(int descriptor, const QByteArray &bytes)
@@ -49,6 +48,7 @@ Output::Output(bool json, ColorMode colors)
     , m_toTerminal(::isatty(STDOUT_FILENO) == 1)
     , m_colors(colors, STDOUT_FILENO)
     , m_errorColors(colors, STDERR_FILENO)
+    , m_progress(!json)
 {
 }
 
@@ -111,13 +111,13 @@ void Output::complain(const ToolError &error)
 {
     if (m_json)
         return;
+    m_progress.hide();
     writeToStandardError(failureText(error, false, m_errorColors));
 }
 
 void Output::warn(const QString &name, const QString &message)
 {
-    complain(
-        ToolError(ExitCode::Done, QLatin1String(kWarning) + QLatin1Char(' ') + message).at(name));
+    complain(ToolError::warning(message).at(name));
 }
 
 void Output::finish()
@@ -168,6 +168,8 @@ void Output::flush()
 {
     const QByteArray bytes = m_buffer;
     m_buffer.clear(); // also on failure: nothing is written twice
+    if (!bytes.isEmpty())
+        m_progress.hide();
     if (!writeAll(STDOUT_FILENO, bytes))
         throw standardOutputError();
 }
@@ -193,11 +195,10 @@ QByteArray failureText(const ToolError &error, bool json, const Colors &colors)
         return Json::object({{"error", errorToJson(error)}}).toText();
     const bool isFailure = error.code() != ExitCode::Done;
     QString text = colors.text(isFailure ? Style::Error : Style::Place, QLatin1String(kProgram)) +
-                   QLatin1Char(' ') + error.toString() + QLatin1Char('\n');
-    const int warning = isFailure ? -1 : text.indexOf(QLatin1String(kWarning));
-    if (warning >= 0)
-        text.replace(warning, int(sizeof kWarning) - 1,
-                     colors.text(Style::Warning, QLatin1String(kWarning)));
+                   QLatin1Char(' ') + error.place();
+    if (error.isWarning())
+        text += colors.text(Style::Warning, QStringLiteral("warning:")) + QLatin1Char(' ');
+    text += error.message() + QLatin1Char('\n');
     if (!error.excerpt().isEmpty()) {
         text += error.excerpt();
         if (!text.endsWith(QLatin1Char('\n')))
@@ -208,13 +209,16 @@ QByteArray failureText(const ToolError &error, bool json, const Colors &colors)
 
 Json errorToJson(const ToolError &error)
 {
-    return Json::object({
+    Json json = Json::object({
         {"file", error.file().isEmpty() ? Json() : Json(error.file())},
         {"line", error.line() > 0 ? Json(error.line()) : Json()},
         {"column", error.column() > 0 ? Json(error.column()) : Json()},
         {"message", error.message()},
         {"exitCode", int(error.code())},
     });
+    if (!error.reason().isNull())
+        json.insert(QStringLiteral("reason"), error.reason());
+    return json;
 }
 
 void writeToStandardError(const QByteArray &bytes)

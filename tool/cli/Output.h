@@ -6,6 +6,7 @@
 
 #include "tool/cli/Colors.h"
 #include "tool/cli/Json.h"
+#include "tool/cli/Progress.h"
 #include "tool/cli/ToolError.h"
 
 #include <QtCore/QByteArray>
@@ -21,6 +22,7 @@ namespace vn::tool {
  * for an error that standard output does not take.
  *
  * Nothing is lost in silence: what standard output does not take is an error (exit status 3).
+ * Whatever is written takes the line back that shows progress.
  */
 class Output
 {
@@ -35,6 +37,9 @@ public:
 
     /** The colors of standard output. */
     const Colors &colors() const { return m_colors; }
+
+    /** The line that shows how far long work is; never with --json. */
+    Progress &progress() { return m_progress; }
 
     /** Prints a result; not with --json. @throws ToolError when it cannot be written */
     void print(const QString &text);
@@ -90,6 +95,7 @@ private:
     Colors m_errorColors;
     std::optional<Json> m_result;
     QByteArray m_buffer;
+    Progress m_progress;
 };
 
 /** @p text as one line that a terminal shows and does not obey: control characters but tabulators
@@ -100,7 +106,8 @@ QString escapedControls(const QString &text);
  * colors, on standard output. */
 QByteArray failureText(const ToolError &error, bool json, const Colors &colors = {});
 
-/** The value of the member "error": file, line, column, message, exit code; null where unknown. */
+/** The value of the member "error": file, line, column, message, exit code, null where unknown; a
+ * reason where there is one. */
 Json errorToJson(const ToolError &error);
 
 /** Writes to standard error; there is nowhere to report a failure. */

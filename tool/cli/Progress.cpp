@@ -44,7 +44,7 @@ QByteArray megabytes(double bytes)
 } // namespace
 
 Progress::Progress(bool wanted)
-    : m_possible(wanted && isTerminal())
+    : m_wanted(wanted)
 {
     m_sinceStart.start();
 }
@@ -54,10 +54,17 @@ Progress::~Progress()
     hide();
 }
 
-void Progress::setTotal(qint64 files, qint64 bytes)
+bool Progress::isPossible() const
 {
-    m_totalFiles = files;
-    m_totalBytes = bytes;
+    if (m_wanted && !m_isTerminal)
+        m_isTerminal = isTerminal();
+    return m_wanted && *m_isTerminal;
+}
+
+void Progress::expect(qint64 files, qint64 bytes)
+{
+    m_totalFiles = qMax<qint64>(0, m_totalFiles) + files;
+    m_totalBytes = qMax<qint64>(0, m_totalBytes) + bytes;
 }
 
 QByteArray Progress::line() const
@@ -86,7 +93,7 @@ void Progress::advance(qint64 bytes)
 {
     ++m_files;
     m_bytes += bytes;
-    if (!m_possible || m_sinceStart.elapsed() < kLongWorkMs)
+    if (m_sinceStart.elapsed() < kLongWorkMs || !isPossible())
         return;
     if (m_visible && m_sinceDrawn.elapsed() < kRedrawMs)
         return;

@@ -6,6 +6,8 @@
 
 #include <QtCore/QElapsedTimer>
 
+#include <optional>
+
 namespace vn::tool {
 
 /**
@@ -24,10 +26,11 @@ public:
     Progress &operator=(const Progress &) = delete;
 
     /** Whether the line may appear; where it may not, nobody needs to ask how much there is. */
-    bool isPossible() const { return m_possible; }
+    bool isPossible() const;
 
-    /** Tells how much there is, where that is known: then a bar and the time left are shown. */
-    void setTotal(qint64 files, qint64 bytes);
+    /** Tells that so much more is to come, where that is known: then a bar and the time left are
+     * shown. */
+    void expect(qint64 files, qint64 bytes);
 
     /** Counts one more file, of @p bytes, as done. */
     void advance(qint64 bytes);
@@ -38,7 +41,8 @@ public:
 private:
     QByteArray line() const;
 
-    bool m_possible;
+    const bool m_wanted;
+    mutable std::optional<bool> m_isTerminal; // asked when it matters
     bool m_visible = false;
     qint64 m_files = 0;
     qint64 m_bytes = 0;

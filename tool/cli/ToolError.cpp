@@ -3,8 +3,6 @@
 
 #include "tool/cli/ToolError.h"
 
-#include "base/Exceptions.h"
-
 namespace vn::tool {
 
 ToolError::ToolError(ExitCode code, const QString &message)
@@ -15,6 +13,20 @@ ToolError::ToolError(ExitCode code, const QString &message)
 }
 
 ToolError::~ToolError() = default;
+
+ToolError ToolError::warning(const QString &message)
+{
+    ToolError result(ExitCode::Done, message);
+    result.m_isWarning = true;
+    return result;
+}
+
+ToolError ToolError::because(const QString &reason) const
+{
+    ToolError copy = *this;
+    copy.m_reason = reason;
+    return copy;
+}
 
 ToolError ToolError::at(const QString &name) const
 {
@@ -37,7 +49,7 @@ ToolError ToolError::showing(const QString &excerpt) const
     return copy;
 }
 
-QString ToolError::toString() const
+QString ToolError::place() const
 {
     QString text;
     if (!m_file.isEmpty()) {
@@ -48,37 +60,12 @@ QString ToolError::toString() const
             text += QString::number(m_column) + QLatin1Char(':');
         text += QLatin1Char(' ');
     }
-    return text + m_message;
+    return text;
 }
 
 const char *ToolError::what() const noexcept
 {
     return m_what.c_str();
-}
-
-namespace {
-
-ToolError errorFrom(ExitCode code, const ExceptionQt &exception, const QString &name)
-{
-    if (const auto *file = dynamic_cast<const FileException *>(&exception))
-        return ToolError(code, file->reason()).at(name);
-    QString message = exception.message();
-    const QString prefix = name + QLatin1String(": ");
-    if (message.startsWith(prefix))
-        message.remove(0, prefix.size());
-    return ToolError(code, message).at(name);
-}
-
-} // namespace
-
-ToolError inputError(const ExceptionQt &exception, const QString &name)
-{
-    return errorFrom(ExitCode::BadInput, exception, name);
-}
-
-ToolError outputError(const ExceptionQt &exception, const QString &name)
-{
-    return errorFrom(ExitCode::OutputFailed, exception, name);
 }
 
 } // namespace vn::tool

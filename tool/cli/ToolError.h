@@ -11,11 +11,7 @@
 #include <exception>
 #include <string>
 
-namespace vn {
-
-class ExceptionQt;
-
-namespace tool {
+namespace vn::tool {
 
 /**
  * Ends a command: what failed, on which file, and the exit status that follows.
@@ -33,6 +29,12 @@ public:
     ToolError(ExitCode code, const QString &message);
     ~ToolError() override;
 
+    /** What deserves a word and ends nothing: it reads "FILE: warning: message". */
+    static ToolError warning(const QString &message);
+
+    /** The same error with a word for its cause that never changes, for programs: "not-found". */
+    ToolError because(const QString &reason) const;
+
     /** The same error on the file @p name, as the user wrote it. */
     ToolError at(const QString &name) const;
 
@@ -44,20 +46,27 @@ public:
     ToolError showing(const QString &excerpt) const;
 
     ExitCode code() const { return m_code; }
+    bool isWarning() const { return m_isWarning; }
     const QString &message() const { return m_message; }
+    const QString &reason() const { return m_reason; }
     const QString &file() const { return m_file; }
     int line() const { return m_line; }
     int column() const { return m_column; }
     const QString &excerpt() const { return m_excerpt; }
 
-    /** "FILE:LINE:COLUMN: message". */
-    QString toString() const;
+    /** "FILE:LINE:COLUMN: " as far as it is known. */
+    QString place() const;
+
+    /** The place, then the message. */
+    QString toString() const { return place() + m_message; }
 
     const char *what() const noexcept override;
 
 private:
     ExitCode m_code;
+    bool m_isWarning = false;
     QString m_message;
+    QString m_reason;
     QString m_file;
     int m_line = 0;
     int m_column = 0;
@@ -65,16 +74,6 @@ private:
     std::string m_what;
 };
 
-/**
- * The error that @p exception of the library means for the file @p name: bad input, with its
- * message freed of the file name where it begins with one.
- */
-ToolError inputError(const ExceptionQt &exception, const QString &name);
-
-/** The same for a file that is written: the output failed. */
-ToolError outputError(const ExceptionQt &exception, const QString &name);
-
-} // namespace tool
-} // namespace vn
+} // namespace vn::tool
 
 #endif // VN_TOOL_CLI_TOOLERROR_H

@@ -3,31 +3,27 @@
 
 #include "tool/commands/AlarmFiles.h"
 
-#include "tool/cli/ToolError.h"
+#include "tool/cli/FindingsPrinter.h"
 #include "tool/files/Input.h"
 
+#include "alarm/AlarmLint.h"
 #include "base/Exceptions.h"
-#include "base/FileUtils.h"
-
-#include <algorithm>
 
 namespace vn::tool {
 
 namespace {
 
-/** The tree of the file @p name. */
-AlarmTree treeOf(const QString &name, const AlarmFiles::Read &read, Output &out)
+/** What reading loses among @p findings. What is shown all the same, as the second value of a key
+ * and the backslashes of escapes, is not lost. */
+Findings lossesOf(const Findings &findings, bool keepsRepeated)
 {
-    const QByteArray bytes = readInput(name);
-    try {
-        const AlarmTree tree = read(bytes);
-        if (FileUtils::decodeText(bytes) != QString::fromLatin1(bytes))
-            out.warn(name, QStringLiteral("the text is UTF-8; it is shown as programs get it, each "
-                                          "byte of a character as one of Latin-1"));
-        return tree;
-    } catch (const ParseException &e) {
-        throw alarmError(e, name, bytes);
-    }
+    Findings losses;
+    for (const Finding &each : findings)
+        if (each.severity == Finding::Severity::Warning &&
+            each.code != QLatin1String("escape-not-decoded") &&
+            (each.code != QLatin1String("key-repeated") || !keepsRepeated))
+            losses += each;
+    return losses;
 }
 
 Json result(const QString &name, const char *member, const AlarmTree &tree)
@@ -52,7 +48,33 @@ void AlarmFiles::declare(Arguments &arguments, const char *what)
     arguments.json();
 }
 
-ExitCode AlarmFiles::show(Output &out, const char *name, const Read &read) const
+void AlarmFiles::warnOfLosses(const QByteArray &bytes, const QString &name, qint64 line,
+                              Output &out) const
+{
+    if (out.json()) // which has no place for it
+        return;
+    Findings losses = m_areUpdates ? lossesOf(alarmUpdateFindings(bytes), false)
+                                   : lossesOf(alarmListFindings(bytes), true);
+    for (Finding &each : losses)
+        each.range.line += int(line) - 1;
+    if (const auto warning =
+            warningOf(losses, name, m_areUpdates ? "alarms lint --updates" : "alarms lint"))
+        out.complain(*warning);
+}
+
+AlarmTree AlarmFiles::treeOf(const QString &name, const Read &read, Output &out) const
+{
+    const QByteArray bytes = readInput(name);
+    try {
+        const AlarmTree tree = read(bytes);
+        warnOfLosses(bytes, name, 1, out);
+        return tree;
+    } catch (const ParseException &e) {
+        throw alarmError(e, name, bytes);
+    }
+}
+
+ExitCode AlarmFiles::show(Output &out, const char *name, const Read &read)
 {
     if (m_names.size() == 1) {
         const AlarmTree tree = treeOf(m_names.first(), read, out);
@@ -62,28 +84,20 @@ ExitCode AlarmFiles::show(Output &out, const char *name, const Read &read) const
             out.print(tree.toText());
         return ExitCode::Done;
     }
-    ExitCode worst = ExitCode::Done;
     Json files = Json::array();
-    Json errors = Json::array();
     bool isFirst = true;
-    for (const QString &file : m_names) {
-        try {
-            const AlarmTree tree = treeOf(file, read, out);
-            if (out.json())
-                files.append(result(file, name, tree));
-            else
-                out.print((isFirst ? QString() : QStringLiteral("\n")) + QStringLiteral("# ") +
-                          file + QLatin1Char('\n') + tree.toText());
-            isFirst = false;
-        } catch (const ToolError &e) {
-            out.complain(e);
-            errors.append(errorToJson(e));
-            worst = std::max(worst, e.code());
-        }
-    }
+    m_work.forEach(out, m_names, [&](const QString &file) {
+        const AlarmTree tree = treeOf(file, read, out);
+        if (out.json())
+            files.append(result(file, name, tree));
+        else
+            out.print((isFirst ? QString() : QStringLiteral("\n")) + QStringLiteral("# ") + file +
+                      QLatin1Char('\n') + tree.toText());
+        isFirst = false;
+    });
     if (out.json())
-        out.setResult(Json::object({{"files", std::move(files)}, {"errors", std::move(errors)}}));
-    return worst;
+        out.setResult(Json::object({{"files", std::move(files)}, {"errors", m_work.errors()}}));
+    return m_work.exitCode();
 }
 
 } // namespace vn::tool

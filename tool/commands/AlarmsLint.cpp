@@ -3,7 +3,7 @@
 
 #include "tool/cli/Command.h"
 #include "tool/cli/FindingsPrinter.h"
-#include "tool/cli/ToolError.h"
+#include "tool/files/FileWork.h"
 #include "tool/files/Input.h"
 
 #include "alarm/AlarmLint.h"
@@ -39,23 +39,19 @@ public:
         char *argumentValues[] = {name, nullptr};
         const QCoreApplication application(argumentCount, argumentValues);
 
-        for (const QString &file : qAsConst(m_files)) {
-            try {
-                const QByteArray bytes = readInput(file);
-                m_findings.add(out, file,
-                               m_areUpdates ? alarmUpdateFindings(bytes)
-                                            : alarmListFindings(bytes));
-            } catch (const ToolError &e) {
-                m_findings.addError(out, e);
-            }
-        }
-        return m_findings.finish(out);
+        m_work.forEach(out, m_files, [&](const QString &file) {
+            const QByteArray bytes = readInput(file);
+            m_findings.add(out, file,
+                           m_areUpdates ? alarmUpdateFindings(bytes) : alarmListFindings(bytes));
+        });
+        return m_findings.finish(out, m_work.errors(), m_work.exitCode());
     }
 
 private:
     QStringList m_files;
     bool m_areUpdates = false;
     FindingsPrinter m_findings;
+    FileWork m_work;
 };
 
 } // namespace

@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    AlarmFiles m_files;
+    AlarmFiles m_files{false};
     bool m_inTextOrder = false;
 };
 

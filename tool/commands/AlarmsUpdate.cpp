@@ -97,14 +97,21 @@ private:
                     out.complain(
                         alarmError(*lines.error(), name, lines.line(), lines.lineNumber()));
                 else
-                    out.print(QStringLiteral("# %1:%2\n").arg(name).arg(lines.lineNumber()) +
-                              AlarmTree(lines.update().root().toScriptValue(&engine)).toText());
+                    showLine(name, lines, engine, out);
                 out.flush(); // somebody may wait for it
             }
         } catch (const IOException &e) {
             throw ToolError(ExitCode::BadInput, e.message()).at(name);
         }
         return areUpdates;
+    }
+
+    void showLine(const QString &name, const AlarmUpdateLines &lines, QScriptEngine &engine,
+                  Output &out) const
+    {
+        m_files.warnOfLosses(lines.line(), name, lines.lineNumber(), out);
+        out.print(QStringLiteral("# %1:%2\n").arg(name).arg(lines.lineNumber()) +
+                  AlarmTree(lines.update().root().toScriptValue(&engine)).toText());
     }
 
     Json asJson(const QString &name, const AlarmUpdateLines &lines, QScriptEngine &engine) const
@@ -124,7 +131,7 @@ private:
         return json;
     }
 
-    AlarmFiles m_files;
+    AlarmFiles m_files{true};
     bool m_areLines = false;
 };
 

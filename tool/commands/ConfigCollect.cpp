@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "tool/cli/Command.h"
-#include "tool/cli/Interrupt.h"
 #include "tool/commands/TableWriter.h"
 #include "tool/files/CollectTarget.h"
-#include "tool/files/ConfigScan.h"
+#include "tool/files/ConfigExaminer.h"
 #include "tool/files/Input.h"
 
 #include <algorithm>
@@ -46,7 +45,10 @@ public:
     {
         arguments.describe(
             "Lists the camera's address, the firmware and the source of every configuration.");
-        m_scan.declare(arguments, "--source-password-file");
+        describeSites(arguments);
+        arguments.files("PATH", "files, archives and folders", m_sources.names());
+        arguments.optional();
+        m_sources.declare(arguments, "--source-password-file");
         arguments.describe(
             "The collected configurations can be written byte by byte to new files or to a new "
             "archive, encrypted by AES-256 where there is a password for it; they are named by "
@@ -71,10 +73,9 @@ public:
 
     ExitCode run(Output &out) override
     {
-        m_out = &out;
         if (m_passwordFile && !m_outputArchive)
-            m_scan.setPasswordFile(*m_passwordFile);
-        if (m_outputArchive && m_passwordFile == QLatin1String("-") && m_scan.readsInput())
+            m_sources.setPasswordFile(*m_passwordFile);
+        if (m_outputArchive && m_passwordFile == QLatin1String("-") && m_sources.readsInput())
             throw ToolError(ExitCode::BadInput, inputTakenTwice());
         if (m_outputArchive)
             m_target = makeArchiveTarget(
@@ -82,32 +83,32 @@ public:
         else if (m_outputFolder)
             m_target = makeFolderTarget(*m_outputFolder);
 
-        const Interrupt interrupt;
-        ConfigScan::Handler handler;
-        handler.look = [](const ScannedConfig &, const VanteroConfigMap &) { return std::any(); };
-        handler.take = [this](ScannedConfig found, const std::any &) { take(std::move(found)); };
-        handler.report = [this](const ScanFault &fault) { report(fault); };
-        handler.idle = [] {};
-        handler.wantsBytes = m_target != nullptr;
-        if (m_target)
-            handler.isOwn = [this](const QString &path) { return m_target->hasWritten(path); };
         if (m_outputArchive)
-            m_scan.setTotalSizeLimit(kMostInAnArchive);
-        const bool isComplete = m_scan.run(out, handler);
-        finish(isComplete);
-        show();
-        if (Interrupt::isPending()) {
-            tellInterruption();
-            out.flush();
-            Interrupt::obey();
-        }
-        if (m_scan.hasFailed())
-            return ExitCode::BadInput;
+            m_sources.setTotalSizeLimit(kMostInAnArchive);
+        ConfigSources::Steps steps;
+        steps.keepsBytes = m_target != nullptr;
+        steps.look = ConfigExaminer(m_sources, ConfigSelection(),
+                                    [this](ScannedConfig &&found, const VanteroConfigMap &) {
+                                        if (!m_target)
+                                            found.bytes.clear();
+                                        return std::any(std::move(found));
+                                    });
+        steps.take = [this](std::any &&found) {
+            take(std::any_cast<ScannedConfig &&>(std::move(found)));
+        };
+        if (m_target)
+            steps.isOwn = [this](const QString &path) { return m_target->hasWritten(path); };
+        finish(m_sources.walk(out, steps));
+        show(out);
+        if (Interrupt::isPending())
+            tellInterruption(out);
+        if (m_sources.exitCode() != ExitCode::Done)
+            return m_sources.exitCode();
         return m_collected.empty() ? ExitCode::No : ExitCode::Done;
     }
 
 private:
-    void take(ScannedConfig found)
+    void take(ScannedConfig &&found)
     {
         if (m_target) {
             m_target->write(found.address, QLatin1String(found.isImage ? ".jpg" : ".cfg"),
@@ -115,21 +116,6 @@ private:
             found.bytes.clear();
         }
         m_collected.push_back({std::move(found), QString()});
-    }
-
-    void report(const ScanFault &fault)
-    {
-        if (fault.isWarning()) {
-            m_out->warn(fault.error.file(), fault.error.message());
-            m_warnings.append(Json::object({{"file", fault.error.file()},
-                                            {"reason", fault.reason},
-                                            {"message", fault.error.message()}}));
-            return;
-        }
-        m_out->complain(fault.error);
-        Json error = errorToJson(fault.error);
-        error.insert(QStringLiteral("reason"), fault.reason);
-        m_errors.append(std::move(error));
     }
 
     /** Completes what was written, as far as it is of use; then its names are known. */
@@ -147,24 +133,24 @@ private:
             m_collected[i].written = m_target->names().at(int(i));
     }
 
-    void tellInterruption() const
+    void tellInterruption(Output &out) const
     {
         const qint64 count = qint64(m_collected.size());
         const QString text =
             m_isDropped ? QStringLiteral("interrupted; no archive written")
             : m_target  ? QStringLiteral("interrupted; %1 files written, each whole").arg(count)
                         : QStringLiteral("interrupted; %1 configurations found so far").arg(count);
-        m_out->complain(ToolError(ExitCode::BadInput, text));
+        out.complain(ToolError(ExitCode::BadInput, text));
     }
 
-    void show()
+    void show(Output &out)
     {
-        if (m_out->json())
-            m_out->setResult(toJson());
+        if (out.json())
+            out.setResult(toJson());
         else if (!m_collected.empty())
-            printTable();
-        else if (!m_scan.hasFailed() && !Interrupt::isPending())
-            m_out->complain(ToolError(ExitCode::No, QStringLiteral("no configurations found")));
+            printTable(out);
+        else if (m_sources.exitCode() == ExitCode::Done && !Interrupt::isPending())
+            out.complain(ToolError(ExitCode::No, QStringLiteral("no configurations found")));
     }
 
     static Json brokenToJson(const std::optional<BrokenSections> &broken)
@@ -186,11 +172,12 @@ private:
                                                 {"entry", each.config.entry},
                                                 {"broken", brokenToJson(each.config.broken)},
                                                 {"written", each.written}}));
-        return Json::object(
-            {{"configurations", configurations}, {"errors", m_errors}, {"warnings", m_warnings}});
+        return Json::object({{"configurations", configurations},
+                             {"errors", m_sources.errors()},
+                             {"warnings", m_sources.warnings()}});
     }
 
-    void printTable()
+    void printTable(Output &out) const
     {
         const bool isWritten = !m_collected.front().written.isNull();
         const bool isAnyBroken =
@@ -204,7 +191,7 @@ private:
             rows[0] += QStringLiteral("STATE");
         for (const Collected &each : m_collected) {
             QStringList row = {toCell(each.config.address), toCell(each.config.firmware),
-                               toCell(each.config.source())};
+                               toCell(each.config.source)};
             if (isWritten)
                 row += toCell(each.written);
             if (isAnyBroken)
@@ -221,21 +208,18 @@ private:
             QString line;
             for (int i = 0; i < last; ++i)
                 line += row.at(i).leftJustified(widths[std::size_t(i)]) + QLatin1String("  ");
-            m_out->printLine(line + row.at(last));
+            out.printLine(line + row.at(last));
         }
     }
 
-    ConfigScan m_scan;
+    ConfigSources m_sources{ConfigSources::Site | ConfigSources::Images | ConfigSources::Archives};
     std::optional<QString> m_outputArchive;
     std::optional<QString> m_passwordFile;
     std::optional<QString> m_outputFolder;
 
-    Output *m_out = nullptr;
     std::unique_ptr<CollectTarget> m_target;
     bool m_isDropped = false; // the target, of which a part is of no use
     std::vector<Collected> m_collected;
-    Json m_errors = Json::array();
-    Json m_warnings = Json::array();
 };
 
 } // namespace

@@ -156,6 +156,8 @@ private:
                 m_by == QLatin1String("name") ? nameBelow(root, source) : config.getFactoryIP();
             (groups[key].*side).push_back({source.name, config.map()});
         });
+        if (Interrupt::stopped()) // what is missing is no difference
+            throw ToolError(ExitCode::BadInput, QStringLiteral("nothing is compared"));
     }
 
     /** The name by which a source is known in both: that of a file, the rest of a path, an entry.

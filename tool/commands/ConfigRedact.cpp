@@ -59,15 +59,18 @@ public:
         return m_target.run(out, [&](const ConfigTextFile &file) {
             const RedactedConfig redacted = redactConfig(file.text(), rules);
             EditTarget::Edited edited = {redacted.text, {}, {}};
+            const auto note = [&](const ToolError &text, const ConfigRedaction &each) {
+                edited.notes.append(text.at(file.name(), each.range.line, each.range.column));
+            };
             for (const ConfigRedaction &each : redacted.replaced) {
                 edited.edits.append({each.range, kMark});
                 if (m_report)
-                    edited.notes.append({inWords(each), each.range});
+                    note(ToolError(ExitCode::Done, inWords(each)), each);
             }
             for (const ConfigRedaction &each : redacted.left)
-                edited.notes.append(
-                    {QLatin1String("warning: looks like a secret, but stays: ") + inWords(each),
-                     each.range});
+                note(ToolError::warning(QLatin1String("looks like a secret, but stays: ") +
+                                        inWords(each)),
+                     each);
             return edited;
         });
     }
@@ -84,7 +87,7 @@ private:
             text += QLatin1String(": ") + redaction.section;
         if (!redaction.key.isNull())
             text += QLatin1Char('/') + redaction.key;
-        return text;
+        return escapedControls(text);
     }
 
     QStringList m_keys;

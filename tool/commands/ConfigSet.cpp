@@ -12,9 +12,6 @@ namespace vn::tool {
 
 namespace {
 
-/** What is made is told of the file, not of a place in it. */
-constexpr TextRange kNowhere = {0, 0, 0, 0, 0, 0};
-
 /** `config set` and `config add`, which differ in what becomes of the values that are there. */
 class ConfigSet : public Command
 {
@@ -79,7 +76,7 @@ public:
             m_edits = {m_single};
         const ExitCode code =
             m_target.run(out, [this](const ConfigTextFile &file) { return edit(file); });
-        if (m_hasMet || m_conditions.isEmpty())
+        if (m_hasMet || m_conditions.isEmpty() || Interrupt::stopped())
             return code;
         out.complain(ToolError(ExitCode::No, QStringLiteral("nothing is changed: the condition "
                                                             "holds in no file")));
@@ -98,7 +95,7 @@ private:
         if (!isMet)
             return {file.text(), text.edits()};
         m_hasMet = true;
-        QVector<QPair<QString, TextRange>> made;
+        QVector<ToolError> made;
         for (const EntryArgument &each : qAsConst(m_edits)) {
             const QString news = whatIsNew(text, each);
             if (m_existing && !news.isNull())
@@ -110,7 +107,8 @@ private:
             requireDone(result, file.name(), QString());
             // A value that is added is meant to be new; one that is set is meant to be there.
             if (m_kind == Kind::Set && !news.isNull())
-                made.append({QLatin1String("new ") + news, kNowhere});
+                made.append(
+                    ToolError(ExitCode::Done, escapedControls(QLatin1String("new ") + news)));
         }
         return {text.text(), text.edits(), made};
     }

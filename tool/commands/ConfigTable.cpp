@@ -3,11 +3,10 @@
 
 #include "tool/cli/Closest.h"
 #include "tool/cli/Command.h"
-#include "tool/cli/Interrupt.h"
 #include "tool/commands/TableWriter.h"
 #include "tool/files/Completion.h"
+#include "tool/files/ConfigExaminer.h"
 #include "tool/files/ConfigFilter.h"
-#include "tool/files/ConfigScan.h"
 
 #include <QtCore/QSet>
 
@@ -34,7 +33,10 @@ public:
             "value: = (one of its values is it), != (none is), ~ (one matches a pattern of the "
             "shell); for \"firmware\" also <, <=, >, >=, by the order of versions, and = takes "
             "patterns such as VN-3.0.*. What is missing counts as empty.");
-        m_scan.declare(arguments, "--password-file");
+        describeSites(arguments);
+        arguments.files("PATH", "files, archives and folders", m_sources.names());
+        arguments.optional();
+        m_sources.declare(arguments);
         arguments.repeatedOption("--key", "SECTION/KEY", "a column with the values of this key",
                                  m_keys);
         arguments.offers("entry");
@@ -56,7 +58,6 @@ public:
 
     ExitCode run(Output &out) override
     {
-        m_out = &out;
         QStringList columns;
         m_keys.removeDuplicates(); // a column is named once
         for (const QString &key : qAsConst(m_keys)) {
@@ -71,16 +72,18 @@ public:
                                                  : TableFormat::Text,
                                    columns, out);
 
-        const Interrupt interrupt;
-        ConfigScan::Handler handler;
-        handler.look = [this](const ScannedConfig &found, const VanteroConfigMap &config) {
-            return std::any(rowOf(found, config));
-        };
+        ConfigSelection selection;
         for (const ConfigField &field : m_fields)
-            field.addTo(handler.selection);
+            field.addTo(selection);
         for (const ConfigFilter &filter : m_filters)
-            filter.addTo(handler.selection);
-        handler.take = [this](const ScannedConfig &, const std::any &result) {
+            filter.addTo(selection);
+        ConfigSources::Steps steps;
+        steps.look =
+            ConfigExaminer(m_sources, selection,
+                           [this](const ScannedConfig &found, const VanteroConfigMap &config) {
+                               return std::any(rowOf(found, config));
+                           });
+        steps.take = [this](const std::any &result) {
             if (const auto &row = std::any_cast<const std::optional<TableRow> &>(result)) {
                 m_writer->write(*row);
                 ++m_rows;
@@ -89,25 +92,14 @@ public:
                         m_seen.insert(m_keys.at(i));
             }
         };
-        handler.report = [this](const ScanFault &fault) {
-            m_out->complain(
-                fault.isWarning()
-                    ? ToolError(ExitCode::Done, QLatin1String("warning: ") + fault.error.message())
-                          .at(fault.error.file())
-                    : fault.error);
-            m_writer->addFault(fault);
-        };
-        handler.idle = [this] { m_writer->flush(); };
-        (void)m_scan.run(out, handler);
-        m_writer->finish();
-        if (Interrupt::isPending()) {
+        steps.idle = [this] { m_writer->flush(); };
+        (void)m_sources.walk(out, steps);
+        m_writer->finish(m_sources.errors(), m_sources.warnings());
+        if (Interrupt::isPending())
             out.complain(ToolError(ExitCode::BadInput,
                                    QStringLiteral("interrupted; %1 rows so far").arg(m_rows)));
-            out.flush();
-            Interrupt::obey();
-        }
-        if (m_scan.hasFailed())
-            return ExitCode::BadInput;
+        if (m_sources.exitCode() != ExitCode::Done || Interrupt::isPending())
+            return m_sources.exitCode();
         warnOfMistypedNames(out);
         if (m_rows == 0)
             out.complain(ToolError(ExitCode::No, QStringLiteral("no configurations found")));
@@ -137,8 +129,8 @@ private:
                                                                           : fieldOf(condition);
         if (wanted.isEmpty() || out.json())
             return;
-        const QStringList known = completions(QStringLiteral("entry"), m_scan.paths()) +
-                                  completions(QStringLiteral("condition"), m_scan.paths());
+        const QStringList known = completions(QStringLiteral("entry"), m_sources.names()) +
+                                  completions(QStringLiteral("condition"), m_sources.names());
         for (const QString &name : qAsConst(wanted)) {
             const bool isWord =
                 !name.contains(QLatin1Char('/')) && !name.contains(QLatin1Char('='));
@@ -158,19 +150,18 @@ private:
         for (const ConfigFilter &filter : filters)
             if (!filter.matches(config))
                 return std::nullopt;
-        TableRow row{found.address, found.firmware, found.source(), {}};
+        TableRow row{found.address, found.firmware, found.source, {}};
         for (const ConfigField &field : m_fields)
             row.values.push_back(field.valuesIn(config));
         return row;
     }
 
-    ConfigScan m_scan;
+    ConfigSources m_sources{ConfigSources::Site | ConfigSources::Images | ConfigSources::Archives};
     QStringList m_keys;
     QStringList m_conditions;
     bool m_csv = false;
     bool m_jsonLines = false;
 
-    Output *m_out = nullptr;
     std::vector<ConfigField> m_fields;
     std::vector<ConfigFilter> m_filters;
     std::unique_ptr<TableWriter> m_writer;

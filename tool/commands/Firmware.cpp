@@ -3,8 +3,8 @@
 
 #include "tool/cli/Command.h"
 #include "tool/commands/VersionWords.h"
+#include "tool/files/FileWork.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace vn::tool {
@@ -29,23 +29,21 @@ public:
 
     ExitCode run(Output &out) override
     {
-        ExitCode worst = ExitCode::Done;
         Json packages = Json::array();
-        for (const QString &name : qAsConst(m_files)) {
+        m_work.forEach(out, m_files, [&](const QString &name) {
             try {
                 packages.append(show(name, out));
             } catch (const ToolError &e) {
-                out.complain(e);
                 packages.append(Json::object({{"file", name},
                                               {"version", Json()},
                                               {"warnings", Json::array()},
                                               {"error", errorToJson(e)}}));
-                worst = std::max(worst, e.code());
+                throw;
             }
-        }
+        });
         if (out.json())
             out.setResult(Json::object({{"packages", packages}}));
-        return worst;
+        return m_work.exitCode();
     }
 
 private:
@@ -105,6 +103,7 @@ private:
 
     bool m_verbose = false;
     QStringList m_files;
+    FileWork m_work;
 };
 
 } // namespace

@@ -21,7 +21,7 @@ void SiteUpdate::declare(Arguments &arguments)
         "judge all cameras with configurations in these files, folders and archives; "
         "several behind it, or again",
         m_sources.names());
-    m_sources.declare(arguments);
+    m_sources.declare(arguments, "--password-file", "--configurations");
     arguments.fileOption(
         "--models", "FILE",
         "models of the cameras: lines \"address,model\" below a first line that says "
@@ -32,8 +32,7 @@ void SiteUpdate::declare(Arguments &arguments)
                        "once; as of version plan",
                        m_available);
     arguments.flag("--csv", "print comma-separated values", m_csv);
-    for (const char *option :
-         {"--recursive", "--password-file", "--models", "--available", "--csv"})
+    for (const char *option : {"--models", "--available", "--csv"})
         arguments.needs(option, "--configurations");
 }
 

@@ -3,8 +3,6 @@
 
 #include "tool/commands/TableWriter.h"
 
-#include "tool/files/ConfigScan.h"
-
 #include <algorithm>
 
 namespace vn::tool {
@@ -48,7 +46,7 @@ public:
 
     void write(const TableRow &row) override { writeLine(cellsOf(row)); }
     void flush() override { m_out.flush(); }
-    void finish() override {}
+    void finish(const Json &, const Json &) override {}
 
 private:
     void writeLine(const QStringList &cells)
@@ -80,7 +78,7 @@ public:
 
     void write(const TableRow &row) override { m_out.print(toJson(row, m_columns).toLine()); }
     void flush() override { m_out.flush(); }
-    void finish() override {}
+    void finish(const Json &, const Json &) override {}
 
 private:
     const QStringList m_columns;
@@ -107,25 +105,13 @@ public:
         m_hasRows = true;
     }
 
-    void addFault(const ScanFault &fault) override
-    {
-        if (fault.isWarning()) {
-            m_warnings.append(Json::object(
-                {{"file", fault.source}, {"reason", fault.reason}, {"message", fault.message}}));
-            return;
-        }
-        Json error = errorToJson(ToolError(fault.error.code(), fault.message).at(fault.source));
-        error.insert(QStringLiteral("reason"), fault.reason);
-        m_errors.append(std::move(error));
-    }
-
     void flush() override {}
 
-    void finish() override
+    void finish(const Json &errors, const Json &warnings) override
     {
         m_out.printJson((m_hasRows ? QByteArray("\n  ") : QByteArray(kOpening)) +
-                        "],\n  \"errors\": " + member(m_errors) +
-                        ",\n  \"warnings\": " + member(m_warnings) + "\n}\n");
+                        "],\n  \"errors\": " + member(errors) +
+                        ",\n  \"warnings\": " + member(warnings) + "\n}\n");
     }
 
 private:
@@ -140,8 +126,6 @@ private:
 
     const QStringList m_columns;
     Output &m_out;
-    Json m_errors = Json::array();
-    Json m_warnings = Json::array();
     bool m_hasRows = false;
 };
 
@@ -172,7 +156,7 @@ public:
 
     void flush() override {}
 
-    void finish() override
+    void finish(const Json &, const Json &) override
     {
         if (!m_isSettled && m_waiting.size() > 1)
             settle();
@@ -215,8 +199,6 @@ QString cutCell(const QString &cell)
     constexpr int kLongestCell = 1000;
     return cell.size() <= kLongestCell ? cell : cell.left(kLongestCell) + QLatin1String("...");
 }
-
-void TableWriter::addFault(const ScanFault &) {}
 
 std::unique_ptr<TableWriter> makeTableWriter(TableFormat format, const QStringList &columns,
                                              Output &out)

@@ -14,8 +14,6 @@
 
 namespace vn::tool {
 
-struct ScanFault;
-
 /** A row of `config table`: one configuration. */
 struct TableRow
 {
@@ -39,12 +37,11 @@ public:
     virtual ~TableWriter() = default;
 
     virtual void write(const TableRow &row) = 0;
-    /** Keeps what is to be told with the rows; where it is not, standard error has it already. */
-    virtual void addFault(const ScanFault &fault);
     /** Hands over what has been printed, where somebody may wait for it. */
     virtual void flush() = 0;
-    /** Prints what remains. */
-    virtual void finish() = 0;
+    /** Prints what remains, and where there is a place for them what failed and what deserved a
+     * word. */
+    virtual void finish(const Json &errors, const Json &warnings) = 0;
 };
 
 /** @p cell for people: without what follows the first thousand characters. */

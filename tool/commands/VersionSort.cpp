@@ -43,8 +43,11 @@ public:
             out.setResult(Json::object({{"versions", Json::array(lines)}}));
             return ExitCode::Done;
         }
-        for (const QString &line : qAsConst(lines))
+        for (const QString &line : qAsConst(lines)) {
+            for (const QString &warning : versionWarnings(line))
+                out.warn(m_file, warning);
             out.printLine(line);
+        }
         return ExitCode::Done;
     }
 

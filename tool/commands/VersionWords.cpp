@@ -6,6 +6,7 @@
 #include "tool/files/Input.h"
 
 #include "base/FileUtils.h"
+#include "version/VersionLint.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -35,9 +36,15 @@ FirmwareHead readFirmware(const QString &name)
 
 QStringList versionWarnings(const VanteroSoftwareVersion &version)
 {
-    if (!version.platform().isNull())
-        return {};
-    return {QStringLiteral("\"%1\" names no known platform").arg(QString(version))};
+    QStringList warnings;
+    for (const Finding &finding : VersionLint::check(version)) {
+        if (finding.severity != Finding::Severity::Warning)
+            continue;
+        warnings += QStringLiteral("\"%1\" names no known platform").arg(QString(version));
+        if (finding.code != QLatin1String("platform-unknown"))
+            warnings.last() = QStringLiteral("\"%1\": %2").arg(version, finding.message);
+    }
+    return warnings;
 }
 
 QStringList versionLines(const QString &name)

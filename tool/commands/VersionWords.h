@@ -28,7 +28,7 @@ QString versionComponentName(int i);
  * @throws ToolError (bad input) when it cannot be read */
 FirmwareHead readFirmware(const QString &name);
 
-/** What there is to warn of a version: at most that its platform is not known. */
+/** What there is to warn of a version: where it is read otherwise than it looks. */
 QStringList versionWarnings(const VanteroSoftwareVersion &version);
 
 /** The texts, in the place of each "-" the lines of standard input that are not empty.

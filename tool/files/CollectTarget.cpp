@@ -53,8 +53,8 @@ public:
                 name = m_newNames.instead(name, m_isTaken);
             m_places.insert(name, m_names.size());
             m_names += name;
-        } catch (const ExceptionQt &e) {
-            throw tool::outputError(e, m_folder.path());
+        } catch (const FileException &e) {
+            throw outputError(e.reason(), m_folder.path());
         }
         m_bytes += bytes.size();
         if (m_files.count() >= kFilesAtOnce || m_bytes >= kBytesAtOnce)
@@ -67,8 +67,8 @@ public:
             for (QStringList taken = m_files.commit(); !taken.isEmpty(); taken = m_files.commit())
                 for (const QString &name : qAsConst(taken))
                     rename(name);
-        } catch (const ExceptionQt &e) {
-            throw tool::outputError(e, m_folder.path());
+        } catch (const FileException &e) {
+            throw outputError(e.reason(), m_folder.path());
         }
         m_bytes = 0;
     }
@@ -127,8 +127,8 @@ public:
             m_writer.appendFile(&buffer, name, QStringLiteral("Vantero Configuration File"),
                                 QDateTime::currentDateTime());
             m_names += name;
-        } catch (const ExceptionQt &e) {
-            throw tool::outputError(e, m_path);
+        } catch (const IOException &) {
+            throw outputError(m_writer.failure(), m_path);
         }
     }
 
@@ -137,8 +137,8 @@ public:
         try {
             if (!m_names.isEmpty())
                 m_writer.close();
-        } catch (const ExceptionQt &e) {
-            throw tool::outputError(e, m_path);
+        } catch (const IOException &) {
+            throw outputError(m_writer.failure(), m_path);
         }
     }
 

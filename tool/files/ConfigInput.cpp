@@ -4,6 +4,7 @@
 #include "tool/files/ConfigInput.h"
 
 #include "tool/cli/Closest.h"
+#include "tool/cli/FindingsPrinter.h"
 #include "tool/cli/ToolError.h"
 #include "tool/files/Input.h"
 #include "tool/files/JpegComment.h"
@@ -14,7 +15,6 @@
 #include <QtCore/QDateTime>
 
 #include <algorithm>
-#include <functional>
 #include <iterator>
 
 namespace vn::tool {
@@ -98,7 +98,7 @@ VanteroConfigFile parseConfig(const QString &text, const QString &name, bool *ha
             *hasVersionLines = result;
     } catch (const ExceptionQt &e) {
         requireWellFormed(VanteroConfigText(text), name);
-        throw inputError(e, name);
+        throw ToolError(ExitCode::BadInput, e.message()).at(name);
     }
     return config;
 }
@@ -131,36 +131,40 @@ void warnOfLostSection(const QString &text, const QString &name, Output &out)
 
 namespace {
 
-/** Whether something in the text is not what is read: it is passed over, cut or taken otherwise. */
-bool isLoss(const Finding &finding)
+/** Whether something in @p text is not what is read: it is passed over, cut or taken otherwise. */
+bool isLoss(const Finding &finding, const QString &text)
 {
     static constexpr const char *codes[] = {
         "lost-in-header",        "text-behind-version",   "address-repeated",
         "address-not-read",      "title-at-start",        "no-blank-in-title",
         "blanks-around-address", "entry-outside-section", "section-without-name",
         "no-blank-before-name",  "blank-before-section"};
-    if (finding.code == QLatin1String("no-header"))
-        return finding.message.endsWith(QLatin1String("lost"));
+    if (finding.code == QLatin1String("no-header")) { // it begins with what is lost, if anything
+        const int at = int(finding.range.offset);
+        return at < text.size() && !QLatin1String("#\r\n").contains(text.at(at));
+    }
     return std::any_of(std::begin(codes), std::end(codes),
                        [&](const char *code) { return finding.code == QLatin1String(code); });
 }
 
-/** Tells the first of what reading the text loses, and how much more there is. */
+} // namespace
+
+std::optional<ToolError> lossOf(const VanteroConfigText &text, const QString &name)
+{
+    Findings losses = text.findings();
+    const auto isNone = [&](const Finding &each) { return !isLoss(each, text.text()); };
+    losses.erase(std::remove_if(losses.begin(), losses.end(), isNone), losses.end());
+    return warningOf(losses, name, "config lint");
+}
+
+namespace {
+
 void warnOfLosses(const VanteroConfigText &text, const QString &name, Output &out)
 {
     if (out.json()) // which has no place for it
         return;
-    Findings losses = text.findings();
-    losses.erase(std::remove_if(losses.begin(), losses.end(), std::not_fn(isLoss)), losses.end());
-    if (losses.isEmpty())
-        return;
-    const QString more =
-        losses.size() == 1
-            ? QString()
-            : QStringLiteral("; %1 more: see \"config lint\"").arg(losses.size() - 1);
-    out.warn(name,
-             QStringLiteral("%1 (line %2)%3")
-                 .arg(losses.first().message, QString::number(losses.first().range.line), more));
+    if (const auto loss = lossOf(text, name))
+        out.complain(*loss);
 }
 
 } // namespace

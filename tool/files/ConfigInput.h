@@ -34,6 +34,10 @@ ConfigInput readConfig(const ConfigSource &source, Output &out);
  * @throws ToolError also when it cannot be read */
 ConfigInput readConfig(const QString &name, Output &out);
 
+/** A warning of what is passed over, cut or taken otherwise than it looks in @p text, of the file
+ * @p name: the first such place, and how many more there are. */
+std::optional<ToolError> lossOf(const VanteroConfigText &text, const QString &name);
+
 /** Warns of a text, of the file @p name, that begins with a section: it is read as a header, and no
  * edit finds it. What else reading loses stays in an edited text. */
 void warnOfLostSection(const QString &text, const QString &name, Output &out);

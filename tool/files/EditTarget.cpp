@@ -93,9 +93,8 @@ void EditTarget::deliver(const ConfigTextFile &original, const Edited &edited, O
         writeFileAtomically(*m_outputName, bytes, out);
     else if (!m_inPlace)
         out.print(bytes);
-    for (const auto &note : edited.notes)
-        out.complain(ToolError(ExitCode::Done, escapedControls(note.first))
-                         .at(original.name(), note.second.line, note.second.column));
+    for (const ToolError &note : edited.notes)
+        out.complain(note.at(original.name()));
 }
 
 } // namespace vn::tool

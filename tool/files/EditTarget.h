@@ -11,7 +11,6 @@
 
 #include "config/VanteroConfigText.h"
 
-#include <QtCore/QPair>
 #include <QtCore/QVector>
 
 #include <functional>
@@ -29,8 +28,8 @@ public:
         QString text;
         /** Where it differs: places in the original text. */
         QVector<VanteroConfigText::Splice> edits;
-        /** What the user should know once it is done, and of which place of the original. */
-        QVector<QPair<QString, TextRange>> notes = {};
+        /** What the user should know once it is done; the file is added. */
+        QVector<ToolError> notes = {};
     };
 
     /** The files to be edited; the command declares them as its argument. */

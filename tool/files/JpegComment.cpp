@@ -118,6 +118,7 @@ QByteArray jpegComment(const QByteArray &bytes, const QString &name)
     if (!ok)
         throw ToolError(ExitCode::BadInput, QLatin1String("damaged JPEG image: ") +
                                                 QString::fromLatin1(reading.message))
+            .because(QStringLiteral("image-damaged"))
             .at(name);
     return comment;
 }

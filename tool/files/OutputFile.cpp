@@ -25,7 +25,7 @@ void writeFileAtomically(const QString &path, const QByteArray &content, Output 
     try {
         warnOfLosses(AtomicFile::replaceWithReport(path, content), path, out);
     } catch (const FileException &e) {
-        throw outputError(e, path);
+        throw ToolError(ExitCode::OutputFailed, e.reason()).at(path);
     }
 }
 
@@ -41,7 +41,7 @@ void rewriteFileAtomically(const QString &path, const QByteArray &before, const 
                 .at(path);
         warnOfLosses(outcome.losses, path, out);
     } catch (const FileException &e) {
-        throw outputError(e, path);
+        throw ToolError(ExitCode::OutputFailed, e.reason()).at(path);
     }
 }
 
@@ -50,7 +50,7 @@ bool writeNewFileAtomically(const QString &path, const QByteArray &content)
     try {
         return AtomicFile::create(path, content);
     } catch (const FileException &e) {
-        throw outputError(e, path);
+        throw ToolError(ExitCode::OutputFailed, e.reason()).at(path);
     }
 }
 
