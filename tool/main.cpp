@@ -120,7 +120,9 @@ QString overview(const QByteArray &group)
         "  0  done, or the answer is yes\n"
         "  1  the answer is no: not found, differs, unsafe, nothing there\n"
         "  2  wrong usage, or an input that cannot be read or is malformed\n"
-        "  3  a result could not be written\n");
+        "  3  a result could not be written\n"
+        "Ctrl-C ends work on several files behind the file at hand; the command says how many are "
+        "done,\nleaves whole files only, and ends by the signal.\n");
     return text;
 }
 

@@ -95,7 +95,10 @@ TEST(AlarmsListCommand, showsStringsAsTheyStand)
 
 TEST(AlarmsListCommand, numbersThatAreNotFiniteAreNullInJson)
 {
-    expectRun(list("[1e400, -1e400, 0.1]"), 0, "- 0.1\n- -inf\n- inf\n", "");
+    expectRun(
+        list("[1e400, -1e400, 0.1]"), 0, "- 0.1\n- -inf\n- inf\n",
+        "vantero-formats: -: warning: the number \"1e400\" is rounded: 15 digits are kept, and "
+        "sizes from 1e-307 to 1e308 (line 1); 1 more: see \"alarms lint\"\n");
     EXPECT_EQ(list("[1e400, 0.1]", {"--json"}).json().value("alarms"_q),
               QJsonArray({0.1, QJsonValue()}));
 }

@@ -113,7 +113,13 @@ TEST_F(ConfigCollect, jsonHoldsTheSameWithNullForWhatIsMissing)
                           "    }\n"
                           "  ],\n"
                           "  \"errors\": [],\n"
-                          "  \"warnings\": []\n"
+                          "  \"warnings\": [\n"
+                          "    {\n"
+                          "      \"file\": \"b.zip:none.cfg\",\n"
+                          "      \"reason\": \"no-header\",\n"
+                          "      \"message\": \"no header: the first section is lost (line 1)\"\n"
+                          "    }\n"
+                          "  ]\n"
                           "}\n");
 }
 
@@ -344,7 +350,8 @@ TEST_F(ConfigCollect, writesBytesUnchangedToAFolder)
     file("latin1"_q, latin1);
     zip("a.zip"_q, {{"mark.cfg"_q, withMark}, {"unended.cfg"_q, unended}, {"empty.cfg"_q, ""_b}});
     const ToolResult result = collect({"latin1", "a.zip", "--output-folder", "new/deep"});
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.err, "vantero-formats: a.zip:unended.cfg: warning: a section without a name, "
+                          "so nothing in it is read (line 5)\n");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(withoutDates(result.out),
               "ADDRESS   FIRMWARE     SOURCE             WRITTEN AS\n"

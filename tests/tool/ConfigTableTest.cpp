@@ -164,7 +164,8 @@ TEST_F(ConfigTable, csvIsThatOfRfc4180)
               "address,firmware,source,s/a,s/b,s/c,s/d\r\n"
               "10.0.0.1,VN-3.0.6.29,a,2;1,\"x,y\",\"say \"\"hi\"\"\",plain text\r\n"
               ",,\"none.zip:x,y.cfg\",,,,\r\n",
-              "");
+              "vantero-formats: none.zip:x,y.cfg: warning: no header: the first section is lost "
+              "(line 1)\n");
 }
 
 TEST_F(ConfigTable, jsonHoldsRowsAndFaults)
@@ -203,7 +204,13 @@ TEST_F(ConfigTable, jsonHoldsRowsAndFaults)
               "      \"reason\": \"not-found\"\n"
               "    }\n"
               "  ],\n"
-              "  \"warnings\": []\n"
+              "  \"warnings\": [\n"
+              "    {\n"
+              "      \"file\": \"b.zip:none.cfg\",\n"
+              "      \"reason\": \"no-header\",\n"
+              "      \"message\": \"no header: the first section is lost (line 1)\"\n"
+              "    }\n"
+              "  ]\n"
               "}\n",
               "");
     EXPECT_EQ(run("table", {"a", "--where", "address=x", "--json"}).out,

@@ -57,7 +57,7 @@ const Row s_rows[] = {
      siteConfig("1"),
      true},
     {"configSetOfNamedFiles", named({"config", "set", "--set", "s/k=w", "--in-place"}),
-     "interrupted; 2 files done", siteConfig("1"), 4, true},
+     "interrupted; 2 files done", siteConfig("1"), true},
     {"configAdd",
      {"config", "add", "site", "--recursive", "--add", "s/k=w", "--in-place"},
      "interrupted; 2 files done",

@@ -87,6 +87,11 @@ public:
                 throw ToolError(ExitCode::No, message(missing.first())).at(file.name());
             for (const QString &section : missing)
                 out.warn(file.name(), message(section));
+            for (const Finding &finding : VanteroConfigText(file.text()).findings())
+                if (finding.code == QLatin1String("entry-outside-section"))
+                    out.complain(
+                        ToolError::warning(QStringLiteral("outside of sections, so it goes, too"))
+                            .at(file.name(), finding.range.line));
             const QString kept = VanteroConfigFile::removeSections(
                 file.text(), m_sections, m_outerComments, m_sectionComments, m_emptyLines);
             return EditTarget::Edited{kept, removals(file.text(), kept)};

@@ -65,7 +65,8 @@ private:
     {
         QStringList warnings = versionWarnings(head.version());
         for (const Finding &finding : head.findings()) {
-            if (finding.code == QLatin1String("versions-differ"))
+            if (finding.code == QLatin1String("versions-differ") ||
+                finding.code == QLatin1String("two-forms"))
                 warnings.append(finding.message);
         }
         return warnings;

@@ -6,6 +6,7 @@
 #include "tool/cli/Closest.h"
 #include "tool/commands/VersionWords.h"
 #include "tool/files/CameraModels.h"
+#include "tool/files/ConfigInput.h"
 
 #include "base/FileUtils.h"
 #include "config/VanteroConfigFile.h"
@@ -45,8 +46,8 @@ ExitCode SiteUpdate::run(const QString &target, Output &out)
         m_versions.append(each.version);
 
     std::vector<Row> rows;
-    m_sources.forEach(out,
-                      [&](const ConfigSource &source) { rows.push_back(judge(source, target)); });
+    m_sources.forEach(
+        out, [&](const ConfigSource &source) { rows.push_back(judge(source, target, out)); });
     warnOfMistypedAddresses(rows, out);
     const bool isSafe = std::all_of(rows.begin(), rows.end(), [](const Row &row) {
         return row.judgement.verdict == UpdateJudgement::Verdict::Safe;
@@ -77,11 +78,15 @@ void SiteUpdate::warnOfMistypedAddresses(const std::vector<Row> &rows, Output &o
     }
 }
 
-SiteUpdate::Row SiteUpdate::judge(const ConfigSource &source,
-                                  const VanteroSoftwareVersion &target) const
+SiteUpdate::Row SiteUpdate::judge(const ConfigSource &source, const VanteroSoftwareVersion &target,
+                                  Output &out) const
 {
     VanteroConfigFile config;
-    if (!config.parseHeader(FileUtils::decodeText(source.bytes)))
+    const QString text = FileUtils::decodeText(source.bytes);
+    const bool isComplete = config.parseHeader(text);
+    if (const auto loss = headerLossOf(text, source.name))
+        out.complain(*loss);
+    if (!isComplete)
         throw ToolError(ExitCode::BadInput, QStringLiteral("no header of a configuration"))
             .at(source.name);
     Row row;

@@ -46,7 +46,7 @@ private:
     /** Warns where an address of the models is that of no camera, but nearly that of one without.
      */
     void warnOfMistypedAddresses(const std::vector<Row> &rows, Output &out) const;
-    Row judge(const ConfigSource &source, const VanteroSoftwareVersion &target) const;
+    Row judge(const ConfigSource &source, const VanteroSoftwareVersion &target, Output &out) const;
     static QStringList cells(const Row &row);
     static Json toJson(const Row &row);
     void print(const std::vector<Row> &rows, Output &out) const;

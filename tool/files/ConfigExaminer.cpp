@@ -3,6 +3,7 @@
 
 #include "tool/files/ConfigExaminer.h"
 
+#include "tool/files/ConfigInput.h"
 #include "tool/files/JpegComment.h"
 
 #include "base/Exceptions.h"
@@ -104,6 +105,8 @@ void ConfigExaminer::readText(const Found &found, ScannedConfig &&config, Outcom
         // What was read before counts.
         config.broken = countSections(found.text, VanteroConfigText::Form::Configuration);
     }
+    if (!config.broken)
+        outcome.fault = quickLossOf(found.text, config.source);
     finish(std::move(config), values, outcome);
 }
 
@@ -124,6 +127,9 @@ void ConfigExaminer::readImage(const Found &found, ScannedConfig &&config, Outco
                                 .at(config.source);
         return;
     }
+    if (!config.broken)
+        outcome.fault = lossOf(VanteroConfigText(comment, VanteroConfigText::Form::ImageComment),
+                               config.source);
     config.isImage = true;
     config.address = file.getFactoryIP();
     config.firmware = file.getSoftwareVersion();

@@ -159,6 +159,66 @@ std::optional<ToolError> lossOf(const VanteroConfigText &text, const QString &na
 
 namespace {
 
+/** Calls @p use for each line of @p text from @p begin on, without its end, until it returns true;
+ * returns where that line begins, or the end. */
+template <typename Use>
+int findLine(const QString &text, int begin, Use &&use)
+{
+    while (begin < text.size()) {
+        const int found = text.indexOf(QLatin1Char('\n'), begin);
+        const int end = found < 0 ? text.size() : found;
+        QStringView line(text.constData() + begin, end - begin);
+        if (line.endsWith(QLatin1Char('\r')))
+            line.chop(1);
+        if (use(line))
+            break;
+        begin = end + 1;
+    }
+    return std::min(begin, text.size());
+}
+
+int endOfHeader(const QString &text)
+{
+    int number = 0;
+    return findLine(text, 0, [&](QStringView line) { return ++number > 2 && line.isEmpty(); });
+}
+
+/** Whether @p line, which is behind the header, may not be read as it looks. */
+bool isSuspicious(QStringView line, bool &isInSection)
+{
+    const QLatin1String start("SECTION");
+    const QLatin1String end("ENDSECTION");
+    if (line.startsWith(start) || line.startsWith(end)) {
+        isInSection = line.startsWith(start);
+        const int size = isInSection ? start.size() : end.size();
+        return line.size() <= size + 1 || line.at(size) != QLatin1Char(' ');
+    }
+    if (line.isEmpty())
+        return false;
+    if (line.front() == QLatin1Char('#'))
+        return line.startsWith(QLatin1String("# Camera IP"));
+    return !isInSection || line.front().isSpace();
+}
+
+} // namespace
+
+std::optional<ToolError> headerLossOf(const QString &text, const QString &name)
+{
+    return lossOf(VanteroConfigText(text.left(endOfHeader(text))), name);
+}
+
+std::optional<ToolError> quickLossOf(const QString &text, const QString &name)
+{
+    bool isInSection = false;
+    const int suspicious = findLine(
+        text, endOfHeader(text), [&](QStringView line) { return isSuspicious(line, isInSection); });
+    if (suspicious == text.size() && !headerLossOf(text, name))
+        return std::nullopt;
+    return lossOf(VanteroConfigText(text), name);
+}
+
+namespace {
+
 void warnOfLosses(const VanteroConfigText &text, const QString &name, Output &out)
 {
     if (out.json()) // which has no place for it

@@ -38,6 +38,13 @@ ConfigInput readConfig(const QString &name, Output &out);
  * @p name: the first such place, and how many more there are. */
 std::optional<ToolError> lossOf(const VanteroConfigText &text, const QString &name);
 
+/** The same of the header alone, for those who read no more. */
+std::optional<ToolError> headerLossOf(const QString &text, const QString &name);
+
+/** As lossOf() of a configuration without faults, for those who read thousands: has a quick look
+ * first. */
+std::optional<ToolError> quickLossOf(const QString &text, const QString &name);
+
 /** Warns of a text, of the file @p name, that begins with a section: it is read as a header, and no
  * edit finds it. What else reading loses stays in an edited text. */
 void warnOfLostSection(const QString &text, const QString &name, Output &out);
