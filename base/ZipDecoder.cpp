@@ -216,12 +216,14 @@ public:
         if (m_readError)
             throw *m_readError;
         const char *text = libarchive().archive_error_string(m_handle.get());
+        const int number = libarchive().archive_errno(m_handle.get());
         // Where only this entry is beyond libarchive, and not the archive, it "failed".
         failArchive(m_isPasswordWrong          ? ArchiveError::WrongPassword
                     : result == ARCHIVE_FAILED ? ArchiveError::UnsupportedMethod
                                                : ArchiveError::Damaged,
-                    text ? QString::fromUtf8(text)
-                         : qt_error_string(libarchive().archive_errno(m_handle.get())));
+                    text          ? QString::fromUtf8(text)
+                    : number != 0 ? qt_error_string(number)
+                                  : QString::fromLatin1("damaged"));
     }
 
     archive *handle() const { return m_handle.get(); }

@@ -177,6 +177,16 @@ const ArchiveRow kRows[] = {
      ""_b,
      {"a.zip:a.cfg: entry unreadable (UnsupportedMethod): Unsupported ZIP compression method (9: deflation-64-bit)"_q,
       kSecond}},
+    {"libraryThatSaysNothing",
+     [](const QString &path) {
+         makeByPython(path, kThree);
+         QByteArray bytes = readFile(path);
+         const int header = bytes.indexOf("PK\3\4", 1);
+         bytes.replace(header + 6, 2, "\x41\x20"); // flags of other encryption than the directory's
+         writeFile(path, bytes);
+     },
+     ""_b,
+     {kFirst, "a.zip:b.cfg: entry unreadable (Damaged): damaged"_q, kThird}},
     {"passwordMissing",
      [](const QString &path) {
          zip(path, {kThree.at(0)});
