@@ -96,8 +96,8 @@ _vantero_formats() {
     local options='' files='' folders='' others='' choices='' asked='' again='' several='' arguments=''
     case $command in
     'config show')
-        options='--section --key --recursive --password-file --json --help'
-        files='--password-file' folders='' others='--section|--key'
+        options='--section --key --recursive --password-file --entry-size-limit --archive-size-limit --total-size-limit --entry-count-limit --ratio-limit --json --help'
+        files='--password-file' folders='' others='--entry-size-limit|--archive-size-limit|--total-size-limit|--entry-count-limit|--ratio-limit|--section|--key'
         choices='' asked='--section=section --key=key' again=''
         several='' arguments='file ...'
         ;;
@@ -138,8 +138,8 @@ _vantero_formats() {
         several='' arguments='file file'
         ;;
     'config diff')
-        options='--by --password-file --json --help'
-        files='--password-file' folders='' others=''
+        options='--by --password-file --entry-size-limit --archive-size-limit --total-size-limit --entry-count-limit --ratio-limit --json --help'
+        files='--password-file' folders='' others='--entry-size-limit|--archive-size-limit|--total-size-limit|--entry-count-limit|--ratio-limit'
         choices='--by=address,name' asked='' again=''
         several='' arguments='file file'
         ;;
@@ -150,8 +150,8 @@ _vantero_formats() {
         several='' arguments='file'
         ;;
     'config lint')
-        options='--severity --json --recursive --password-file --help'
-        files='--password-file' folders='' others=''
+        options='--severity --json --recursive --password-file --entry-size-limit --archive-size-limit --total-size-limit --entry-count-limit --ratio-limit --help'
+        files='--password-file' folders='' others='--entry-size-limit|--archive-size-limit|--total-size-limit|--entry-count-limit|--ratio-limit'
         choices='--severity=error,warning,note' asked='' again=''
         several='' arguments='file ...'
         ;;
@@ -162,13 +162,13 @@ _vantero_formats() {
         several='' arguments='file ...'
         ;;
     'config collect')
-        options='--recursive --files-from --null --source-password-file --on-error --jobs --entry-size-limit --archive-size-limit --total-size-limit --entry-count-limit --ratio-limit --output-archive --password-file --output-folder --json --help'
+        options='--recursive --files-from --null --on-error --jobs --source-password-file --entry-size-limit --archive-size-limit --total-size-limit --entry-count-limit --ratio-limit --output-archive --password-file --output-folder --json --help'
         files='--files-from|--source-password-file|--output-archive|--password-file' folders='--output-folder' others='--jobs|--entry-size-limit|--archive-size-limit|--total-size-limit|--entry-count-limit|--ratio-limit'
         choices='--on-error=stop,skip' asked='' again=''
         several='' arguments='file ...'
         ;;
     'config table')
-        options='--recursive --files-from --null --password-file --on-error --jobs --entry-size-limit --archive-size-limit --total-size-limit --entry-count-limit --ratio-limit --key --where --csv --jsonl --json --help'
+        options='--recursive --files-from --null --on-error --jobs --password-file --entry-size-limit --archive-size-limit --total-size-limit --entry-count-limit --ratio-limit --key --where --csv --jsonl --json --help'
         files='--files-from|--password-file' folders='' others='--jobs|--entry-size-limit|--archive-size-limit|--total-size-limit|--entry-count-limit|--ratio-limit|--key|--where'
         choices='--on-error=stop,skip' asked='--key=entry --where=condition' again='--key|--where'
         several='' arguments='file ...'
@@ -186,8 +186,8 @@ _vantero_formats() {
         several='' arguments='text text'
         ;;
     'version check')
-        options='--model --all-reasons --literal --configurations --recursive --password-file --models --available --csv --json --help'
-        files='--configurations|--password-file|--models|--available' folders='' others='--model'
+        options='--model --all-reasons --literal --configurations --recursive --password-file --entry-size-limit --archive-size-limit --total-size-limit --entry-count-limit --ratio-limit --models --available --csv --json --help'
+        files='--configurations|--password-file|--models|--available' folders='' others='--entry-size-limit|--archive-size-limit|--total-size-limit|--entry-count-limit|--ratio-limit|--model'
         choices='' asked='--model=model' again='--configurations|--available'
         several='' arguments='text text'
         ;;

@@ -101,11 +101,16 @@ complete -c vantero-formats -n '__vantero_formats_at erdinfo' -a show -d 'show a
 complete -c vantero-formats -n '__vantero_formats_at erdinfo' -a layout -d 'show the fields of the record of an event recording'
 complete -c vantero-formats -s h -l help -d 'show help'
 complete -c vantero-formats -l color -x -a 'auto always never' -d 'say when to use colors'
-complete -c vantero-formats -n '__vantero_formats_place "config show" "--section,--key,--password-file" "" 1 0' -F
+complete -c vantero-formats -n '__vantero_formats_place "config show" "--section,--key,--password-file,--entry-size-limit,--archive-size-limit,--total-size-limit,--entry-count-limit,--ratio-limit" "" 1 0' -F
 complete -c vantero-formats -n '__vantero_formats_in config show' -l section -d 'only this section' -x -a '(__vantero_formats_ask section)'
 complete -c vantero-formats -n '__vantero_formats_in config show' -l key -d 'only the values of this key of the section' -x -a '(__vantero_formats_ask key)'
 complete -c vantero-formats -n '__vantero_formats_in config show' -l recursive -d 'look into folders, at any depth, and into archives'
-complete -c vantero-formats -n '__vantero_formats_in config show' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config show' -l password-file -d 'take the password of all archives that are read from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config show' -l entry-size-limit -d 'refuse larger entries of archives; the default is 256 MiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config show' -l archive-size-limit -d 'refuse what exceeds this in one archive; the default is 1 GiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config show' -l total-size-limit -d 'refuse what exceeds this in all archives together; no limit unless set, but 4 GiB where an archive is written, as that is held in memory' -x
+complete -c vantero-formats -n '__vantero_formats_in config show' -l entry-count-limit -d 'refuse archives with more entries; the default is 1000000' -x
+complete -c vantero-formats -n '__vantero_formats_in config show' -l ratio-limit -d 'refuse entries of more than 16 MiB that are compressed more than so many times; the default is 1000' -x
 complete -c vantero-formats -n '__vantero_formats_in config show' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_place "config set" "--set,--index,--if,--output" "--set" 1 1' -F
 complete -c vantero-formats -n '__vantero_formats_place "config set" "--set,--index,--if,--output" "--set" 2 2' -a '(__vantero_formats_ask section)'
@@ -167,18 +172,28 @@ complete -c vantero-formats -n '__vantero_formats_in config merge' -l time-table
 complete -c vantero-formats -n '__vantero_formats_in config merge' -l output -d 'write the text to this file instead' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config merge' -l explain -d 'list what became of each kept entry, and which values of PREVIOUS are lost beside them; the text is then only written to --output'
 complete -c vantero-formats -n '__vantero_formats_in config merge' -l json -d 'print the result as one JSON value'
-complete -c vantero-formats -n '__vantero_formats_place "config diff" "--by,--password-file" "" 1 1' -F
-complete -c vantero-formats -n '__vantero_formats_place "config diff" "--by,--password-file" "" 2 2' -F
+complete -c vantero-formats -n '__vantero_formats_place "config diff" "--by,--password-file,--entry-size-limit,--archive-size-limit,--total-size-limit,--entry-count-limit,--ratio-limit" "" 1 1' -F
+complete -c vantero-formats -n '__vantero_formats_place "config diff" "--by,--password-file,--entry-size-limit,--archive-size-limit,--total-size-limit,--entry-count-limit,--ratio-limit" "" 2 2' -F
 complete -c vantero-formats -n '__vantero_formats_in config diff' -l by -d 'what tells which configurations belong together' -x -a 'address name'
-complete -c vantero-formats -n '__vantero_formats_in config diff' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config diff' -l password-file -d 'take the password of all archives that are read from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config diff' -l entry-size-limit -d 'refuse larger entries of archives; the default is 256 MiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config diff' -l archive-size-limit -d 'refuse what exceeds this in one archive; the default is 1 GiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config diff' -l total-size-limit -d 'refuse what exceeds this in all archives together; no limit unless set, but 4 GiB where an archive is written, as that is held in memory' -x
+complete -c vantero-formats -n '__vantero_formats_in config diff' -l entry-count-limit -d 'refuse archives with more entries; the default is 1000000' -x
+complete -c vantero-formats -n '__vantero_formats_in config diff' -l ratio-limit -d 'refuse entries of more than 16 MiB that are compressed more than so many times; the default is 1000' -x
 complete -c vantero-formats -n '__vantero_formats_in config diff' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_place "config write" "--output" "" 1 1' -F
 complete -c vantero-formats -n '__vantero_formats_in config write' -l output -d 'write the text to this file instead' -r -F
-complete -c vantero-formats -n '__vantero_formats_place "config lint" "--severity,--password-file" "" 1 0' -F
+complete -c vantero-formats -n '__vantero_formats_place "config lint" "--severity,--password-file,--entry-size-limit,--archive-size-limit,--total-size-limit,--entry-count-limit,--ratio-limit" "" 1 0' -F
 complete -c vantero-formats -n '__vantero_formats_in config lint' -l severity -d 'print no findings that are less severe' -x -a 'error warning note'
 complete -c vantero-formats -n '__vantero_formats_in config lint' -l json -d 'print the result as one JSON value'
 complete -c vantero-formats -n '__vantero_formats_in config lint' -l recursive -d 'look into folders, at any depth, and into archives'
-complete -c vantero-formats -n '__vantero_formats_in config lint' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config lint' -l password-file -d 'take the password of all archives that are read from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in config lint' -l entry-size-limit -d 'refuse larger entries of archives; the default is 256 MiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config lint' -l archive-size-limit -d 'refuse what exceeds this in one archive; the default is 1 GiB' -x
+complete -c vantero-formats -n '__vantero_formats_in config lint' -l total-size-limit -d 'refuse what exceeds this in all archives together; no limit unless set, but 4 GiB where an archive is written, as that is held in memory' -x
+complete -c vantero-formats -n '__vantero_formats_in config lint' -l entry-count-limit -d 'refuse archives with more entries; the default is 1000000' -x
+complete -c vantero-formats -n '__vantero_formats_in config lint' -l ratio-limit -d 'refuse entries of more than 16 MiB that are compressed more than so many times; the default is 1000' -x
 complete -c vantero-formats -n '__vantero_formats_place "config redact" "--key,--pattern,--output" "" 1 0' -F
 complete -c vantero-formats -n '__vantero_formats_in config redact' -l key -d 'the values of this key are secrets, too; "*" stands for any characters' -x -a '(__vantero_formats_ask key)'
 complete -c vantero-formats -n '__vantero_formats_in config redact' -l pattern -d 'what matches is a secret, too, or the first group of it' -x
@@ -187,13 +202,13 @@ complete -c vantero-formats -n '__vantero_formats_in config redact' -l recursive
 complete -c vantero-formats -n '__vantero_formats_in config redact' -l output -d 'write the text to this file instead' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config redact' -l in-place -d 'replace the input: the file is the old or the new one at any time, and keeps its mode'
 complete -c vantero-formats -n '__vantero_formats_in config redact' -l dry-run -d 'print what would change as a unified diff; write nothing'
-complete -c vantero-formats -n '__vantero_formats_place "config collect" "--files-from,--source-password-file,--on-error,--jobs,--entry-size-limit,--archive-size-limit,--total-size-limit,--entry-count-limit,--ratio-limit,--output-archive,--password-file,--output-folder" "" 1 0' -F
+complete -c vantero-formats -n '__vantero_formats_place "config collect" "--files-from,--on-error,--jobs,--source-password-file,--entry-size-limit,--archive-size-limit,--total-size-limit,--entry-count-limit,--ratio-limit,--output-archive,--password-file,--output-folder" "" 1 0' -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l files-from -d 'take further paths from the lines of this file, "-" for standard input, as they come' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l null -d 'with --files-from: paths end with a zero byte, not with a line'
-complete -c vantero-formats -n '__vantero_formats_in config collect' -l source-password-file -d 'take the password of all archives that are read from the first line of this file, "-" for standard input' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l on-error -d 'end at the first failure, or pass it over (the default)' -x -a 'stop skip'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l jobs -d 'read with so many threads; the default is one a processor' -x
+complete -c vantero-formats -n '__vantero_formats_in config collect' -l source-password-file -d 'take the password of all archives that are read from the first line of this file, "-" for standard input' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l entry-size-limit -d 'refuse larger entries of archives; the default is 256 MiB' -x
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l archive-size-limit -d 'refuse what exceeds this in one archive; the default is 1 GiB' -x
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l total-size-limit -d 'refuse what exceeds this in all archives together; no limit unless set, but 4 GiB where an archive is written, as that is held in memory' -x
@@ -203,13 +218,13 @@ complete -c vantero-formats -n '__vantero_formats_in config collect' -l output-a
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l password-file -d 'encrypt the archive that is written by the password in the first line of this file, "-" for standard input; without --output-archive it is that of the archives that are read' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l output-folder -d 'write the configurations to this folder' -x -a '(__fish_complete_directories)'
 complete -c vantero-formats -n '__vantero_formats_in config collect' -l json -d 'print the result as one JSON value'
-complete -c vantero-formats -n '__vantero_formats_place "config table" "--files-from,--password-file,--on-error,--jobs,--entry-size-limit,--archive-size-limit,--total-size-limit,--entry-count-limit,--ratio-limit,--key,--where" "" 1 0' -F
+complete -c vantero-formats -n '__vantero_formats_place "config table" "--files-from,--on-error,--jobs,--password-file,--entry-size-limit,--archive-size-limit,--total-size-limit,--entry-count-limit,--ratio-limit,--key,--where" "" 1 0' -F
 complete -c vantero-formats -n '__vantero_formats_in config table' -l recursive -d 'look into folders, at any depth'
 complete -c vantero-formats -n '__vantero_formats_in config table' -l files-from -d 'take further paths from the lines of this file, "-" for standard input, as they come' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config table' -l null -d 'with --files-from: paths end with a zero byte, not with a line'
-complete -c vantero-formats -n '__vantero_formats_in config table' -l password-file -d 'take the password of all archives that are read from the first line of this file, "-" for standard input' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config table' -l on-error -d 'end at the first failure, or pass it over (the default)' -x -a 'stop skip'
 complete -c vantero-formats -n '__vantero_formats_in config table' -l jobs -d 'read with so many threads; the default is one a processor' -x
+complete -c vantero-formats -n '__vantero_formats_in config table' -l password-file -d 'take the password of all archives that are read from the first line of this file, "-" for standard input' -r -F
 complete -c vantero-formats -n '__vantero_formats_in config table' -l entry-size-limit -d 'refuse larger entries of archives; the default is 256 MiB' -x
 complete -c vantero-formats -n '__vantero_formats_in config table' -l archive-size-limit -d 'refuse what exceeds this in one archive; the default is 1 GiB' -x
 complete -c vantero-formats -n '__vantero_formats_in config table' -l total-size-limit -d 'refuse what exceeds this in all archives together; no limit unless set, but 4 GiB where an archive is written, as that is held in memory' -x
@@ -228,7 +243,12 @@ complete -c vantero-formats -n '__vantero_formats_in version check' -l all-reaso
 complete -c vantero-formats -n '__vantero_formats_in version check' -l literal -d 'judge by the rules alone whatever the texts are, as programs do that ask the library whether an update is safe; without a model, as one that no rule names'
 complete -c vantero-formats -n '__vantero_formats_in version check' -l configurations -d 'judge all cameras with configurations in these files, folders and archives; several behind it, or again' -r -F
 complete -c vantero-formats -n '__vantero_formats_in version check' -l recursive -d 'look into folders, at any depth, and into archives'
-complete -c vantero-formats -n '__vantero_formats_in version check' -l password-file -d 'take the password of all archives from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in version check' -l password-file -d 'take the password of all archives that are read from the first line of this file, "-" for standard input' -r -F
+complete -c vantero-formats -n '__vantero_formats_in version check' -l entry-size-limit -d 'refuse larger entries of archives; the default is 256 MiB' -x
+complete -c vantero-formats -n '__vantero_formats_in version check' -l archive-size-limit -d 'refuse what exceeds this in one archive; the default is 1 GiB' -x
+complete -c vantero-formats -n '__vantero_formats_in version check' -l total-size-limit -d 'refuse what exceeds this in all archives together; no limit unless set, but 4 GiB where an archive is written, as that is held in memory' -x
+complete -c vantero-formats -n '__vantero_formats_in version check' -l entry-count-limit -d 'refuse archives with more entries; the default is 1000000' -x
+complete -c vantero-formats -n '__vantero_formats_in version check' -l ratio-limit -d 'refuse entries of more than 16 MiB that are compressed more than so many times; the default is 1000' -x
 complete -c vantero-formats -n '__vantero_formats_in version check' -l models -d 'models of the cameras: lines "address,model" below a first line that says so, or a JSON object of address to model' -r -F
 complete -c vantero-formats -n '__vantero_formats_in version check' -l available -d 'versions at hand, for the next hop of those that cannot get the version at once; as of version plan' -r -F
 complete -c vantero-formats -n '__vantero_formats_in version check' -l csv -d 'print comma-separated values'
