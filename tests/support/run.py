@@ -21,7 +21,7 @@ from xml.etree import ElementTree
 DONE = re.compile(r" *(\d+/\d+) Test +#\d+: (\S+) [. ]*(\*\*\*Skipped|Passed) ")
 UNTOLD = re.compile(r"Test project | +Start +\d+: |\[       OK \]|\[  SKIPPED \]|\[-+\]")
 RUN = re.compile(r"\[ RUN      \] (\S+)")
-SKIPPED = re.compile(r"^\[ RUN      \] (\S+)\n(?:.*: Skipped\n)?(.*?)\n+\[  SKIPPED \] \1", re.M | re.S)
+SKIPPED = re.compile(r"^\[ RUN      \] (\S+)\n(?:[^\n]*: Skipped\n)?(.*?)\n+\[  SKIPPED \] \1", re.M | re.S)
 FAILED = re.compile(r"^\[  FAILED  \] ([\w./]+)(?:, where .*)? \(\d+ ms\)$", re.M)
 
 
@@ -62,7 +62,7 @@ def outcome(report):
                 failed.append(name)
         elif test.find("skipped") is not None or test.get("status") in ("notrun", "disabled"):
             reason = re.search(r"^skipped: (.*)", output, re.M)
-            skipped.append((name, reason[1] if reason else "it was not run"))
+            skipped.append((name, reason[1] if reason else "a test that it needs has failed"))
         elif test.get("status") != "run":
             started = RUN.findall(output)
             failed.append(f"{name}, in {started[-1]}" if started else name)

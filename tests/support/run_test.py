@@ -19,6 +19,22 @@ is here
 [  SKIPPED ] Suite.waits (0 ms)
 [==========] 2 tests from 1 test suite ran. (0 ms total)
 """
+SKIPPING = """\
+[ RUN      ] Suite.waits
+a_test.cpp:7: Skipped
+no zip
+[  SKIPPED ] Suite.waits (0 ms)
+[ RUN      ] Suite.passes
+[       OK ] Suite.passes (0 ms)
+[ RUN      ] Suite.rests
+a_test.cpp:9: Skipped
+no root
+[  SKIPPED ] Suite.rests (0 ms)
+[==========] 3 tests from 1 test suite ran. (0 ms total)
+[  SKIPPED ] 2 tests, listed below:
+[  SKIPPED ] Suite.waits
+[  SKIPPED ] Suite.rests
+"""
 FAILING = """\
 [ RUN      ] Rows/Suite.passes/aRow
 [       OK ] Rows/Suite.passes/aRow (0 ms)
@@ -38,6 +54,9 @@ ROWS = [
      "skipped: skips: no fish\n1 cases: 0 passed, 1 skipped, 0 failed\n", 0),
     ("suite", f"printf %s '{PASSING}'",
      "skipped: Suite.waits: no zip is here\n2 cases: 1 passed, 1 skipped, 0 failed\n", 0),
+    ("skippingSuite", f"printf %s '{SKIPPING}'",
+     "skipped: Suite.waits: no zip\nskipped: Suite.rests: no root\n"
+     "3 cases: 1 passed, 2 skipped, 0 failed\n", 0),
     ("failingSuite", f"printf %s '{FAILING}'; exit 1",
      "failed: Rows/Suite.fails/aRow\n2 cases: 1 passed, 0 skipped, 1 failed\n", 1),
     ("crash", f"printf %s '{CRASHING}'; kill -9 $$",
@@ -70,7 +89,10 @@ def main():
         (folder / "build/CTestTestfile.cmake").write_text("".join(
             f"add_test({name} [==[sh]==] [==[-c]==] [==[{command}]==])\n"
             for name, command, _, _ in ROWS) +
-            "set_tests_properties(skips PROPERTIES SKIP_REGULAR_EXPRESSION \"^skipped: \")\n",
+            "add_test(needsAnother true)\nadd_test(another false)\n"
+            "set_tests_properties(skips PROPERTIES SKIP_REGULAR_EXPRESSION \"^skipped: \")\n"
+            "set_tests_properties(another PROPERTIES FIXTURES_SETUP other)\n"
+            "set_tests_properties(needsAnother PROPERTIES FIXTURES_REQUIRED other)\n",
             encoding="utf-8")
         for name, _, expected, status in ROWS:
             out, returned = run(folder, name)
@@ -80,6 +102,10 @@ def main():
         out, _ = run(folder, "failingSuite")
         if "a_test.cpp:8: Failure" not in out or "passes" in out:
             print(f"what is shown of a failure:\n{out}", file=sys.stderr)
+            wrong += 1
+        out, _ = run(folder, "needsAnother")
+        if "skipped: needsAnother: a test that it needs has failed\n" not in out:
+            print(f"what is shown of a test that needs one that fails:\n{out}", file=sys.stderr)
             wrong += 1
         if list((folder / "temporary").iterdir()):
             print("run.py leaves its own folder behind", file=sys.stderr)

@@ -80,7 +80,8 @@ TEST(Colors, showWhatCountsOnATerminal)
         "as 0 \x1B[2m[number-unreadable]\x1B[0m\n"
         "\x1B[1mx:1:1:\x1B[0m \x1B[1;33mwarning:\x1B[0m \"x\" is no known platform "
         "\x1B[2m[platform-unknown]\x1B[0m\n");
-    const QByteArray gate = kGate.c_str();
+    // Behind a name with a blank stands a tab, by which patch finds its end.
+    const QByteArray gate = QByteArray(kGate.c_str()) + (kGate.find(' ') == kGate.npos ? "" : "\t");
     EXPECT_EQ(onTerminal(kDiff, {}), "\x1B[1m--- " + gate + "\x1B[0m\n\x1B[1m+++ " + gate +
                                          "\x1B[0m\n"
                                          "\x1B[36m@@ -19,7 +19,7 @@\x1B[0m\n"
@@ -138,7 +139,8 @@ TEST(Colors, belongToPaddedCellsAlone)
             .out,
         "ADDRESS     FIRMWARE     VERDICT  REASON                                                  "
         "      NEXT HOP\n"
-        "10.14.7.21  VN-3.0.6.29  \x1B[1;33mdepends\x1B[0m  W40 cameras on VN may only be updated to "
+        "10.14.7.21  VN-3.0.6.29  \x1B[1;33mdepends\x1B[0m  W40 cameras on VN may only be updated "
+        "to "
         "VN-3.4.5.4 or later  -\n");
 }
 
