@@ -4,6 +4,7 @@
 #include "tool/cli/Command.h"
 #include "tool/commands/VersionWords.h"
 #include "tool/files/FileWork.h"
+#include "tool/files/VersionSources.h"
 
 #include <memory>
 

@@ -7,6 +7,7 @@
 #include "tool/commands/VersionWords.h"
 #include "tool/files/CameraModels.h"
 #include "tool/files/ConfigInput.h"
+#include "tool/files/VersionSources.h"
 
 #include "base/FileUtils.h"
 #include "config/VanteroConfigFile.h"

@@ -3,6 +3,7 @@
 
 #include "tool/cli/Command.h"
 #include "tool/commands/VersionWords.h"
+#include "tool/files/VersionSources.h"
 
 #include "version/VersionOrder.h"
 
