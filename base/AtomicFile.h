@@ -91,7 +91,6 @@ public:
      * Begins a file that must be new: commit() then raises where something, even a link to nothing,
      * is at the path by then. Otherwise as open().
      * @throws FileException when it cannot be made there
-     * @since 1.0.0
      */
     void openNew();
 
@@ -108,10 +107,10 @@ public:
     void commit();
 
     /** What the new file could not keep; nothing before commit(), and for a file that is new. */
-    Losses losses() const noexcept;
+    [[nodiscard]] Losses losses() const noexcept;
 
     /** A sentence for each of @p losses, for people: "the file belongs to another owner now". */
-    static QStringList describe(Losses losses);
+    [[nodiscard]] static QStringList describe(Losses losses);
 
     /**
      * Makes @p content the whole content of the file at @p path, which may be there already.
@@ -122,7 +121,7 @@ public:
     static void replace(const QString &path, const QByteArray &content);
 
     /** Does the same as replace() and returns what the new file could not keep. */
-    static Losses replaceWithReport(const QString &path, const QByteArray &content);
+    [[nodiscard]] static Losses replaceWithReport(const QString &path, const QByteArray &content);
 
     /**
      * Makes @p content the whole content of the file at @p path if that still holds @p before, as
@@ -190,7 +189,7 @@ public:
     AtomicFiles &operator=(const AtomicFiles &) = delete;
 
     /** Whether @p name is taken: something in the folder is called so, or a file that waits. */
-    bool contains(const QString &name) const;
+    [[nodiscard]] bool contains(const QString &name) const;
 
     /**
      * Writes a file @p name with @p content, which waits for commit(). Returns false where the name
@@ -204,7 +203,7 @@ public:
     [[nodiscard]] bool rename(const QString &name, const QString &newName);
 
     /** The number of files that wait. */
-    int count() const noexcept;
+    [[nodiscard]] int count() const noexcept;
 
     /**
      * Gives the files that wait their places in the folder, in the order in which they were added,

@@ -34,7 +34,8 @@ namespace vn {
 
 class FileException;
 
-/** The base of all exceptions of the library: a message and, where there is one, the cause. */
+/** The base of all exceptions of the library: a message and, where there is one, the cause.
+ * @since 1.0.0 */
 class VN_BASE_EXPORT ExceptionQt : public std::exception
 {
 public:
@@ -50,17 +51,17 @@ public:
     ~ExceptionQt() override;
 
     /** The message, as given to the constructor. */
-    const QString &message() const noexcept { return m_message; }
+    [[nodiscard]] const QString &message() const noexcept { return m_message; }
 
     /** The exception that led to this one, of the class it was thrown with; null when there is
      * none. It lives as long as this exception or a copy of it. */
-    const ExceptionQt *cause() const noexcept { return m_cause.get(); }
+    [[nodiscard]] const ExceptionQt *cause() const noexcept { return m_cause.get(); }
 
     /** The message in UTF-8, valid as long as this exception. */
     const char *what() const noexcept override;
 
     /** A copy of the same class; the caller owns it. */
-    virtual ExceptionQt *clone() const;
+    [[nodiscard]] virtual ExceptionQt *clone() const;
 
     /** Throws a copy of the same class. */
     [[noreturn]] virtual void raise() const;
@@ -79,6 +80,7 @@ private:
  * The meaning of the positions belongs to the format: the configuration reader gives -1 for all
  * four; the alarm parsers give line 0 and, as columns, the byte offsets from 0 where the offending
  * token begins and ends.
+ * @since 1.0.0
  */
 class VN_BASE_EXPORT ParseException : public ExceptionQt
 {
@@ -93,15 +95,15 @@ public:
     ~ParseException() override;
 
     /** The line where the offending text begins, as the format counts lines. */
-    int startLine() const noexcept { return m_startLine; }
+    [[nodiscard]] int startLine() const noexcept { return m_startLine; }
     /** The column where the offending text begins, as the format counts columns. */
-    int startColumn() const noexcept { return m_startColumn; }
+    [[nodiscard]] int startColumn() const noexcept { return m_startColumn; }
     /** The line where the offending text ends. */
-    int endLine() const noexcept { return m_endLine; }
+    [[nodiscard]] int endLine() const noexcept { return m_endLine; }
     /** The column where the offending text ends. */
-    int endColumn() const noexcept { return m_endColumn; }
+    [[nodiscard]] int endColumn() const noexcept { return m_endColumn; }
 
-    ParseException *clone() const override;
+    [[nodiscard]] ParseException *clone() const override;
     [[noreturn]] void raise() const override;
 
 private:
@@ -111,7 +113,7 @@ private:
     int m_endColumn;
 };
 
-/** A device, file or archive that could not be read or written. */
+/** A device, file or archive that could not be read or written. @since 1.0.0 */
 class VN_BASE_EXPORT IOException : public ExceptionQt
 {
 public:
@@ -123,19 +125,18 @@ public:
     IOException &operator=(const IOException &other) noexcept;
     ~IOException() override;
 
-    IOException *clone() const override;
+    [[nodiscard]] IOException *clone() const override;
     [[noreturn]] void raise() const override;
 };
 
-/** A file that could not be opened, read or written; the message is "NAME: REASON". */
+/** A file that could not be opened, read or written; the message is "NAME: REASON". @since 1.0.0 */
 class VN_BASE_EXPORT FileException : public IOException
 {
 public:
     /** Takes name and error text from @p file as they are now; the file may go afterwards. */
     explicit FileException(const QFile &file);
     /** Says why the system refused the file @p fileName: @p systemError is an errno, such as
-     * ENOENT.
-     * @since 1.0.0 */
+     * ENOENT. */
     FileException(const QString &fileName, int systemError);
     /** A copy, which shares message, cause and name. */
     FileException(const FileException &other) noexcept;
@@ -144,18 +145,16 @@ public:
     ~FileException() override;
 
     /** The name of the file, as QFile::fileName() gave it. */
-    const QString &fileName() const noexcept { return m_fileName; }
+    [[nodiscard]] const QString &fileName() const noexcept { return m_fileName; }
 
-    /** Why, without the name: "No such file or directory". The system's words, or Qt's.
-     * @since 1.0.0 */
-    QString reason() const;
+    /** Why, without the name: "No such file or directory". The system's words, or Qt's. */
+    [[nodiscard]] QString reason() const;
 
     /** The system's error number, such as ENOENT; 0 when it was not the system that refused, or its
-     * number is not known.
-     * @since 1.0.0 */
-    int systemError() const noexcept;
+     * number is not known. */
+    [[nodiscard]] int systemError() const noexcept;
 
-    FileException *clone() const override;
+    [[nodiscard]] FileException *clone() const override;
     [[noreturn]] void raise() const override;
 
 private:
@@ -204,18 +203,18 @@ public:
     ~ArchiveException() override;
 
     /** The path of the archive, as its reader was given it. */
-    const QString &path() const noexcept { return m_path; }
+    [[nodiscard]] const QString &path() const noexcept { return m_path; }
 
     /** The name of the entry; null where the archive itself could not be read. */
-    const QString &entry() const noexcept { return m_entry; }
+    [[nodiscard]] const QString &entry() const noexcept { return m_entry; }
 
     /** Why. */
-    ArchiveError error() const noexcept { return m_error; }
+    [[nodiscard]] ArchiveError error() const noexcept { return m_error; }
 
     /** Why in words, without the names. */
-    const QString &reason() const noexcept { return m_reason; }
+    [[nodiscard]] const QString &reason() const noexcept { return m_reason; }
 
-    ArchiveException *clone() const override;
+    [[nodiscard]] ArchiveException *clone() const override;
     [[noreturn]] void raise() const override;
 
 private:

@@ -10,7 +10,9 @@
 #include <QtCore/qglobal.h>
 
 /** @def VN_BASE_EXPORT
- * Marks what libVanteroBase exports. */
+ * Marks what libVanteroBase exports.
+ * @since 1.0.0
+ */
 #ifdef VANTERO_BASE_BUILD
 #define VN_BASE_EXPORT Q_DECL_EXPORT
 #else
@@ -18,7 +20,9 @@
 #endif
 
 /** @def VN_EXPORT
- * Marks what libFileFormatsVantero exports. */
+ * Marks what libFileFormatsVantero exports.
+ * @since 1.0.0
+ */
 #ifdef VANTERO_FORMATS_BUILD
 #define VN_EXPORT Q_DECL_EXPORT
 #else

@@ -19,6 +19,7 @@ namespace vn {
  * Whole texts from and into files and devices, and names for new files.
  *
  * Threads: all functions are reentrant; a device is used by the calling thread only.
+ * @since 1.0.0
  */
 class VN_BASE_EXPORT FileUtils
 {
@@ -46,14 +47,12 @@ public:
     /**
      * Returns the bytes of the file at @p path, which readText() decodes.
      * @throws FileException as readText(path)
-     * @since 1.0.0
      */
     static QByteArray readBytes(const QString &path);
 
     /**
      * Returns the remaining bytes of the open @p device, waited for as by readText(device).
      * @throws IOException as readText(device)
-     * @since 1.0.0
      */
     static QByteArray readBytes(QIODevice *device);
 
@@ -61,7 +60,6 @@ public:
      * Returns the remaining bytes of the open @p device, of a sequential one those that it has at
      * hand: nothing is waited for. Like QIODevice::readAll(), but an error is raised.
      * @throws IOException as readText(device)
-     * @since 1.0.0
      */
     static QByteArray readAvailable(QIODevice *device);
 
@@ -71,15 +69,14 @@ public:
      * sequential device is waited for without a limit, but never beyond a line that is complete.
      * A QFile that was opened with a FILE pointer cannot tell zero bytes in lines of a pipe.
      * @throws IOException as readText(device)
-     * @since 1.0.0
      */
-    static bool readLine(QIODevice *device, QByteArray *line);
+    [[nodiscard]] static bool readLine(QIODevice *device, QByteArray *line);
 
     /**
      * Decodes @p bytes as readText() does: valid UTF-8 (without its byte order mark) as UTF-8,
      * anything else as Latin-1. Reports nothing: every byte sequence is a text, never a null one.
      */
-    static QString decodeText(const QByteArray &bytes);
+    [[nodiscard]] static QString decodeText(const QByteArray &bytes);
 
     /**
      * Writes @p text to the open @p device as UTF-8 without a byte order mark, and flushes it, so
@@ -117,9 +114,9 @@ public:
      * Example: the pattern "cam-%d.cfg" and the counter "[%i]" give "cam-2010-05-01.cfg", then
      * "cam-2010-05-01[2].cfg". Nothing is created: another process may take the name meanwhile.
      */
-    static QString uniqueFileName(const QDir &dir, const QString &pattern,
-                                  const QDateTime &dateTime, const QString &counterFormat,
-                                  bool alwaysCount);
+    [[nodiscard]] static QString uniqueFileName(const QDir &dir, const QString &pattern,
+                                                const QDateTime &dateTime,
+                                                const QString &counterFormat, bool alwaysCount);
 };
 
 } // namespace vn

@@ -5,7 +5,7 @@
 
 namespace vn {
 
-bool StringUtils::endsWithIgnoreCase(const QString &text, const QString &suffix)
+bool StringUtils::endsWithIgnoreCase(const QString &text, const QString &suffix) noexcept
 {
     // A null text ends with nothing in Qt, not even with an empty suffix.
     return suffix.isEmpty() || text.endsWith(suffix, Qt::CaseInsensitive);

@@ -10,7 +10,7 @@
 
 namespace vn {
 
-/** Small text helpers. Threads: all functions are reentrant. */
+/** Small text helpers. Threads: all functions are reentrant. @since 1.0.0 */
 class VN_BASE_EXPORT StringUtils
 {
 public:
@@ -21,7 +21,8 @@ public:
      * locale); every text ends with an empty suffix.
      * Example: endsWithIgnoreCase("cams.ZIP", ".zip") is true.
      */
-    static bool endsWithIgnoreCase(const QString &text, const QString &suffix);
+    [[nodiscard]] static bool endsWithIgnoreCase(const QString &text,
+                                                 const QString &suffix) noexcept;
 };
 
 } // namespace vn

@@ -375,42 +375,42 @@ qint64 ZipReader::writeData(const char *, qint64)
     return -1; // never opened for writing
 }
 
-qint64 ZipReader::entrySizeLimit() const
+qint64 ZipReader::entrySizeLimit() const noexcept
 {
     return d->entrySizeLimit;
 }
 
-void ZipReader::setEntrySizeLimit(qint64 bytes)
+void ZipReader::setEntrySizeLimit(qint64 bytes) noexcept
 {
     d->entrySizeLimit = std::max<qint64>(bytes, 0);
 }
 
-qint64 ZipReader::archiveSizeLimit() const
+qint64 ZipReader::archiveSizeLimit() const noexcept
 {
     return d->archiveSizeLimit;
 }
 
-void ZipReader::setArchiveSizeLimit(qint64 bytes)
+void ZipReader::setArchiveSizeLimit(qint64 bytes) noexcept
 {
     d->archiveSizeLimit = std::max<qint64>(bytes, 0);
 }
 
-int ZipReader::entryCountLimit() const
+int ZipReader::entryCountLimit() const noexcept
 {
     return d->entryCountLimit;
 }
 
-void ZipReader::setEntryCountLimit(int count)
+void ZipReader::setEntryCountLimit(int count) noexcept
 {
     d->entryCountLimit = std::max(count, 0);
 }
 
-int ZipReader::ratioLimit() const
+int ZipReader::ratioLimit() const noexcept
 {
     return d->ratioLimit;
 }
 
-void ZipReader::setRatioLimit(int ratio)
+void ZipReader::setRatioLimit(int ratio) noexcept
 {
     d->ratioLimit = std::max(ratio, 1);
 }

@@ -40,11 +40,12 @@ namespace vn {
  * the last one in the file can be read.
  *
  * Threads: reentrant.
+ * @since 1.0.0
  */
 class VN_BASE_EXPORT ZipReader : public QIODevice
 {
 public:
-    /** Why an operation failed. @since 1.0.0 */
+    /** Why an operation failed. */
     using Error = ArchiveError;
 
     /** A reader for the archive at @p path; nothing is opened yet. An empty @p password means none.
@@ -76,52 +77,50 @@ public:
 
     /**
      * The number of entries in archive order, folders included; 0 while the archive is not open.
-     * @since 1.0.0
      */
-    int entryCount() const noexcept;
+    [[nodiscard]] int entryCount() const noexcept;
     /** The name of the entry @p index, from 0; that of a folder ends with "/". Null where there is
-     * none. @since 1.0.0 */
-    QString entryName(int index) const;
+     * none. */
+    [[nodiscard]] QString entryName(int index) const;
     /** The size of the entry @p index in bytes, decoded, as the archive's directory says; -1 where
-     * there is none. @since 1.0.0 */
-    qint64 entrySize(int index) const;
+     * there is none. */
+    [[nodiscard]] qint64 entrySize(int index) const;
     /** openFile() for the entry @p index, which tells entries of one name apart and leaves their
-     * turn as it is. @since 1.0.0 */
+     * turn as it is. */
     bool openEntry(int index);
 
     /**
      * Why the latest open(), openFile(), openEntry() or read failed; None where it did not.
      * errorString() says the same in words.
-     * @since 1.0.0
      */
-    Error error() const noexcept;
+    [[nodiscard]] Error error() const noexcept;
 
-    /** The same with the names and the words, to be thrown or kept. @since 1.0.0 */
-    ArchiveException exception() const;
+    /** The same with the names and the words, to be thrown or kept. */
+    [[nodiscard]] ArchiveException exception() const;
 
     /** The most bytes that one entry may hold; 256 MiB unless set. A larger one is a read error. */
-    qint64 entrySizeLimit() const;
+    [[nodiscard]] qint64 entrySizeLimit() const noexcept;
     /** Sets that limit, for the entries that are read from now on. */
-    void setEntrySizeLimit(qint64 bytes);
+    void setEntrySizeLimit(qint64 bytes) noexcept;
 
     /** The most bytes that the entries read since open() may hold together, each counted once, and
      * with what was unpacked before an error; 1 GiB unless set. The entry that passes it is a read
      * error. */
-    qint64 archiveSizeLimit() const;
+    [[nodiscard]] qint64 archiveSizeLimit() const noexcept;
     /** Sets that limit, for the entries that are read from now on. */
-    void setArchiveSizeLimit(qint64 bytes);
+    void setArchiveSizeLimit(qint64 bytes) noexcept;
 
     /** The most entries, folders included, that an archive may have; 1,000,000 unless set. open()
      * refuses an archive with more. */
-    int entryCountLimit() const;
+    [[nodiscard]] int entryCountLimit() const noexcept;
     /** Sets that limit, for the next open(). */
-    void setEntryCountLimit(int count);
+    void setEntryCountLimit(int count) noexcept;
 
     /** The most bytes that one compressed byte may stand for, in an entry of more than 16 MiB; 1000
      * unless set. An entry that is compressed more is a read error. */
-    int ratioLimit() const;
+    [[nodiscard]] int ratioLimit() const noexcept;
     /** Sets that limit, for the entries that are read from now on. */
-    void setRatioLimit(int ratio);
+    void setRatioLimit(int ratio) noexcept;
 
     /** True: an entry is read from its beginning to its end. */
     bool isSequential() const override;

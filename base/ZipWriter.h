@@ -32,6 +32,7 @@ namespace vn {
  * @endcode
  *
  * Threads: reentrant.
+ * @since 1.0.0
  */
 class VN_BASE_EXPORT ZipWriter
 {
@@ -55,7 +56,6 @@ public:
      * Begins an archive that must be new: close() raises where something is at the path by then,
      * which stays.
      * @throws IOException as open()
-     * @since 1.0.0
      */
     void openNew();
 
@@ -77,13 +77,11 @@ public:
     void close();
 
     /** Why the last operation that failed did so, without the path: "not a regular file"; null where
-     * none has. A device that fails tells its own exception alone.
-     * @since 1.0.0 */
-    QString failure() const;
+     * none has. A device that fails tells its own exception alone. */
+    [[nodiscard]] QString failure() const;
 
-    /** What the archive could not keep of the one that it has replaced; nothing before close().
-     * @since 1.0.0 */
-    AtomicFile::Losses losses() const noexcept;
+    /** What the archive could not keep of the one that it has replaced; nothing before close(). */
+    [[nodiscard]] AtomicFile::Losses losses() const noexcept;
 
 private:
     Q_DECL_HIDDEN void begin(bool isNew);

@@ -15,6 +15,7 @@ namespace vnm {
  * A pointer that shares the ownership of a @p T; the last copy to go deletes it.
  *
  * Threads: the count is thread-safe, the object behind it is as safe as its class says.
+ * @since 1.0.0
  */
 template <typename T>
 using smart = std::shared_ptr<T>;

@@ -23,7 +23,7 @@ namespace {
 /** Puts what the header of @p found.text says into @p found. */
 void readHeaderOf(ConfigCollector::Found &found)
 {
-    MemoryLines lines(found.text);
+    internal::MemoryLines lines(found.text);
     using internal::HeaderField;
     found.hasVersions =
         internal::readHeaderValues(lines, [&](HeaderField field, QStringView value) {
@@ -31,7 +31,7 @@ void readHeaderOf(ConfigCollector::Found &found)
             QString &target = field == HeaderField::FactoryIp     ? found.factoryIp
                               : field == HeaderField::FileVersion ? found.fileVersion
                                                                   : found.softwareVersion;
-            target = toText(value);
+            target = internal::toText(value);
         });
 }
 

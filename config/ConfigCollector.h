@@ -224,14 +224,14 @@ public:
     ConfigCollector &operator=(const ConfigCollector &) = delete; // likewise
 
     /** Reads what comes next; nothing at the end, and where Options::stop ended it. */
-    std::optional<Found> next();
+    [[nodiscard]] std::optional<Found> next();
 
     /** The place that comes next, which is not read; nothing at the end, and where Options::stop
      * ended it. Archives are opened for their directory. */
-    std::optional<Source> nextSource();
+    [[nodiscard]] std::optional<Source> nextSource();
 
     /** Reads @p source, which may come from another collector with the same options. */
-    Found read(const Source &source);
+    [[nodiscard]] Found read(const Source &source);
 
     /**
      * Goes through all paths without reading, so that progress() knows what is left. Takes about as
@@ -242,10 +242,10 @@ public:
 
     /** What next() and read() have done, and what next() has left where measure() looked. Files
      * that come and go after measure() make it inexact; it never is negative. */
-    Progress progress() const noexcept;
+    [[nodiscard]] Progress progress() const noexcept;
 
     /** Whether Options::stop has ended it before its end. */
-    bool wasStopped() const noexcept;
+    [[nodiscard]] bool wasStopped() const noexcept;
 
 private:
     class Q_DECL_HIDDEN Private;

@@ -40,7 +40,7 @@ public:
 
     RedactedConfig run()
     {
-        MemoryLines lines(m_text);
+        internal::MemoryLines lines(m_text);
         QStringView line;
         while (lines.readLine(line)) {
             ++m_line;
@@ -59,7 +59,7 @@ private:
         const bool isStart = kind == internal::LineKind::SectionStart;
         const bool isEnd = kind == internal::LineKind::SectionEnd;
         if (isStart || isEnd) {
-            m_section = isStart ? toText(internal::nameOfStart(line)) : QString();
+            m_section = isStart ? internal::toText(internal::nameOfStart(line)) : QString();
             m_isSecretSection = isStart && m_names.contain(m_section);
             m_inPem = false;
         }
@@ -133,10 +133,11 @@ private:
     {
         using internal::kAddressMark;
         using internal::kVersionMark;
-        if (m_line <= internal::kVersionLines && beginsWith(line, kVersionMark))
+        if (m_line <= internal::kVersionLines && internal::beginsWith(line, kVersionMark))
             return qsizetype(std::size(kVersionMark)) - 1;
-        return m_inHeader && beginsWith(line, kAddressMark) ? qsizetype(std::size(kAddressMark)) - 1
-                                                            : 1;
+        return m_inHeader && internal::beginsWith(line, kAddressMark)
+                   ? qsizetype(std::size(kAddressMark)) - 1
+                   : 1;
     }
 
     /** The words of the header before the camera's address. */

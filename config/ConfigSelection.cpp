@@ -38,7 +38,7 @@ public:
             return;
         const auto place = std::lower_bound(m_keysHere->begin(), m_keysHere->end(), key);
         if (place != m_keysHere->end() && *place == key)
-            m_map.addValue(section, *place, toText(value));
+            m_map.addValue(section, *place, internal::toText(value));
     }
 
 private:
@@ -62,7 +62,7 @@ bool ConfigSelection::parse(const QString &text, VanteroConfigMap &map) const
 {
     return onlyThrows<ParseException>([&] {
         map = VanteroConfigMap();
-        MemoryLines lines(text);
+        internal::MemoryLines lines(text);
         const bool complete = internal::readHeaderInto(map, lines);
         SelectingBuilder builder(map, m_keys);
         internal::readSections(lines, builder);

@@ -9,9 +9,7 @@
 #include "config/VanteroConfigFile.h"
 #include "config/VanteroConfigMap.h"
 
-namespace vn {
-
-namespace internal {
+namespace vn::internal {
 
 /** Reads the header block into the head section of @p map. */
 template <typename Lines>
@@ -22,16 +20,14 @@ bool readHeaderInto(VanteroConfigMap &map, Lines &lines)
     });
 }
 
-} // namespace internal
-
 /** The keys of a configuration: its sections, a few hundred of a few kinds, have most in common. */
-using SharedKeys = internal::SharedStrings<11>;
+using SharedKeys = SharedStrings<11>;
 
 /**
  * A sink of the text reader that fills a map; the section is looked up once a block. For texts in
  * memory only: a stream may call its device, which may come back to the map while it is read.
  */
-class MapBuilder : public internal::ConfigSink
+class MapBuilder : public ConfigSink
 {
 public:
     explicit MapBuilder(VanteroConfigMap &map)
@@ -54,6 +50,6 @@ private:
     SharedKeys m_keys;
 };
 
-} // namespace vn
+} // namespace vn::internal
 
 #endif // VN_CONFIG_MAPBUILDER_P_H

@@ -134,7 +134,7 @@ QString VanteroConfigFile::removeSections(const QString &text, const QStringList
     bool inSection = false;
     bool inRemoved = false;
     QStringView line;
-    for (MemoryLines lines(text); lines.readLine(line);) {
+    for (internal::MemoryLines lines(text); lines.readLine(line);) {
         bool keep = !inRemoved;
         switch (internal::kindOf(line)) {
         case internal::LineKind::Empty:

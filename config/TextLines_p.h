@@ -15,7 +15,7 @@
 #include <QtCore/QStringView>
 #include <QtCore/QTextStream>
 
-namespace vn {
+namespace vn::internal {
 
 /** The lines of a text in memory, exactly as QTextStream on that text would give them. */
 class MemoryLines
@@ -112,6 +112,6 @@ inline QStringView textFrom(QStringView line, qsizetype position)
     return position > line.size() ? QStringView() : line.mid(position);
 }
 
-} // namespace vn
+} // namespace vn::internal
 
 #endif // VN_CONFIG_TEXTLINES_P_H

@@ -59,6 +59,7 @@ class ZipWriter;
  * take that of the previous configuration for a moment; nothing guards the map that they fill. The
  * static operations share nothing and may run on any number of threads at once, each with arguments
  * of its own (archive, map).
+ * @since 1.0.0
  */
 class VN_EXPORT VanteroConfigFile : public QObject
 {
@@ -93,7 +94,7 @@ public:
     // ---- Map, under the lock -------------------------------------------------------------------
 
     /** The newest value of @p key; a null string when the section or the key is missing. */
-    QString value(const QString &section, const QString &key) const;
+    [[nodiscard]] QString value(const QString &section, const QString &key) const;
 
     /** VanteroConfigMap::setValue() on the map. */
     void setValue(const QString &section, const QString &key, const QString &value);
@@ -102,42 +103,42 @@ public:
     void addValue(const QString &section, const QString &key, const QString &value);
 
     /** Whether there is a section of that name; an empty one counts. */
-    bool containsSection(const QString &section) const;
+    [[nodiscard]] bool containsSection(const QString &section) const;
 
     /** The names of all sections, HEAD_SECTION included where there is one, ascending. */
-    QStringList allSectionKeys() const;
+    [[nodiscard]] QStringList allSectionKeys() const;
 
     /** The printed map (VanteroConfigMap::print()), not the text it was loaded from. */
-    QString toString() const;
+    [[nodiscard]] QString toString() const;
 
     /** One printed section (VanteroConfigMap::printSection()). */
-    QString toString(const QString &section) const;
+    [[nodiscard]] QString toString(const QString &section) const;
 
     /** A copy of the section, or an empty one. */
-    QMultiMap<QString, QString> section(const QString &section) const;
+    [[nodiscard]] QMultiMap<QString, QString> section(const QString &section) const;
 
     /** Makes the section equal to @p content: nothing of the section before remains. Every name is
      *  accepted, HEAD_SECTION included. */
     void setSection(const QString &section, const QMultiMap<QString, QString> &content);
 
-    /** A copy of the whole map, HEAD_SECTION included, as it stands at one moment. @since 1.0.0 */
-    VanteroConfigMap map() const;
+    /** A copy of the whole map, HEAD_SECTION included, as it stands at one moment. */
+    [[nodiscard]] VanteroConfigMap map() const;
 
     /** The time stamp: of construction, or of the last load. */
-    QDateTime timeStamp() const;
+    [[nodiscard]] QDateTime timeStamp() const;
 
     // ---- Header values, entries of HEAD_SECTION ------------------------------------------------
 
     /** FILE_VERSION, such as "1.3"; like all header values a null string when it is missing. */
-    QString getFileVersion() const;
+    [[nodiscard]] QString getFileVersion() const;
     /** SOFTWARE_VERSION, such as "VN-3.0.6.29". */
-    QString getSoftwareVersion() const;
+    [[nodiscard]] QString getSoftwareVersion() const;
     /** FACTORY_IP, such as "10.0.0.1". */
-    QString getFactoryIP() const;
+    [[nodiscard]] QString getFactoryIP() const;
     /** TYPE_LONG; no header holds it. */
-    QString getLongCameraType() const;
+    [[nodiscard]] QString getLongCameraType() const;
     /** TYPE_SHORT; no header holds it. */
-    QString getShortCameraType() const;
+    [[nodiscard]] QString getShortCameraType() const;
 
     /** setValue() of FILE_VERSION. */
     void setFileVersion(const QString &value);
@@ -248,7 +249,7 @@ public:
 
     /** The header block for the versions of this configuration, six lines with "\n" at their ends.
      * The other header values are not part of it. */
-    QString makeHeader() const;
+    [[nodiscard]] QString makeHeader() const;
 
     /**
      * Writes the text (not the map) as UTF-8 to the file at @p path, which is replaced: any text
@@ -263,7 +264,6 @@ public:
      * and a full disk leaves the old one. The text is that of one moment, whatever other threads
      * do.
      * @throws FileException when the file cannot be written
-     * @since 1.0.0
      */
     void storeAtomic(const QString &path) const;
 
@@ -280,11 +280,13 @@ public:
      * @p suffix; a taken name gets "[2]", "[3]", … before its last ".".
      * Example: ("", "cam", 2010-05-01, ".cfg") gives "cam-2010-05-01.cfg".
      */
-    static QString newFileName(const QDir &dir, const QString &first, const QString &second,
-                               const QDate &date, const QString &suffix);
+    [[nodiscard]] static QString newFileName(const QDir &dir, const QString &first,
+                                             const QString &second, const QDate &date,
+                                             const QString &suffix);
 
     /** The same with @p prefix and the suffix ".cfg". */
-    static QString newFileName(const QDir &dir, const QString &prefix, const QDate &date);
+    [[nodiscard]] static QString newFileName(const QDir &dir, const QString &prefix,
+                                             const QDate &date);
 
     // ---- Section editing -----------------------------------------------------------------------
 
@@ -297,8 +299,8 @@ public:
      * or a comment, matches, too; and each replacement in place adds two line breaks on each side.
      * Reports nothing: every text is accepted.
      */
-    static QString replaceSection(const QString &target, const QString &source,
-                                  const QString &section);
+    [[nodiscard]] static QString replaceSection(const QString &target, const QString &source,
+                                                const QString &section);
 
     /**
      * The lines of the configuration text @p text without the sections named in @p sections, and
@@ -310,9 +312,9 @@ public:
      * @param dropSectionComments drops comment lines inside sections
      * @param dropEmptyLines      drops empty lines everywhere
      */
-    static QString removeSections(const QString &text, const QStringList &sections,
-                                  bool dropOuterComments, bool dropSectionComments,
-                                  bool dropEmptyLines);
+    [[nodiscard]] static QString removeSections(const QString &text, const QStringList &sections,
+                                                bool dropOuterComments, bool dropSectionComments,
+                                                bool dropEmptyLines);
 
     // ---- Preserving entries --------------------------------------------------------------------
 

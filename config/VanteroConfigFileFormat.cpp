@@ -32,6 +32,8 @@ const QString &internal::keyOf(HeaderField field)
 namespace {
 
 using internal::HeaderField;
+using internal::MapBuilder;
+using internal::SharedKeys;
 
 constexpr char kHeaderTemplate[] = "#:%1===============================\n"
                                    "#:%2\n"
@@ -41,7 +43,7 @@ constexpr char kHeaderTemplate[] = "#:%1===============================\n"
                                    "#============================================\n";
 
 /** Reads all section blocks of a text in memory into @p map. */
-void readSectionsInto(VanteroConfigMap &map, MemoryLines &lines)
+void readSectionsInto(VanteroConfigMap &map, internal::MemoryLines &lines)
 {
     MapBuilder builder(map);
     internal::readSections(lines, builder);
@@ -64,7 +66,8 @@ public:
 
     void addEntry(const QString &section, QStringView key, QStringView value)
     {
-        m_config.addValue(section, m_keys ? m_keys->string(key) : key.toString(), toText(value));
+        m_config.addValue(section, m_keys ? m_keys->string(key) : key.toString(),
+                          internal::toText(value));
     }
 
 private:
@@ -73,7 +76,7 @@ private:
 };
 
 /** Reads all section blocks of a stream into @p config. */
-void readSectionsInto(VanteroConfigFile &config, StreamLines &lines)
+void readSectionsInto(VanteroConfigFile &config, internal::StreamLines &lines)
 {
     SharedKeys keys;
     StreamBuilder builder(config, &keys);
@@ -126,7 +129,7 @@ bool VanteroConfigFile::parse(const QString &text, const QDateTime &)
         m_sourceText = text;
         // Kept on purpose: the time of loading counts, not the one given.
         m_timeStamp = QDateTime::currentDateTime();
-        MemoryLines lines(m_sourceText);
+        internal::MemoryLines lines(m_sourceText);
         const bool complete = internal::readHeaderInto(m_map, lines);
         readSectionsInto(m_map, lines);
         return complete;
@@ -144,7 +147,7 @@ bool VanteroConfigFile::parse(QTextStream *stream, const QDateTime &dateTime)
     return onlyThrows<ParseException, IOException>([&] {
         const QMutexLocker lock(m_lock.get());
         m_timeStamp = dateTime;
-        StreamLines lines(stream);
+        internal::StreamLines lines(stream);
         const bool complete = internal::readHeaderInto(m_map, lines);
         readSectionsInto(*this, lines);
         return complete;
@@ -164,7 +167,7 @@ bool VanteroConfigFile::parseHeader(QTextStream *stream)
 {
     return onlyThrows<ParseException, IOException>([&] {
         const QMutexLocker lock(m_lock.get());
-        StreamLines lines(stream);
+        internal::StreamLines lines(stream);
         return internal::readHeaderInto(m_map, lines);
     });
 }
@@ -182,7 +185,7 @@ bool VanteroConfigFile::parseHeader(const QString &text)
     return onlyThrows<ParseException, IOException>([&] {
         const QMutexLocker lock(m_lock.get());
         const QString held = text; // the text may be a value of this very map
-        MemoryLines lines(held);
+        internal::MemoryLines lines(held);
         return internal::readHeaderInto(m_map, lines);
     });
 }
@@ -190,7 +193,7 @@ bool VanteroConfigFile::parseHeader(const QString &text)
 QString VanteroConfigFile::parseSection(QTextStream *stream, bool ignoreStrayLines)
 {
     return onlyThrows<ParseException, IOException>([&] {
-        StreamLines lines(stream);
+        internal::StreamLines lines(stream);
         StreamBuilder builder(*this);
         return internal::readSection(lines, ignoreStrayLines, builder);
     });
@@ -200,7 +203,7 @@ void VanteroConfigFile::parseJpegComment(QTextStream *stream)
 {
     onlyThrows<ParseException, IOException>([&] {
         const QMutexLocker lock(m_lock.get());
-        StreamLines lines(stream);
+        internal::StreamLines lines(stream);
         readSectionsInto(*this, lines);
     });
 }
@@ -226,7 +229,7 @@ void VanteroConfigFile::parseJpegComment(const QString &comment)
     onlyThrows<ParseException, IOException>([&] {
         const QMutexLocker lock(m_lock.get());
         const QString held = comment; // the comment may be a value of this very map
-        MemoryLines lines(held);
+        internal::MemoryLines lines(held);
         readSectionsInto(m_map, lines);
     });
 }

@@ -130,7 +130,7 @@ void readProperties(Lines &lines, VanteroConfigMap::Section &out)
         if (line.isEmpty() || line.front() == internal::kCommentMark)
             continue;
         const internal::EntryLine entry(line);
-        out.insert(entry.key.toString(), toText(entry.value));
+        out.insert(entry.key.toString(), internal::toText(entry.value));
     }
 }
 
@@ -297,7 +297,7 @@ QString VanteroConfigMap::toString(const QString &section,
 void VanteroConfigMap::parseProperties(QTextStream *in, QMultiMap<QString, QString> &out)
 {
     onlyThrows<ParseException>([&] {
-        StreamLines lines(in);
+        internal::StreamLines lines(in);
         readProperties(lines, out);
     });
 }
@@ -305,7 +305,7 @@ void VanteroConfigMap::parseProperties(QTextStream *in, QMultiMap<QString, QStri
 void VanteroConfigMap::parseProperties(const QString &text, QMultiMap<QString, QString> &out)
 {
     onlyThrows<ParseException>([&] {
-        MemoryLines lines(text);
+        internal::MemoryLines lines(text);
         readProperties(lines, out);
     });
 }

@@ -15,10 +15,12 @@ class QTextStream;
 
 namespace vn {
 
-/** The null string that lookups return when nothing is found; there while the library is loaded. */
+/** The null string that lookups return when nothing is found; there while the library is loaded.
+ * @since 1.0.0 */
 VN_EXPORT extern const QString EMPTY_STRING;
 
 /** The empty section that lookups return when nothing is found; there while the library is loaded.
+ * @since 1.0.0
  */
 VN_EXPORT extern const QMultiMap<QString, QString> EMPTY_MAP;
 
@@ -40,6 +42,7 @@ VN_EXPORT extern const QMultiMap<QString, QString> EMPTY_MAP;
  * EMPTY_STRING or EMPTY_MAP.
  *
  * Threads: reentrant.
+ * @since 1.0.0
  */
 class VN_EXPORT VanteroConfigMap
 {
@@ -50,16 +53,16 @@ public:
     // ---- Lookups -------------------------------------------------------------------------------
 
     /** Whether there is a section of that name; an empty one counts. */
-    bool containsSection(const QString &section) const;
+    [[nodiscard]] bool containsSection(const QString &section) const;
 
     /** The section, or EMPTY_MAP. The reference stays valid until the map changes. */
-    const QMultiMap<QString, QString> &section(const QString &section) const;
+    [[nodiscard]] const QMultiMap<QString, QString> &section(const QString &section) const;
 
     /** Whether the section has at least one entry of @p key. */
-    bool contains(const QString &section, const QString &key) const;
+    [[nodiscard]] bool contains(const QString &section, const QString &key) const;
 
     /** The number of entries of @p key. */
-    int count(const QString &section, const QString &key) const;
+    [[nodiscard]] int count(const QString &section, const QString &key) const;
 
     /**
      * The @p index-th value of @p key, counting from the newest (0); a negative index counts as 0.
@@ -70,18 +73,18 @@ public:
      * reaches into the entries of the following keys; past the last entry of the section the result
      * is EMPTY_STRING.
      */
-    const QString &value(const QString &section, const QString &key, int index) const;
+    [[nodiscard]] const QString &value(const QString &section, const QString &key, int index) const;
 
     /** All values of @p key, newest first. */
-    QList<QString> values(const QString &section, const QString &key) const;
+    [[nodiscard]] QList<QString> values(const QString &section, const QString &key) const;
 
     /** The newest entry of @p key; the end of the section when only the key is missing, the end of
      *  EMPTY_MAP when the section is. */
-    QMultiMap<QString, QString>::const_iterator find(const QString &section,
-                                                     const QString &key) const;
+    [[nodiscard]] QMultiMap<QString, QString>::const_iterator find(const QString &section,
+                                                                   const QString &key) const;
 
     /** The names of all sections, ascending. */
-    QStringList allSectionKeys() const;
+    [[nodiscard]] QStringList allSectionKeys() const;
 
     // ---- Edits ---------------------------------------------------------------------------------
 
@@ -131,13 +134,14 @@ public:
                              const QMultiMap<QString, QString> &content);
 
     /** The text of print(). */
-    QString toString() const;
+    [[nodiscard]] QString toString() const;
 
     /** The text of printSection() for that section. */
-    QString toString(const QString &section) const;
+    [[nodiscard]] QString toString(const QString &section) const;
 
     /** The text of printSection() for @p content. */
-    static QString toString(const QString &section, const QMultiMap<QString, QString> &content);
+    [[nodiscard]] static QString toString(const QString &section,
+                                          const QMultiMap<QString, QString> &content);
 
     /**
      * Reads `key=value` lines from @p in to its end and adds every entry to @p out.
@@ -156,14 +160,13 @@ public:
     static void parseProperties(const QString &text, QMultiMap<QString, QString> &out);
 
     /** The entries of @p text as a new section. */
-    static QMultiMap<QString, QString> parseProperties(const QString &text);
+    [[nodiscard]] static QMultiMap<QString, QString> parseProperties(const QString &text);
 
     // ---- Comparison ----------------------------------------------------------------------------
 
     /**
      * Whether both have the same sections (empty ones count) with the same keys and the same values
      * in the same order. A null value differs from an empty one: a text tells them apart, too.
-     * @since 1.0.0
      */
     friend VN_EXPORT bool operator==(const VanteroConfigMap &a, const VanteroConfigMap &b) noexcept;
 

@@ -42,7 +42,7 @@ public:
     void comment(QStringView line)
     {
         if (m_form == VanteroConfigText::Form::Configuration &&
-            beginsWith(line, internal::kAddressMark))
+            internal::beginsWith(line, internal::kAddressMark))
             m_findings.warn(
                 "address-not-read",
                 QString::fromLatin1("this address is not in the header, so it is not read"), line);
@@ -212,8 +212,8 @@ private:
         std::vector<NamedSection> names;
         for (const Section &section : m_sections) {
             // Others are never found, and have been told.
-            if (beginsWith(section.firstLine, internal::kStartOfLine) &&
-                beginsWith(section.lastLine, internal::kEndOfLine))
+            if (internal::beginsWith(section.firstLine, internal::kStartOfLine) &&
+                internal::beginsWith(section.lastLine, internal::kEndOfLine))
                 names.push_back({section.name,
                                  m_findings.places().offsetOf(section.firstLine.begin()),
                                  m_findings.places().offsetOf(section.lastLine.begin())});
@@ -250,7 +250,7 @@ Findings VanteroConfigText::findings() const
     FindingList findings(text);
     internal::findCharacters(text, findings);
 
-    MemoryLines lines(text);
+    internal::MemoryLines lines(text);
     Linter linter(findings, m_data->form());
     if (m_data->form() == Form::Configuration) {
         (void)internal::readHeader(lines, linter); // the linter knows more than the result

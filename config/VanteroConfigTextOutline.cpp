@@ -51,7 +51,7 @@ public:
             comments.removeLast();
         const QStringView shown = value.isNull() ? m_line.right(0) : value;
         m_outline.header.values +=
-            {internal::keyOf(field), toText(value), m_places.rangeOf(m_line),
+            {internal::keyOf(field), internal::toText(value), m_places.rangeOf(m_line),
              m_places.range(m_line.begin(), shown.begin()), m_places.rangeOf(shown)};
     }
 
@@ -82,7 +82,7 @@ public:
     {
         const QStringView shown = value.isNull() ? key.right(0) : value;
         const QStringView line(key.begin(), shown.end());
-        openBlock()->entries += {key.toString(), toText(value), m_places.rangeOf(line),
+        openBlock()->entries += {key.toString(), internal::toText(value), m_places.rangeOf(line),
                                  m_places.rangeOf(key), m_places.rangeOf(shown)};
         extend(line);
     }
@@ -122,7 +122,7 @@ private:
 VanteroConfigText::Outline VanteroConfigText::outline() const
 {
     const QString text = m_data->text();
-    MemoryLines lines(text);
+    internal::MemoryLines lines(text);
     Outliner outliner(text);
     try {
         outliner.isComplete(m_data->form() == Form::ImageComment ||

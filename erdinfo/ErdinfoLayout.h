@@ -17,7 +17,7 @@
 
 #include <QtCore/qglobal.h>
 
-/** Sizes and offsets, in bytes, and constants of the record. */
+/** Sizes and offsets, in bytes, and constants of the record. @since 1.0.0 */
 namespace vn::ErdinfoLayout {
 
 // ---- Sizes, in bytes -------------------------------------------------------------------------

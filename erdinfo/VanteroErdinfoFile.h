@@ -24,6 +24,7 @@ namespace vn {
  * Errors: save() alone reports one, and only that of opening; ErdinfoRecord tells all.
  *
  * Threads: reentrant. Two objects that write one path at the same time mix their bytes.
+ * @since 1.0.0
  */
 class VN_EXPORT VanteroErdinfoFile
 {

@@ -7,10 +7,9 @@
 
 namespace vn {
 
-namespace {
+namespace internal {
 
-using internal::kMajorComponent;
-using internal::kPlatformComponent;
+namespace {
 
 constexpr VersionCondition anything()
 {
@@ -50,9 +49,7 @@ constexpr Models kK30H30K40{"K30", "H30", "K40"};
 constexpr Models kW40{"W40"};
 constexpr Models k50{"?50"};
 
-using internal::kR16;
-using internal::kVn;
-constexpr internal::Platform kAll{"", 0};
+constexpr Platform kAll{"", 0};
 
 constexpr const char *kMustBecome = "must first be updated to";
 constexpr const char *kMustStay = "must stay on";
@@ -86,7 +83,7 @@ constexpr std::array<SafeUpdateRule, kSafeUpdateRules> kRules{{
 }};
 // clang-format on
 
-bool isAny(const internal::Platform &platform)
+bool isAny(const Platform &platform)
 {
     return *platform.name == '\0';
 }
@@ -218,18 +215,20 @@ const SafeUpdateRule *UpdateDemands::refusal(const VanteroSoftwareVersion &targe
     return nullptr;
 }
 
+} // namespace internal
+
 bool VanteroSoftwareVersion::isSafe(const QString &model,
                                     const VanteroSoftwareVersion &target) const
 {
-    return !UpdateDemands(model, *this).refusal(target);
+    return !internal::UpdateDemands(model, *this).refusal(target);
 }
 
 SafeUpdateVerdict VanteroSoftwareVersion::checkUpdate(const QString &model,
                                                       const VanteroSoftwareVersion &target) const
 {
-    const UpdateDemands demands(model, *this);
-    const SafeUpdateRule *refusal = demands.refusal(target);
-    const SafeUpdateRule &decisive = refusal ? *refusal : demands.last();
+    const internal::UpdateDemands demands(model, *this);
+    const internal::SafeUpdateRule *refusal = demands.refusal(target);
+    const internal::SafeUpdateRule &decisive = refusal ? *refusal : demands.last();
     return {!refusal, QLatin1String(decisive.identifier), decisive.sentence()};
 }
 

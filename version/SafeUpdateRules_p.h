@@ -15,7 +15,7 @@
 #include <array>
 #include <cstddef>
 
-namespace vn {
+namespace vn::internal {
 
 /** What a rule asks of a version: nothing, or how it stands to the limit. */
 struct VersionCondition
@@ -67,7 +67,7 @@ struct SafeUpdateRule
 
     const char *identifier;
 
-    internal::Platform platform;          ///< that of current versions; any if it has no name
+    Platform platform;                    ///< that of current versions; any if it has no name
     std::array<ModelBeginning, 3> models; ///< any model if the first one is none
     VersionCondition current;
 
@@ -114,6 +114,6 @@ private:
     std::size_t m_count = 0;
 };
 
-} // namespace vn
+} // namespace vn::internal
 
 #endif // VN_VERSION_SAFEUPDATERULES_P_H

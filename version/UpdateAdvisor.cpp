@@ -15,6 +15,10 @@
 
 namespace vn {
 
+using internal::SafeUpdateRule;
+using internal::UpdateDemands;
+using internal::VersionCondition;
+
 namespace {
 
 using internal::UpdateWays;

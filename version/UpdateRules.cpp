@@ -10,6 +10,11 @@
 
 namespace vn {
 
+using internal::kSafeUpdateRules;
+using internal::ModelBeginning;
+using internal::SafeUpdateRule;
+using internal::safeUpdateRules;
+
 namespace {
 
 using RuleSet = std::bitset<kSafeUpdateRules>;

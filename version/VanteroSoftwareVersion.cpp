@@ -158,12 +158,12 @@ VanteroSoftwareVersion::operator QString() const
     return m_text;
 }
 
-int VanteroSoftwareVersion::operator[](int i) const
+int VanteroSoftwareVersion::operator[](int i) const noexcept
 {
     return i >= 0 && i < kComponents ? m_components[static_cast<std::size_t>(i)].low : 0;
 }
 
-int VanteroSoftwareVersion::high(int i) const
+int VanteroSoftwareVersion::high(int i) const noexcept
 {
     return i >= 0 && i < kComponents ? m_components[static_cast<std::size_t>(i)].high : 0;
 }
@@ -180,12 +180,12 @@ QString VanteroSoftwareVersion::platform() const
     return {};
 }
 
-bool VanteroSoftwareVersion::isNull() const
+bool VanteroSoftwareVersion::isNull() const noexcept
 {
     return m_text.isEmpty();
 }
 
-int VanteroSoftwareVersion::order(const VanteroSoftwareVersion &other) const
+int VanteroSoftwareVersion::order(const VanteroSoftwareVersion &other) const noexcept
 {
     for (std::size_t i = 0; i < kComponents; ++i) {
         const Range mine = m_components[i];
@@ -198,42 +198,42 @@ int VanteroSoftwareVersion::order(const VanteroSoftwareVersion &other) const
     return 0;
 }
 
-bool VanteroSoftwareVersion::operator==(const VanteroSoftwareVersion &other) const
+bool VanteroSoftwareVersion::operator==(const VanteroSoftwareVersion &other) const noexcept
 {
     return order(other) == 0;
 }
 
-bool VanteroSoftwareVersion::operator!=(const VanteroSoftwareVersion &other) const
+bool VanteroSoftwareVersion::operator!=(const VanteroSoftwareVersion &other) const noexcept
 {
     return order(other) != 0;
 }
 
-bool VanteroSoftwareVersion::operator<(const VanteroSoftwareVersion &other) const
+bool VanteroSoftwareVersion::operator<(const VanteroSoftwareVersion &other) const noexcept
 {
     return order(other) < 0;
 }
 
-bool VanteroSoftwareVersion::operator<=(const VanteroSoftwareVersion &other) const
+bool VanteroSoftwareVersion::operator<=(const VanteroSoftwareVersion &other) const noexcept
 {
     return order(other) <= 0;
 }
 
-bool VanteroSoftwareVersion::operator>(const VanteroSoftwareVersion &other) const
+bool VanteroSoftwareVersion::operator>(const VanteroSoftwareVersion &other) const noexcept
 {
     return order(other) > 0;
 }
 
-bool VanteroSoftwareVersion::operator>=(const VanteroSoftwareVersion &other) const
+bool VanteroSoftwareVersion::operator>=(const VanteroSoftwareVersion &other) const noexcept
 {
     return order(other) >= 0;
 }
 
-bool VanteroSoftwareVersion::isUpgrade(const VanteroSoftwareVersion &other) const
+bool VanteroSoftwareVersion::isUpgrade(const VanteroSoftwareVersion &other) const noexcept
 {
     return *this < other;
 }
 
-bool VanteroSoftwareVersion::isDowngrade(const VanteroSoftwareVersion &other) const
+bool VanteroSoftwareVersion::isDowngrade(const VanteroSoftwareVersion &other) const noexcept
 {
     return *this > other;
 }

@@ -17,7 +17,7 @@ class QTextStream;
 
 namespace vn {
 
-/** Whether an update is safe, and which rule says so. */
+/** Whether an update is safe, and which rule says so. @since 1.0.0 */
 struct SafeUpdateVerdict
 {
     /** Whether the update is allowed. */
@@ -69,6 +69,7 @@ struct SafeUpdateVerdict
  * operator[] tell.
  *
  * Threads: reentrant.
+ * @since 1.0.0
  */
 class VN_EXPORT VanteroSoftwareVersion
 {
@@ -100,37 +101,37 @@ public:
     operator QString() const;
 
     /** The low end of component @p i, from 0 to 5; 0 for a wildcard and for any other index. */
-    int operator[](int i) const;
+    [[nodiscard]] int operator[](int i) const noexcept;
 
     /** The high end of component @p i, from 0 to 5; 99 for a wildcard, 0 for any other index. */
-    int high(int i) const;
+    [[nodiscard]] int high(int i) const noexcept;
 
     /** The name of the platform, such as "VN"; "*" for the wildcard, null where it is not known. */
-    QString platform() const;
+    [[nodiscard]] QString platform() const;
 
     /** Whether the text is empty. */
-    bool isNull() const;
+    [[nodiscard]] bool isNull() const noexcept;
 
     // ---- Comparison: ranges that overlap are equal ---------------------------------------------
 
     /** Whether all components overlap. */
-    bool operator==(const VanteroSoftwareVersion &other) const;
+    [[nodiscard]] bool operator==(const VanteroSoftwareVersion &other) const noexcept;
     /** Whether some component does not overlap. */
-    bool operator!=(const VanteroSoftwareVersion &other) const;
+    [[nodiscard]] bool operator!=(const VanteroSoftwareVersion &other) const noexcept;
     /** Whether the first components that do not overlap are lower here. */
-    bool operator<(const VanteroSoftwareVersion &other) const;
+    [[nodiscard]] bool operator<(const VanteroSoftwareVersion &other) const noexcept;
     /** Whether `*this < other` or `*this == other`. */
-    bool operator<=(const VanteroSoftwareVersion &other) const;
+    [[nodiscard]] bool operator<=(const VanteroSoftwareVersion &other) const noexcept;
     /** Whether the first components that do not overlap are higher here. */
-    bool operator>(const VanteroSoftwareVersion &other) const;
+    [[nodiscard]] bool operator>(const VanteroSoftwareVersion &other) const noexcept;
     /** Whether `*this > other` or `*this == other`. */
-    bool operator>=(const VanteroSoftwareVersion &other) const;
+    [[nodiscard]] bool operator>=(const VanteroSoftwareVersion &other) const noexcept;
 
     /** Whether going from this version to @p other is an upgrade: `*this < other`. */
-    bool isUpgrade(const VanteroSoftwareVersion &other) const;
+    [[nodiscard]] bool isUpgrade(const VanteroSoftwareVersion &other) const noexcept;
 
     /** Whether going from this version to @p other is a downgrade: `*this > other`. */
-    bool isDowngrade(const VanteroSoftwareVersion &other) const;
+    [[nodiscard]] bool isDowngrade(const VanteroSoftwareVersion &other) const noexcept;
 
     // ---- Safe updates --------------------------------------------------------------------------
 
@@ -138,7 +139,7 @@ public:
      * Whether a camera of that @p model, which runs this version, may be updated to @p target. Only
      * the first characters of the model name count, and their case.
      */
-    bool isSafe(const QString &model, const VanteroSoftwareVersion &target) const;
+    [[nodiscard]] bool isSafe(const QString &model, const VanteroSoftwareVersion &target) const;
 
     /**
      * The same with the rule that decides; `checkUpdate(m, t).safe == isSafe(m, t)` always.
@@ -147,12 +148,13 @@ public:
      * VanteroSoftwareVersion("VN-3.0.3.7").checkUpdate("K40D", "VN-3.0.6.2").rule; // "k40-step"
      * @endcode
      */
-    SafeUpdateVerdict checkUpdate(const QString &model, const VanteroSoftwareVersion &target) const;
+    [[nodiscard]] SafeUpdateVerdict checkUpdate(const QString &model,
+                                                const VanteroSoftwareVersion &target) const;
 
     // ---- Versions from elsewhere ---------------------------------------------------------------
 
     /** Kept on purpose: a null version, whatever the file; callers treat it as unknown. */
-    static VanteroSoftwareVersion fromFile(const QString &fileName);
+    [[nodiscard]] static VanteroSoftwareVersion fromFile(const QString &fileName);
 
     /**
      * The version that the beginning of a firmware package names, or a null version. Among the
@@ -167,10 +169,10 @@ public:
      * Reads from the current position and leaves the stream after the last line read. Reports
      * nothing: a package without such a line gives a null version.
      */
-    static VanteroSoftwareVersion fromFwp(QTextStream &stream);
+    [[nodiscard]] static VanteroSoftwareVersion fromFwp(QTextStream &stream);
 
     /** The same over the bytes of a package, in the locale's codec. */
-    static VanteroSoftwareVersion fromFwp(const QByteArray &data);
+    [[nodiscard]] static VanteroSoftwareVersion fromFwp(const QByteArray &data);
 
     /**
      * The same over a device that is open for reading, from its current position, in the locale's
@@ -184,10 +186,10 @@ public:
      * which cannot be read again, the line at hand is kept as a whole, at 2 bytes a character.
      * Reports nothing: a device that cannot be read gives a null version.
      */
-    static VanteroSoftwareVersion fromFwpFile(QIODevice *device);
+    [[nodiscard]] static VanteroSoftwareVersion fromFwpFile(QIODevice *device);
 
     /** The same over the named file. Reports nothing: a missing file gives a null version. */
-    static VanteroSoftwareVersion fromFwpFile(const QString &fileName);
+    [[nodiscard]] static VanteroSoftwareVersion fromFwpFile(const QString &fileName);
 
     // ---- The version of an application ---------------------------------------------------------
 
@@ -199,7 +201,8 @@ public:
      *        the first colon, and the colon, is left out unless the text begins with it
      * @param debug greater than 0 for a debug build
      */
-    static QString applicationVersion(const QString &version, const QString &revision, short debug);
+    [[nodiscard]] static QString applicationVersion(const QString &version, const QString &revision,
+                                                    short debug);
 
 private:
     static constexpr int kComponents = 6;
@@ -210,7 +213,7 @@ private:
         qint16 high;
     };
 
-    Q_DECL_HIDDEN int order(const VanteroSoftwareVersion &other) const;
+    Q_DECL_HIDDEN int order(const VanteroSoftwareVersion &other) const noexcept;
 
     QString m_text;
     std::array<Range, kComponents> m_components{};

@@ -223,7 +223,7 @@ TEST(OutOfMemoryDeathTest, texts)
     expectDeathWithoutMemory([&] { config.parseJpegComment(section); });
     expectDeathWithoutMemory([&] { config.parseJpegComment(&comment); });
     expectDeathWithoutMemory([&] { VanteroConfigMap::parseProperties(lines, entries); });
-    expectDeathWithoutMemory([&] { VanteroConfigMap::parseProperties(lines); });
+    expectDeathWithoutMemory([&] { (void)VanteroConfigMap::parseProperties(lines); });
 }
 
 TEST(OutOfMemoryDeathTest, filesAndArchives)

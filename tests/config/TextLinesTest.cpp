@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace vn;
+using namespace vn::internal;
 
 namespace {
 

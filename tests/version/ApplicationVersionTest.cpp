@@ -120,7 +120,7 @@ TEST(ApplicationVersion, leavesItsInputsAlone)
 {
     const QString version = "4.1.7"_q;
     const QString revision = "1:2"_q;
-    VanteroSoftwareVersion::applicationVersion(version, revision, 1);
+    (void)VanteroSoftwareVersion::applicationVersion(version, revision, 1);
     EXPECT_EQ(version, "4.1.7"_q);
     EXPECT_EQ(revision, "1:2"_q);
 }
