@@ -76,8 +76,8 @@ public:
      */
     void close();
 
-    /** Why the last operation that failed did so, without the path: "not a regular file"; null where
-     * none has. A device that fails tells its own exception alone. */
+    /** Why the last operation that failed did so, without the path: "not a regular file"; null
+     * where none has. A device that fails tells its own exception alone. */
     [[nodiscard]] QString failure() const;
 
     /** What the archive could not keep of the one that it has replaced; nothing before close(). */

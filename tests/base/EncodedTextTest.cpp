@@ -204,7 +204,8 @@ TEST_F(EncodedTextFile, isReadFromAPathAndFromADevice)
 {
     const QByteArray bytes = "\xEF\xBB\xBFT\xC3\xBCr\r\n"_b;
     EXPECT_EQ(EncodedText::read(fileWith(bytes)).bytes(), bytes);
-    EXPECT_EQ(EncodedText::read(":/base/resource.txt"_q).bytes(), readFile(":/base/resource.txt"_q));
+    EXPECT_EQ(EncodedText::read(":/base/resource.txt"_q).bytes(),
+              readFile(":/base/resource.txt"_q));
     SequentialDevice device({"\xEF\xBB"_b, "\xBF"
                                            "a"_b},
                             SequentialDevice::End::NoMore);
