@@ -262,7 +262,9 @@ TEST_F(AtomicFileTest, canBeOpenedOnce)
 {
     AtomicFile file(path("a"_q));
     file.open();
-    EXPECT_THROW(file.open(), FileException);
+    expectThrows<FileException>([&] { file.open(); }, path("a"_q) + ": Device or resource busy"_q);
+    expectThrows<FileException>([&] { file.openNew(); },
+                                path("a"_q) + ": Device or resource busy"_q);
     file.write("x"_b);
     file.commit();
     EXPECT_EQ(readFile(path("a"_q)), "x"_b);
