@@ -38,7 +38,9 @@ AlarmPane::AlarmPane(QWidget *parent)
     m_showsText->setObjectName(QStringLiteral("alarmShowsText"));
     m_tree->setObjectName(QStringLiteral("alarms"));
     m_tree->setAccessibleName(tr("Alarm list as a tree"));
-    m_tree->setModel(&m_model);
+    m_sorted.setSourceModel(&m_model);
+    m_tree->setModel(&m_sorted);
+    setUpSorting(m_tree);
     m_tree->setAlternatingRowColors(true);
     m_tree->setUniformRowHeights(true);
 

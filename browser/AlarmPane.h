@@ -6,6 +6,7 @@
 
 #include "AlarmList.h"
 #include "AlarmModel.h"
+#include "TableLook.h"
 
 #include <QtWidgets/QWidget>
 
@@ -39,6 +40,7 @@ private:
 
     std::vector<AlarmList> m_lists;
     AlarmModel m_model;
+    NaturalOrder m_sorted;
     EmptyState *m_pages;
     QComboBox *m_files;
     MessageBar *m_error;

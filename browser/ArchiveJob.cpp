@@ -80,6 +80,7 @@ void ArchiveJob::run()
             Q_EMIT progressed(++done);
         }
         zip.close();
+        m_losses = vn::AtomicFile::describe(zip.losses());
     } catch (const vn::ExceptionQt &e) {
         m_error = e.message();
     }

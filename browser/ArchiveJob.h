@@ -40,6 +40,8 @@ public:
     bool wasStopped() const { return m_isStopped; }
     /** Why it was not written, once it is finished; null where it was. */
     const QString &error() const { return m_error; }
+    /** What it could not keep of an archive that it has replaced, a sentence each. */
+    const QStringList &losses() const { return m_losses; }
 
 Q_SIGNALS:
     void progressed(int done);
@@ -53,6 +55,7 @@ private:
     const std::vector<ArchiveEntry> m_entries;
     std::atomic<bool> m_isStopped{false};
     QString m_error;
+    QStringList m_losses;
 };
 
 } // namespace browser

@@ -4,6 +4,7 @@
 #include "Configuration.h"
 
 #include "base/Exceptions.h"
+#include "config/ConfigSelection.h"
 #include "config/VanteroConfigFile.h"
 
 #include <QtCore/QDateTime>
@@ -36,6 +37,7 @@ Configuration::Configuration(QString path, QString entry, int entryIndex, const 
     , m_packed(qCompress(bytes, kFastCompression))
     , m_summary(summaryOf(vn::EncodedText(bytes).text(), form))
 {
+    m_packed.squeeze(); // qCompress() leaves room for nearly as much again
 }
 
 QString Configuration::sourceName() const
@@ -71,9 +73,20 @@ vn::VanteroConfigMap mapOf(const QString &text, Configuration::Form form, QStrin
 Summary summaryOf(const QString &text, Configuration::Form form)
 {
     Summary summary;
-    const vn::VanteroConfigMap map = mapOf(text, form, &summary.parseError);
     const QString host = QStringLiteral("HOSTNAME");
     const QString network = QStringLiteral("ethernet");
+    vn::VanteroConfigMap map;
+    if (form == Configuration::Form::ImageComment) {
+        map = mapOf(text, form, &summary.parseError);
+    } else {
+        vn::ConfigSelection selection; // to keep all values of a site takes thrice the time
+        selection.add(network, host);
+        try {
+            (void)selection.parse(text, map);
+        } catch (const vn::ExceptionQt &e) {
+            summary.parseError = e.message();
+        }
+    }
     summary.address = map.value(VanteroConfigFile::HEAD_SECTION, VanteroConfigFile::FACTORY_IP, 0);
     summary.firmware =
         map.value(VanteroConfigFile::HEAD_SECTION, VanteroConfigFile::SOFTWARE_VERSION, 0);

@@ -26,8 +26,11 @@ QTableView *DifferencesPane::table()
     return m_view->table();
 }
 
-void DifferencesPane::setDocuments(Document *first, Document *second)
+void DifferencesPane::setDocuments(const std::vector<Document *> &documents)
 {
+    m_count = int(documents.size());
+    Document *first = m_count == 2 ? documents.front() : nullptr;
+    Document *second = m_count == 2 ? documents.back() : nullptr;
     for (Document *document : {m_first.data(), m_second.data()})
         if (document)
             document->disconnect(this);
@@ -44,8 +47,11 @@ void DifferencesPane::update()
     DifferenceModel &model = m_view->model();
     if (!m_first || !m_second) {
         model.clear();
-        m_pages->showWords(tr("Nothing to compare"),
-                           tr("Select two cameras on the left: hold Ctrl and click the second."));
+        m_pages->showWords(
+            tr("Nothing to compare"),
+            (m_count > 2 ? tr("Selected cameras: %L1.").arg(m_count) + QLatin1Char(' ')
+                         : QString()) +
+                tr("Select two cameras on the left: hold Ctrl and click the second."));
         return;
     }
     model.compare(m_first->title(), m_first->map(), m_second->title(), m_second->map());

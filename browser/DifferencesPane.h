@@ -9,6 +9,8 @@
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
 
+#include <vector>
+
 class QTableView;
 
 namespace browser {
@@ -24,13 +26,14 @@ class DifferencesPane : public QWidget
 public:
     explicit DifferencesPane(QWidget *parent = nullptr);
 
-    /** Compares two documents; null for either shows what to do. */
-    void setDocuments(Document *first, Document *second);
+    /** Compares two documents; any other number shows what to do. */
+    void setDocuments(const std::vector<Document *> &documents);
     QTableView *table();
 
 private:
     void update();
 
+    int m_count = 0; // of what is selected
     QPointer<Document> m_first;
     QPointer<Document> m_second;
     EmptyState *m_pages;

@@ -3,8 +3,6 @@
 
 #include "Document.h"
 
-#include "SafeSave.h"
-
 #include "base/Exceptions.h"
 #include "base/FileUtils.h"
 #include "config/VanteroConfigFile.h"
@@ -87,17 +85,17 @@ QString Document::edit(const Edit &edit, const QString &name)
     return {};
 }
 
-QString Document::save()
+Written Document::save()
 {
     const QString edited = text();
     const Replaced replaced = replaceText(m_configuration.path(), m_configuration.bytes(), edited);
-    if (!replaced.reason.isNull())
-        return replaced.reason;
+    if (!replaced.written.isDone())
+        return replaced.written;
     m_configuration =
         Configuration(m_configuration.path(), QString(), 0, replaced.bytes, m_configuration.form());
     m_text.reset();
     Q_EMIT changed();
-    return {};
+    return replaced.written;
 }
 
 QString Document::reload()

@@ -6,6 +6,7 @@
 
 #include "ConfigEdits.h"
 #include "Configuration.h"
+#include "SafeSave.h"
 
 #include <QtCore/QObject>
 
@@ -46,10 +47,11 @@ public:
      * when it was. */
     QString edit(const Edit &edit, const QString &name);
 
-    /** Replaces the file. Returns why it was not done; a null string when it was. */
-    QString save();
+    /** Replaces the file. */
+    Written save();
 
-    /** Reads the file anew; going back brings what was edited. Returns as save(). */
+    /** Reads the file anew; going back brings what was edited. Returns why it was not done; a null
+     * string when it was. */
     QString reload();
 
     enum class Disk { Same, Changed, Missing };

@@ -46,6 +46,9 @@ QVariant FindingModel::data(const QModelIndex &index, int role) const
             break;
         }
     }
+    if (role == SortRole)
+        return index.column() == Severity ? QVariant(int(finding.severity))
+                                          : data(index, Qt::DisplayRole);
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return {};
     switch (index.column()) {

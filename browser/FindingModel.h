@@ -18,6 +18,9 @@ class FindingModel : public QAbstractTableModel
 public:
     enum Column { Severity, Line, Message, ColumnCount };
 
+    /** What rows are ordered by: errors before warnings. */
+    static constexpr int SortRole = Qt::UserRole;
+
     explicit FindingModel(QObject *parent = nullptr);
 
     void setFindings(const vn::Findings &findings);

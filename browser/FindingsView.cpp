@@ -35,6 +35,7 @@ FindingsView::FindingsView(const QString &name, QWidget *parent)
     m_table->setObjectName(name + QStringLiteral("Findings"));
     m_table->setAccessibleName(tr("Findings"));
     m_sorted.setSourceModel(&m_model);
+    m_sorted.setSortRole(FindingModel::SortRole);
     m_table->setModel(&m_sorted);
     setUpTable(m_table);
     setUpSorting(m_table);

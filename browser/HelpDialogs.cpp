@@ -60,8 +60,11 @@ void showShortcuts(QMainWindow &window)
     auto *table = new QTableView;
     table->setObjectName(QStringLiteral("shortcuts"));
     table->setAccessibleName(QDialog::tr("Keyboard shortcuts"));
-    table->setModel(&model);
+    NaturalOrder sorted;
+    sorted.setSourceModel(&model);
+    table->setModel(&sorted);
     setUpTable(table);
+    setUpSorting(table);
     setColumnWidths(table, {12, 34});
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);

@@ -92,7 +92,7 @@ private:
         case Status::NoConfiguration:
             return read(found);
         case Status::NotFound:
-            return reportNamed(found, Loader::tr("no such file or folder"));
+            return reportNamed(found, Loader::tr("No such file or directory"));
         case Status::NotAFile:
             return reportNamed(found, Loader::tr("neither a file nor a folder"));
         case Status::FolderSkipped: // none is

@@ -187,10 +187,9 @@ void MainWindow::showSelection()
         m_valuesPane->setDocument(current);
         m_textPane->setDocument(current);
     }
-    m_updatePane->setCurrentRow(m_camerasPane->currentRow());
-    const bool isPair = rows.size() == 2;
-    m_differencesPane->setDocuments(isPair ? m_cameras.document(rows.first()) : nullptr,
-                                    isPair ? m_cameras.document(rows.last()) : nullptr);
+    m_valuesPane->setSelectedCount(rows.size());
+    m_updatePane->setSelection(m_camerasPane->currentRow(), rows);
+    m_differencesPane->setDocuments(m_camerasPane->selectedDocuments());
     updateActions();
 }
 

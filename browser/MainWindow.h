@@ -80,6 +80,8 @@ private:
     void reload();
     void closeAll();
     bool saveDocument(Document *document);
+    /** Lists what a file that was written at @p path could not keep of the one before it. */
+    void tellLosses(const QString &path, const QStringList &losses);
     /** Whether what is edited was saved, or need not be. */
     bool settleEdits();
 

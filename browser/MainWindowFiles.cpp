@@ -60,10 +60,11 @@ void MainWindow::saveAll()
     const std::vector<Document *> edited = m_cameras.modifiedDocuments();
     std::vector<Problem> problems;
     for (Document *document : edited) {
-        const QString reason = document->save();
-        if (!reason.isNull())
-            problems.push_back(
-                {document->configuration().path(), QString(), tr("not saved: %1").arg(reason)});
+        const QString path = document->configuration().path();
+        const Written written = document->save();
+        if (!written.isDone())
+            problems.push_back({path, QString(), tr("not saved: %1").arg(written.reason)});
+        tellLosses(path, written.losses);
     }
     m_problemsPane->add(problems);
     m_summary->setText(tr("Saved: %L1").arg(int(edited.size() - problems.size())));
@@ -71,15 +72,24 @@ void MainWindow::saveAll()
 
 bool MainWindow::saveDocument(Document *document)
 {
-    const QString reason = document->save();
-    if (reason.isNull()) {
+    const Written written = document->save();
+    tellLosses(document->configuration().path(), written.losses);
+    if (written.isDone()) {
         m_summary->setText(tr("Saved %1").arg(document->configuration().sourceName()));
         return true;
     }
     m_camerasPane->select(document);
     m_tabs->setCurrentWidget(m_valuesPane);
-    m_valuesPane->showError(tr("Not saved. %1").arg(reason));
+    m_valuesPane->showError(tr("Not saved. %1").arg(written.reason));
     return false;
+}
+
+void MainWindow::tellLosses(const QString &path, const QStringList &losses)
+{
+    std::vector<Problem> problems;
+    for (const QString &loss : losses)
+        problems.push_back({path, QString(), tr("written, but %1").arg(loss)});
+    m_problemsPane->add(problems);
 }
 
 void MainWindow::saveCopy()
@@ -95,12 +105,13 @@ void MainWindow::saveCopy()
                                                       tr("Configurations (*.cfg);;All files (*)"));
     if (path.isEmpty())
         return;
-    const QString reason = writeBytes(path, document->isModified() ? document->text().toUtf8()
-                                                                   : configuration.bytes());
-    if (reason.isNull())
+    const Written written = writeBytes(path, document->isModified() ? document->text().toUtf8()
+                                                                    : configuration.bytes());
+    tellLosses(path, written.losses);
+    if (written.isDone())
         m_summary->setText(tr("Saved a copy as %1").arg(QFileInfo(path).fileName()));
     else
-        m_valuesPane->showError(tr("No copy was saved. %1").arg(reason));
+        m_valuesPane->showError(tr("No copy was saved. %1").arg(written.reason));
 }
 
 void MainWindow::reload()
@@ -154,8 +165,8 @@ void MainWindow::closeAll()
         return;
     m_valuesPane->setDocument(nullptr);
     m_textPane->setDocument(nullptr);
-    m_differencesPane->setDocuments(nullptr, nullptr);
-    m_updatePane->setCurrentRow(-1);
+    m_differencesPane->setDocuments({});
+    m_updatePane->setSelection(-1, {});
     m_cameras.clear();
     m_alarmPane->clear();
     m_problemsPane->clear();

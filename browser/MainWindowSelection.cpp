@@ -62,11 +62,12 @@ void MainWindow::exportTable(QTableView *table, const QString &name)
                                                       tr("CSV tables (*.csv);;All files (*)"));
     if (path.isEmpty())
         return;
-    const QString reason = writeBytes(path, csvOf(*table->model()));
-    if (reason.isNull())
+    const Written written = writeBytes(path, csvOf(*table->model()));
+    tellLosses(path, written.losses);
+    if (written.isDone())
         m_summary->setText(tr("Exported rows: %L1").arg(table->model()->rowCount()));
     else
-        m_problemsPane->add({{path, QString(), tr("not exported: %1").arg(reason)}});
+        m_problemsPane->add({{path, QString(), tr("not exported: %1").arg(written.reason)}});
 }
 
 void MainWindow::archiveSelected()
@@ -92,6 +93,7 @@ void MainWindow::archiveSelected()
     connect(&job, &QThread::finished, &loop, &QEventLoop::quit);
     job.start();
     loop.exec();
+    tellLosses(path, job.losses());
     if (!job.error().isNull())
         m_problemsPane->add({{path, QString(), tr("not written: %1").arg(job.error())}});
     else if (job.wasStopped())

@@ -3,8 +3,6 @@
 
 #include "ProblemsPane.h"
 
-#include "TableLook.h"
-
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QTableView>
@@ -29,8 +27,10 @@ ProblemsPane::ProblemsPane(QWidget *parent)
     auto *table = new QTableView;
     table->setObjectName(QStringLiteral("problems"));
     table->setAccessibleName(tr("Problems"));
-    table->setModel(&m_model);
+    m_sorted.setSourceModel(&m_model);
+    table->setModel(&m_sorted);
     setUpTable(table);
+    setUpSorting(table);
     setColumnWidths(table, {26, 26});
     table->setMinimumHeight(60);
 

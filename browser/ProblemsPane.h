@@ -5,6 +5,7 @@
 #define BROWSER_PROBLEMSPANE_H
 
 #include "ProblemModel.h"
+#include "TableLook.h"
 
 #include <QtWidgets/QWidget>
 
@@ -26,6 +27,7 @@ public:
 
 private:
     ProblemModel m_model;
+    NaturalOrder m_sorted;
     QLabel *m_title;
 };
 

@@ -38,27 +38,30 @@ Replaced replaceText(const QString &path, const QByteArray &before, const QStrin
     QByteArray now;
     if (const QString failure = reasonOf([&] { now = vn::FileUtils::readBytes(path); });
         !failure.isNull())
-        return {QByteArray(), failure};
+        return {QByteArray(), {failure, {}}};
     const QString changed =
         Words::tr("The file has changed on the disk since it was read. Reload it, or "
                   "save a copy of what you have.");
     if (now != before)
-        return {QByteArray(), changed};
+        return {QByteArray(), {changed, {}}};
     const vn::EncodedText::Result edited = vn::EncodedText(before).encode(text);
     if (!edited)
         return {QByteArray(),
-                Words::tr("The file is Latin-1, which cannot hold all of the text. Save a "
-                          "copy, which will be UTF-8.")};
-    bool isReplaced = true; // and where an exception says why it is not
-    const QString reason = reasonOf([&] {
-        isReplaced = vn::AtomicFile::replaceUnchanged(path, before, edited.bytes).isReplaced;
-    });
-    return {edited.bytes, isReplaced ? reason : changed};
+                {Words::tr("The file is Latin-1, which cannot hold all of the text. Save a "
+                           "copy, which will be UTF-8."),
+                 {}}};
+    vn::AtomicFile::Outcome outcome{true, {}}; // and where an exception says why it is not
+    const QString reason =
+        reasonOf([&] { outcome = vn::AtomicFile::replaceUnchanged(path, before, edited.bytes); });
+    return {edited.bytes, {outcome ? reason : changed, vn::AtomicFile::describe(outcome.losses)}};
 }
 
-QString writeBytes(const QString &path, const QByteArray &bytes)
+Written writeBytes(const QString &path, const QByteArray &bytes)
 {
-    return reasonOf([&] { vn::AtomicFile::replace(path, bytes); });
+    vn::AtomicFile::Losses losses;
+    const QString reason =
+        reasonOf([&] { losses = vn::AtomicFile::replaceWithReport(path, bytes); });
+    return {reason, vn::AtomicFile::describe(losses)};
 }
 
 } // namespace browser

@@ -6,14 +6,23 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 namespace browser {
 
-/** What became of a file. */
+/** What became of a file that was to be written. */
+struct Written
+{
+    QString reason;     // why it was not done; null where it was
+    QStringList losses; // what the new file could not keep of the old one, a sentence each
+
+    bool isDone() const { return reason.isNull(); }
+};
+
 struct Replaced
 {
-    QByteArray bytes; // what it has now
-    QString reason;   // why it was not done; null where it was
+    QByteArray bytes; // what the file has now
+    Written written;
 };
 
 /**
@@ -25,9 +34,8 @@ struct Replaced
  */
 Replaced replaceText(const QString &path, const QByteArray &before, const QString &text);
 
-/** Makes @p bytes the content of a file in the same way; a file that is there is replaced. Returns
- * why that was not done, or a null string. */
-QString writeBytes(const QString &path, const QByteArray &bytes);
+/** Makes @p bytes the content of a file in the same way; a file that is there is replaced. */
+Written writeBytes(const QString &path, const QByteArray &bytes);
 
 } // namespace browser
 

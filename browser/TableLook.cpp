@@ -6,8 +6,25 @@
 #include <QtWidgets/QAction>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QTableView>
+#include <QtWidgets/QTreeView>
 
 namespace browser {
+
+namespace {
+
+template <typename View>
+void setUpSortingOf(View *view, QHeaderView *header)
+{
+    header->setSortIndicator(-1, Qt::AscendingOrder);
+    view->setSortingEnabled(true);
+    auto *original = new QAction(QLabel::tr("Original Order"), header);
+    QObject::connect(original, &QAction::triggered, view,
+                     [view] { view->sortByColumn(-1, Qt::AscendingOrder); });
+    header->addAction(original);
+    header->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+} // namespace
 
 void setUpTable(QTableView *table)
 {
@@ -27,13 +44,12 @@ void setUpTable(QTableView *table)
 
 void setUpSorting(QTableView *table)
 {
-    table->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
-    table->setSortingEnabled(true);
-    auto *original = new QAction(QLabel::tr("Original Order"), table->horizontalHeader());
-    QObject::connect(original, &QAction::triggered, table,
-                     [table] { table->sortByColumn(-1, Qt::AscendingOrder); });
-    table->horizontalHeader()->addAction(original);
-    table->horizontalHeader()->setContextMenuPolicy(Qt::ActionsContextMenu);
+    setUpSortingOf(table, table->horizontalHeader());
+}
+
+void setUpSorting(QTreeView *tree)
+{
+    setUpSortingOf(tree, tree->header());
 }
 
 void setColumnWidths(QTableView *table, std::initializer_list<int> characters)

@@ -10,6 +10,7 @@
 #include <initializer_list>
 
 class QTableView;
+class QTreeView;
 
 namespace browser {
 
@@ -19,6 +20,7 @@ void setUpTable(QTableView *table);
 /** Sorts by a click on a heading; its menu brings the order of the model back, which is the first.
  */
 void setUpSorting(QTableView *table);
+void setUpSorting(QTreeView *tree);
 
 /** Sets the widths of the first columns in characters; the last one takes what is left. */
 void setColumnWidths(QTableView *table, std::initializer_list<int> characters);

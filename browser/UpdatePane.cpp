@@ -15,6 +15,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtWidgets/QAction>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
@@ -43,6 +44,20 @@ QColor tintOf(UpdateVerdict::Answer answer)
 
 } // namespace
 
+void ChosenRows::choose(const QList<int> &rows)
+{
+    const QSet<int> chosen(rows.begin(), rows.end());
+    if (chosen == m_rows)
+        return;
+    m_rows = chosen;
+    invalidateFilter();
+}
+
+bool ChosenRows::filterAcceptsRow(int row, const QModelIndex &) const
+{
+    return m_rows.isEmpty() || m_rows.contains(row);
+}
+
 UpdatePane::UpdatePane(const CameraModel &cameras, QWidget *parent)
     : QWidget(parent)
     , m_cameras(cameras)
@@ -58,6 +73,16 @@ UpdatePane::UpdatePane(const CameraModel &cameras, QWidget *parent)
     setUpTable(m_table);
     setUpSorting(m_table);
     setColumnWidths(m_table, {14, 9, 14, 13, 19});
+    m_table->setEditTriggers(QAbstractItemView::DoubleClicked);
+    auto *enterModel = new QAction(tr("Enter the Model"), m_table);
+    enterModel->setShortcut(Qt::Key_F2);
+    enterModel->setShortcutContext(Qt::WidgetShortcut);
+    m_table->addAction(enterModel);
+    connect(enterModel, &QAction::triggered, this, [this] {
+        const QModelIndex current = m_table->currentIndex();
+        if (current.isValid())
+            m_table->edit(current.sibling(current.row(), UpdateModel::Model));
+    });
 
     auto *content = new QWidget;
     auto *layout = new QVBoxLayout(content);
@@ -105,9 +130,9 @@ QLayout *UpdatePane::makeTargetRow()
 
 QLayout *UpdatePane::makeModelRow()
 {
-    auto *words = new QLabel(tr("The same update for all cameras. No update is safe without a "
-                                "model: double-click one to enter it."));
-    words->setWordWrap(true);
+    m_scope = new QLabel;
+    m_scope->setObjectName(QStringLiteral("updatesScope"));
+    m_scope->setWordWrap(true);
     auto *models = new QPushButton(tr("Models from &CSV…"));
     models->setToolTip(tr("Take models from a table with the columns address and model"));
     connect(models, &QPushButton::clicked, this, &UpdatePane::chooseModels);
@@ -115,7 +140,7 @@ QLayout *UpdatePane::makeModelRow()
     counts->setObjectName(QStringLiteral("updatesCount"));
 
     auto row = std::make_unique<QHBoxLayout>();
-    row->addWidget(words, 1);
+    row->addWidget(m_scope, 1);
     row->addWidget(counts);
     row->addWidget(models);
     return row.release(); // for the layout that it is added to
@@ -154,9 +179,10 @@ QWidget *UpdatePane::makeCard()
     return m_card;
 }
 
-void UpdatePane::setCurrentRow(int row)
+void UpdatePane::setSelection(int current, const QList<int> &selected)
 {
-    m_row = row;
+    m_row = current;
+    m_sorted.choose(selected.size() > 1 ? selected : QList<int>());
     update();
 }
 
@@ -212,6 +238,11 @@ void UpdatePane::update()
         return;
     }
     m_pages->showContent();
+    m_scope->setText(m_sorted.isChoice()
+                         ? tr("The same update for the selected cameras. No update is safe without "
+                              "a model: double-click one, or press F2, to enter it.")
+                         : tr("The same update for all cameras. No update is safe without a model: "
+                              "double-click one, or press F2, to enter it."));
     const Document *document = m_cameras.document(m_row);
     m_card->setVisible(document);
     if (!document)

@@ -7,6 +7,7 @@
 #include "TableLook.h"
 #include "UpdateModel.h"
 
+#include <QtCore/QSet>
 #include <QtWidgets/QWidget>
 
 class QFrame;
@@ -19,6 +20,25 @@ namespace browser {
 class EmptyState;
 class MessageBar;
 
+/** All rows of a table, or some, in natural order. */
+class ChosenRows : public NaturalOrder
+{
+    Q_OBJECT
+
+public:
+    using NaturalOrder::NaturalOrder;
+
+    /** Rows of the source model; none means all. */
+    void choose(const QList<int> &rows);
+    bool isChoice() const { return !m_rows.isEmpty(); }
+
+protected:
+    bool filterAcceptsRow(int row, const QModelIndex &parent) const override;
+
+private:
+    QSet<int> m_rows;
+};
+
 /** Whether the cameras may be updated to a version that is chosen here, and
  * why. */
 class UpdatePane : public QWidget
@@ -29,8 +49,9 @@ public:
     /** @p cameras must outlive this pane. */
     explicit UpdatePane(const CameraModel &cameras, QWidget *parent = nullptr);
 
-    /** Says in large letters what is so for the camera in @p row; -1 for none. */
-    void setCurrentRow(int row);
+    /** Says in large letters what is so for the camera in the row @p current, -1 for none, and
+     * lists those of @p selected if they are several, all if not. */
+    void setSelection(int current, const QList<int> &selected);
 
     /** Takes the version from a firmware package; it is at hand then. */
     void readPackage(const QString &path);
@@ -47,7 +68,7 @@ private:
 
     const CameraModel &m_cameras;
     UpdateModel m_model;
-    NaturalOrder m_sorted;
+    ChosenRows m_sorted;
     int m_row = -1;
     EmptyState *m_pages;
     QLineEdit *m_target;
@@ -57,6 +78,7 @@ private:
     QLabel *m_reason;
     QLabel *m_wayOut;
     QLabel *m_available;
+    QLabel *m_scope;
     QTableView *m_table;
 };
 

@@ -21,6 +21,7 @@ ValueEditing::ValueEditing(ValuesPane &pane, QUndoStack &undo, QObject *parent)
     , m_pane(pane)
     , m_undo(undo)
 {
+    m_edit = makeAction(tr("&Edit the Value"), &ValueEditing::edit, Qt::Key_F2);
     m_addValue = makeAction(tr("&Add a Value…"), &ValueEditing::addValue, Qt::Key_Insert);
     m_remove = makeAction(tr("Remove the &Values"), &ValueEditing::remove, QKeySequence::Delete);
     m_renameKey =
@@ -72,6 +73,7 @@ void ValueEditing::update()
         std::all_of(m_selected.begin(), m_selected.end(), [&](const EntryModel::Row &row) {
             return row.section == m_selected.front().section;
         });
+    m_edit->setEnabled(isValue);
     m_addValue->setEnabled(isEditable);
     m_addSection->setEnabled(isEditable);
     m_remove->setEnabled(!m_selected.empty() &&
@@ -104,6 +106,13 @@ QString ValueEditing::ask(const QString &title, const QString &label, const QStr
     const QString text =
         QInputDialog::getText(&m_pane, title, label, QLineEdit::Normal, before, &isGiven);
     return isGiven ? text : QString();
+}
+
+/** Whatever cell is the current one: the row is what is seen. */
+void ValueEditing::edit()
+{
+    const QModelIndex current = m_pane.table()->currentIndex();
+    m_pane.table()->edit(current.sibling(current.row(), EntryModel::Value));
 }
 
 void ValueEditing::addValue()

@@ -37,6 +37,7 @@ private:
     bool apply(const Edit &edit, const QString &name);
     QString ask(const QString &title, const QString &label, const QString &before = QString());
 
+    void edit();
     void addValue();
     void remove();
     void renameKey();
@@ -51,6 +52,7 @@ private:
     QUndoStack &m_undo;
     std::vector<EntryModel::Row> m_selected;
     QList<QAction *> m_actions;
+    QAction *m_edit;
     QAction *m_addValue;
     QAction *m_remove;
     QAction *m_renameKey;

@@ -27,7 +27,8 @@ bool ValueQuery::isIn(const QString &text, Configuration::Form form) const
 {
     // Most texts that lack it are told by a glance; the header's keys stand in none.
     const bool isHeader = m_section.compare(QLatin1String("head"), Qt::CaseInsensitive) == 0;
-    if (!isHeader && !text.contains(m_key, Qt::CaseInsensitive))
+    if (!isHeader &&
+        !(text.contains(m_key, Qt::CaseInsensitive) && text.contains(m_value, Qt::CaseInsensitive)))
         return false;
     const vn::VanteroConfigMap map = mapOf(text, form);
     const QStringList sections = map.allSectionKeys();

@@ -22,6 +22,7 @@ ValuesPane::ValuesPane(QWidget *parent)
     : QWidget(parent)
     , m_title(new QLabel)
     , m_source(new SecondaryLabel)
+    , m_selectedCount(new SecondaryLabel)
     , m_disk(new MessageBar)
     , m_error(new MessageBar)
     , m_note(new MessageBar)
@@ -33,6 +34,9 @@ ValuesPane::ValuesPane(QWidget *parent)
     m_title->setFont(font);
     m_title->setObjectName(QStringLiteral("valuesTitle"));
     m_source->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_selectedCount->setObjectName(QStringLiteral("valuesSelectedCount"));
+    m_selectedCount->setWordWrap(true);
+    m_selectedCount->hide();
     m_error->setObjectName(QStringLiteral("valuesError"));
     m_note->setObjectName(QStringLiteral("valuesNote"));
     m_disk->setObjectName(QStringLiteral("valuesDisk"));
@@ -44,12 +48,15 @@ ValuesPane::ValuesPane(QWidget *parent)
     setUpTable(m_table);
     setUpSorting(m_table);
     setColumnWidths(m_table, {13, 24});
+    m_table->setEditTriggers(QAbstractItemView::DoubleClicked |
+                             QAbstractItemView::AnyKeyPressed); // F2 is an action
 
     auto *content = new QWidget;
     auto *layout = new QVBoxLayout(content);
     layout->setContentsMargins(10, 10, 10, 10);
     layout->addWidget(m_title);
     layout->addWidget(m_source);
+    layout->addWidget(m_selectedCount);
     layout->addSpacing(4);
     layout->addLayout(makeFilterRow());
     layout->addWidget(m_error);
@@ -123,6 +130,13 @@ void ValuesPane::setDocument(Document *document)
         m_pages->showWords(tr("No camera selected"),
                            tr("Select a camera on the left to see and edit its values."));
     update();
+}
+
+void ValuesPane::setSelectedCount(int cameras)
+{
+    m_selectedCount->setText(
+        tr("One of the selected cameras: %L1. Ctrl+B changes all of them.").arg(cameras));
+    m_selectedCount->setVisible(cameras > 1);
 }
 
 void ValuesPane::showError(const QString &text)

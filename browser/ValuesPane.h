@@ -32,6 +32,8 @@ public:
 
     /** Shows @p document; null shows what to do. */
     void setDocument(Document *document);
+    /** Says that @p cameras are selected, of which one is shown. */
+    void setSelectedCount(int cameras);
     void showError(const QString &text);
     void focusFilter();
 
@@ -61,6 +63,7 @@ private:
     EmptyState *m_pages;
     QLabel *m_title;
     QLabel *m_source;
+    QLabel *m_selectedCount;
     MessageBar *m_disk;
     QLineEdit *m_filter;
     QComboBox *m_filterColumn;

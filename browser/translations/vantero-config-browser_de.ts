@@ -376,6 +376,10 @@
         <source>Both cameras have the same values.</source>
         <translation>Beide Kameras haben dieselben Werte.</translation>
     </message>
+    <message>
+        <source>Selected cameras: %L1.</source>
+        <translation>Ausgewählte Kameras: %L1.</translation>
+    </message>
 </context>
 <context>
     <name>browser::DifferencesView</name>
@@ -578,8 +582,8 @@
 <context>
     <name>browser::Loader</name>
     <message>
-        <source>no such file or folder</source>
-        <translation>keine solche Datei und kein solcher Ordner</translation>
+        <source>No such file or directory</source>
+        <translation>Datei oder Verzeichnis nicht gefunden</translation>
     </message>
     <message>
         <source>neither a file nor a folder</source>
@@ -936,6 +940,10 @@
         <source>Put into %1: %L2</source>
         <translation>In %1: %L2</translation>
     </message>
+    <message>
+        <source>written, but %1</source>
+        <translation>geschrieben, aber %1</translation>
+    </message>
 </context>
 <context>
     <name>browser::MessageBar</name>
@@ -1127,10 +1135,6 @@
         <translation>Die Version nehmen, die ein Firmwarepaket nennt</translation>
     </message>
     <message>
-        <source>The same update for all cameras. No update is safe without a model: double-click one to enter it.</source>
-        <translation>Dasselbe Update für alle Kameras. Ohne Modell ist kein Update sicher: doppelklicken, um es einzugeben.</translation>
-    </message>
-    <message>
         <source>Models from &amp;CSV…</source>
         <translation>Modelle aus &amp;CSV …</translation>
     </message>
@@ -1189,6 +1193,18 @@
     <message>
         <source>Versions at hand: %1</source>
         <translation>Vorhandene Versionen: %1</translation>
+    </message>
+    <message>
+        <source>The same update for all cameras. No update is safe without a model: double-click one, or press F2, to enter it.</source>
+        <translation>Dasselbe Update für alle Kameras. Ohne Modell ist kein Update sicher: Doppelklick oder F2, um eines einzugeben.</translation>
+    </message>
+    <message>
+        <source>The same update for the selected cameras. No update is safe without a model: double-click one, or press F2, to enter it.</source>
+        <translation>Dasselbe Update für die ausgewählten Kameras. Ohne Modell ist kein Update sicher: Doppelklick oder F2, um eines einzugeben.</translation>
+    </message>
+    <message>
+        <source>Enter the Model</source>
+        <translation>Modell eingeben</translation>
     </message>
 </context>
 <context>
@@ -1371,6 +1387,10 @@
         <source>Rename the Section</source>
         <translation>Abschnitt umbenennen</translation>
     </message>
+    <message>
+        <source>&amp;Edit the Value</source>
+        <translation>Wert bearbei&amp;ten</translation>
+    </message>
 </context>
 <context>
     <name>browser::ValuesPane</name>
@@ -1429,6 +1449,10 @@
     <message>
         <source>The file is no longer there, or cannot be read.</source>
         <translation>Die Datei ist nicht mehr da oder nicht zu lesen.</translation>
+    </message>
+    <message>
+        <source>One of the selected cameras: %L1. Ctrl+B changes all of them.</source>
+        <translation>Eine der ausgewählten Kameras: %L1. Strg+B ändert alle.</translation>
     </message>
 </context>
 </TS>
