@@ -33,7 +33,7 @@ CamerasPane::CamerasPane(CameraModel &cameras, QWidget *parent)
     m_table->setAccessibleName(tr("Cameras"));
     m_table->setModel(&m_filter);
     setUpTable(m_table);
-    setColumnWidths(m_table, {18, 13, 13});
+    setColumnWidths(m_table, {17, 12, 12});
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     setUpSorting(m_table);
     m_table->sortByColumn(CameraModel::Address, Qt::AscendingOrder);
@@ -54,6 +54,10 @@ CamerasPane::CamerasPane(CameraModel &cameras, QWidget *parent)
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &CamerasPane::selectionChanged);
     connect(&m_filter, &CameraFilter::counted, this, &CamerasPane::update);
+    // What a filter lets through is to be seen at once, also by those who have no mouse.
+    m_selectSoon.setSingleShot(true);
+    connect(&m_filter, &CameraFilter::counted, &m_selectSoon, [this] { m_selectSoon.start(0); });
+    connect(&m_selectSoon, &QTimer::timeout, this, &CamerasPane::selectAny);
     update();
 }
 

@@ -6,6 +6,7 @@
 
 #include "CameraFilter.h"
 
+#include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
 class QLabel;
@@ -46,6 +47,7 @@ private:
 
     CameraModel &m_cameras;
     CameraFilter m_filter;
+    QTimer m_selectSoon;
     EmptyState *m_pages;
     QLineEdit *m_words;
     QLabel *m_counts;

@@ -33,7 +33,7 @@ DifferencesView::DifferencesView(const QString &name, QWidget *parent)
     m_table->setModel(&m_sorted);
     setUpTable(m_table);
     setUpSorting(m_table);
-    setColumnWidths(m_table, {13, 18});
+    setColumnWidths(m_table, {11, 23});
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     // Both values are in view, whatever the width.
     QHeaderView *header = m_table->horizontalHeader();

@@ -20,6 +20,7 @@ FindingsView::FindingsView(const QString &name, QWidget *parent)
     , m_below(new QWidget)
     , m_table(new QTableView)
     , m_title(new QLabel)
+    , m_message(new QLabel)
     , m_excerpt(new QLabel)
 {
     setObjectName(name + QStringLiteral("Splitter"));
@@ -27,6 +28,10 @@ FindingsView::FindingsView(const QString &name, QWidget *parent)
     m_source->setObjectName(name + QStringLiteral("Source"));
     m_source->setAccessibleName(tr("Text"));
     m_title->setObjectName(name + QStringLiteral("FindingsTitle"));
+    m_message->setObjectName(name + QStringLiteral("Message"));
+    m_message->setWordWrap(true);
+    m_message->setTextFormat(Qt::PlainText);
+    m_message->setAccessibleName(tr("Whole finding"));
     m_excerpt->setObjectName(name + QStringLiteral("Excerpt"));
     m_excerpt->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_excerpt->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -46,6 +51,7 @@ FindingsView::FindingsView(const QString &name, QWidget *parent)
     layout->setContentsMargins(0, 4, 0, 0);
     layout->addWidget(m_title);
     layout->addWidget(m_table, 1);
+    layout->addWidget(m_message);
     layout->addWidget(m_excerpt);
     addWidget(m_source);
     addWidget(m_below);
@@ -65,6 +71,7 @@ void FindingsView::setSource(const QString &text, const vn::Findings &findings)
     m_text = text;
     m_source->setSource(text, findings);
     m_model.setFindings(findings);
+    m_message->clear();
     m_excerpt->clear();
     m_excerpt->hide();
     m_below->setVisible(!findings.isEmpty());
@@ -81,6 +88,7 @@ void FindingsView::showFinding(const QModelIndex &index)
     const vn::TextRange &range = m_model.findings().at(row).range;
     m_source->jumpTo(range);
     const vn::SourceExcerpt excerpt = vn::sourceExcerpt(m_text, range);
+    m_message->setText(m_model.index(row, FindingModel::Message).data().toString());
     m_excerpt->setText(excerpt.line + QLatin1Char('\n') + excerpt.mark);
     m_excerpt->setVisible(!excerpt.line.isEmpty());
 }

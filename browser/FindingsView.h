@@ -41,6 +41,7 @@ private:
     QWidget *m_below;
     QTableView *m_table;
     QLabel *m_title;
+    QLabel *m_message;
     QLabel *m_excerpt;
 };
 

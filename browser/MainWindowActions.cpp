@@ -157,6 +157,7 @@ void MainWindow::makeStatusBar()
 {
     m_summary = new QLabel;
     m_summary->setObjectName(QStringLiteral("summary"));
+    m_summary->setContentsMargins(8, 0, 0, 0); // under the tables' words
     m_progress = new QProgressBar;
     m_progress->setAccessibleName(tr("Progress of loading"));
     m_progress->setMaximumWidth(260);

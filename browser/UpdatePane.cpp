@@ -18,6 +18,7 @@
 #include <QtWidgets/QAction>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
@@ -72,7 +73,9 @@ UpdatePane::UpdatePane(const CameraModel &cameras, QWidget *parent)
     m_table->setModel(&m_sorted);
     setUpTable(m_table);
     setUpSorting(m_table);
-    setColumnWidths(m_table, {14, 9, 14, 13, 19});
+    setColumnWidths(m_table, {16, 9, 13, 11, 22, 80});
+    m_table->horizontalHeader()->setStretchLastSection(false); // the reasons are whole sentences
+    m_table->sortByColumn(UpdateModel::Address, Qt::AscendingOrder);
     m_table->setEditTriggers(QAbstractItemView::DoubleClicked);
     auto *enterModel = new QAction(tr("Enter the Model"), m_table);
     enterModel->setShortcut(Qt::Key_F2);

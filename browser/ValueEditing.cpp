@@ -73,7 +73,7 @@ void ValueEditing::update()
         std::all_of(m_selected.begin(), m_selected.end(), [&](const EntryModel::Row &row) {
             return row.section == m_selected.front().section;
         });
-    m_edit->setEnabled(isValue);
+    m_edit->setEnabled(isEditable);
     m_addValue->setEnabled(isEditable);
     m_addSection->setEnabled(isEditable);
     m_remove->setEnabled(!m_selected.empty() &&
@@ -111,8 +111,15 @@ QString ValueEditing::ask(const QString &title, const QString &label, const QStr
 /** Whatever cell is the current one: the row is what is seen. */
 void ValueEditing::edit()
 {
-    const QModelIndex current = m_pane.table()->currentIndex();
-    m_pane.table()->edit(current.sibling(current.row(), EntryModel::Value));
+    QTableView *table = m_pane.table();
+    const QModelIndex current = table->currentIndex();
+    const QModelIndex value = current.sibling(current.row(), EntryModel::Value);
+    if (!(value.flags() & Qt::ItemIsEditable))
+        return;
+    // Who comes here by Tab has a current row that is not selected.
+    table->selectionModel()->setCurrentIndex(value, QItemSelectionModel::ClearAndSelect |
+                                                        QItemSelectionModel::Rows);
+    table->edit(value);
 }
 
 void ValueEditing::addValue()

@@ -527,6 +527,10 @@
         <source>Findings: %1</source>
         <translation>Befunde: %1</translation>
     </message>
+    <message>
+        <source>Whole finding</source>
+        <translation>Ganzer Befund</translation>
+    </message>
 </context>
 <context>
     <name>browser::FolderDialog</name>
