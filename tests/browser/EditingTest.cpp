@@ -5,6 +5,9 @@
 
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QFileDialog>
+#include <QtWidgets/QMessageBox>
+
+#include <unistd.h>
 
 namespace {
 
@@ -23,6 +26,15 @@ protected:
 
     Rows values() { return cells(table("values")->model()); }
     void save() { press(Qt::Key_S, Qt::ControlModifier); }
+
+    /** Answers the question whether a file is to be replaced, which comes next. */
+    void answerOverwriting()
+    {
+        answerDialog([](QDialog *dialog) {
+            ASSERT_NE(qobject_cast<QMessageBox *>(dialog), nullptr);
+            click(dialog, "Yes"_q);
+        });
+    }
 
     /** Closes the window and answers its question. */
     bool closeWith(const QString &button)
@@ -174,6 +186,34 @@ TEST_F(Editing, fileThatChangedOnTheDisk_isNotOverwritten)
     save();
     EXPECT_TRUE(readFile(file).contains("\nquality=90\n"));
     EXPECT_TRUE(readFile(file).endsWith("# another program was here\n"));
+}
+
+TEST_F(Editing, whatAFileCannotKeep_isSaid)
+{
+    const QString file = openCopyOf("gate.cfg");
+    const QString other = path("other.cfg"_q);
+    ASSERT_EQ(link(qPrintable(file), qPrintable(other)), 0);
+    edit("image"_q, "quality"_q, "85"_q);
+    save();
+    EXPECT_EQ(labelText("summary"), "Saved gate.cfg"_q);
+    const Rows told = {
+        {"gate.cfg"_q, ""_q, "written, but other hard links keep the old content"_q}};
+    EXPECT_EQ(cells(table("problems")->model()), told);
+    EXPECT_TRUE(table("problems")->isVisible());
+    EXPECT_EQ(readFile(other), readFile(example("gate.cfg")));
+    edit("image"_q, "quality"_q, "86"_q);
+    save();
+    EXPECT_EQ(cells(table("problems")->model()), told) << "nothing was lost this time";
+
+    // A copy and a table take the place of files, too.
+    ASSERT_EQ(link(qPrintable(other), qPrintable(path("third.cfg"_q))), 0);
+    answerDialog([this, other](QDialog *dialog) {
+        dialog->findChild<QLineEdit *>("fileNameEdit"_q)->setText(other);
+        answerOverwriting();
+        click(dialog, "Save"_q);
+    });
+    press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(labelText("problemsTitle"), "Problems: 2"_q);
 }
 
 TEST_F(Editing, fileThatCannotBeWritten_isSaid)

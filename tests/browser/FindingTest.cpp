@@ -41,7 +41,7 @@ protected:
 TEST_F(Finding, partOfAnyColumn)
 {
     EXPECT_EQ(found("DOCK"_q), QStringList{"10.14.7.52"_q});
-    EXPECT_EQ(labelText("camerasCount"), "1 of 3"_q);
+    EXPECT_EQ(labelText("camerasCount"), "1 of 3, 1 selected"_q);
     EXPECT_EQ(found("R"_q), (QStringList{"10.14.7.34"_q, "10.14.7.52"_q})) << "firmware";
     EXPECT_EQ(found("nowhere"_q), QStringList());
     EXPECT_FALSE(table("cameras")->isVisible()) << "words in its place";
@@ -55,6 +55,20 @@ TEST_F(Finding, value)
     EXPECT_EQ(found("text/name="_q).size(), 3);
     EXPECT_EQ(found("audio/name="_q), QStringList());
     EXPECT_EQ(found("head/Factory IP=7.52"_q), QStringList{"10.14.7.52"_q});
+}
+
+TEST_F(Finding, whatIsFound_isShownAtOnce)
+{
+    found("DNS=10.14.0.3"_q);
+    EXPECT_EQ(labelText("valuesTitle"), "10.14.7.21 (gate-south)"_q);
+    found("dock"_q);
+    EXPECT_EQ(labelText("valuesTitle"), "10.14.7.52 (dock)"_q);
+    EXPECT_TRUE(table("values")->isVisible());
+    EXPECT_EQ(labelText("camerasCount"), "1 of 3, 1 selected"_q);
+    found("nowhere"_q);
+    EXPECT_FALSE(table("values")->isVisible());
+    found("entrance"_q);
+    EXPECT_EQ(labelText("valuesTitle"), "10.14.7.34 (entrance)"_q);
 }
 
 TEST_F(Finding, valueThatIsEdited_comesAndGoes)

@@ -197,7 +197,7 @@ TEST_F(Looking, window_isOnTheScreen)
                              ->grabWindow(window().winId())
                              .toImage()
                              .convertToFormat(QImage::Format_RGB32);
-    EXPECT_EQ(image.size(), window().size());
+    EXPECT_EQ(image.size(), window().size() * window().devicePixelRatioF());
     std::set<QRgb> colors;
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x)

@@ -109,7 +109,7 @@ TEST_F(Opening, problems_areListedWithFilePlaceAndReason)
 
     const Rows found = problems();
     ASSERT_EQ(found.size(), 6);
-    EXPECT_EQ(found.at(0), (QStringList{"none.cfg"_q, ""_q, "no such file or folder"_q}));
+    EXPECT_EQ(found.at(0), (QStringList{"none.cfg"_q, ""_q, "No such file or directory"_q}));
     EXPECT_EQ(found.at(1),
               (QStringList{"note.txt"_q, ""_q,
                            "no configuration: the first two lines do not tell the versions"_q}));

@@ -3,6 +3,8 @@
 
 #include "WindowTest.h"
 
+#include "Settings.h"
+
 #include <QtGui/QScreen>
 
 #include <algorithm>
@@ -75,8 +77,6 @@ TEST_F(Screenshot, areTakenOnDemand)
     const bool isDark = qEnvironmentVariableIsSet("VANTERO_DARK");
     if (isDark)
         QApplication::setPalette(darkPalette());
-    else
-        take("first-window.png"_q);
 
     // A folder with a plain name; an edit is shown that nobody saves.
     QDir site("/tmp/site"_q);
@@ -99,6 +99,14 @@ TEST_F(Screenshot, areTakenOnDemand)
     QByteArray alarms = readFile(example("gate.alarms"));
     alarms.replace("10.23", "10.23000000000000001");
     writeFile(site.filePath("gate.alarms"_q), alarms);
+    if (!isDark) {
+        browser::settings::addRecentPaths({site.filePath("cameras.zip"_q), site.path()});
+        m_window = std::make_unique<browser::MainWindow>();
+        m_window->show();
+        m_window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get(), kPatienceMs));
+        take("first-window.png"_q);
+    }
     open({site.path()});
 
     selectSources({"gate.cfg"_q});

@@ -3,14 +3,10 @@
 
 #include "WindowTest.h"
 
-#include "Colors.h"
-
 #include <QtCore/QSettings>
+#include <QtGui/QScreen>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QPushButton>
-#include <QtWidgets/QStyleFactory>
-
-#include <cmath>
 
 namespace {
 
@@ -38,30 +34,6 @@ protected:
     }
 };
 
-double luminance(const QColor &color)
-{
-    const auto linear = [](double c) {
-        return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-           0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor &a, const QColor &b)
-{
-    const double first = luminance(a);
-    const double second = luminance(b);
-    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
-}
-
-QColor over(const QColor &tint, const QColor &behind)
-{
-    const double a = tint.alphaF();
-    return QColor::fromRgbF(tint.redF() * a + behind.redF() * (1 - a),
-                            tint.greenF() * a + behind.greenF() * (1 - a),
-                            tint.blueF() * a + behind.blueF() * (1 - a));
-}
-
 TEST_F(Start, firstWindowInvites)
 {
     EXPECT_TRUE(find<QLabel>("startTitle")->isVisible());
@@ -80,42 +52,6 @@ TEST_F(Start, firstWindowInvites)
     waitUntilLoaded();
     EXPECT_FALSE(find<QLabel>("startTitle")->isVisible());
     EXPECT_TRUE(table("cameras")->isVisible());
-}
-
-TEST_F(Start, wordsCanBeRead_inEveryStyleAndPalette)
-{
-    QPalette dark(QColor(45, 45, 48), QColor(30, 30, 30));
-    dark.setColor(QPalette::WindowText, Qt::white);
-    dark.setColor(QPalette::Text, Qt::white);
-    dark.setColor(QPalette::Base, QColor(25, 25, 25));
-    QPalette highContrast(Qt::black, Qt::black);
-    highContrast.setColor(QPalette::WindowText, Qt::white);
-    highContrast.setColor(QPalette::Text, Qt::white);
-    highContrast.setColor(QPalette::Base, Qt::black);
-    const QPalette before = QApplication::palette();
-    for (const QString &style : {"Fusion"_q, "Windows"_q}) {
-        QApplication::setStyle(style);
-        for (const QPalette &palette :
-             {QApplication::style()->standardPalette(), dark, highContrast}) {
-            QApplication::setPalette(palette);
-            QCoreApplication::processEvents();
-            for (const char *name : {"startTitle", "startWords"}) {
-                const QPalette shown = find<QLabel>(name)->palette();
-                EXPECT_EQ(shown.brush(QPalette::WindowText).style(), Qt::SolidPattern);
-                EXPECT_GE(
-                    contrast(shown.color(QPalette::WindowText), palette.color(QPalette::Window)),
-                    4.5)
-                    << name << ' ' << qPrintable(style);
-            }
-            for (const QColor &tint :
-                 {browser::colors::good(), browser::colors::bad(), browser::colors::notice()})
-                EXPECT_GE(contrast(palette.color(QPalette::Text),
-                                   over(tint, palette.color(QPalette::Base))),
-                          4.5);
-        }
-    }
-    QApplication::setStyle("Fusion"_q);
-    QApplication::setPalette(before);
 }
 
 TEST_F(Start, rememberWhatWasOpened)
@@ -175,6 +111,30 @@ TEST_F(Start, helpListsTheKeys_andAboutTheVersions)
     for (QAction *action : actions)
         if (action->text() == "&About"_q)
             action->trigger();
+}
+
+/** On a display of 192 dots for an inch. */
+class LargeDots : public WindowTest
+{
+};
+
+TEST_F(LargeDots, allIsTwiceAsLarge_andColumnsAreInView)
+{
+    EXPECT_EQ(window().devicePixelRatioF(), 2);
+    EXPECT_LE(window().frameGeometry().width(), window().screen()->availableSize().width());
+    open({example("cameras.zip"), example("gate.cfg")});
+    for (const char *name : {"cameras", "values"}) {
+        const QTableView *shown = table(name);
+        const int width = shown->viewport()->width();
+        const int last = shown->model()->columnCount() - 1;
+        EXPECT_LE(shown->columnViewportPosition(last) + shown->columnWidth(last), width) << name;
+        EXPECT_GE(shown->columnWidth(last), 80) << name;
+        for (int column = 0; column < last; ++column)
+            EXPECT_GE(shown->columnWidth(column),
+                      shown->fontMetrics().horizontalAdvance(
+                          shown->model()->headerData(column, Qt::Horizontal).toString()))
+                << name << column;
+    }
 }
 
 } // namespace

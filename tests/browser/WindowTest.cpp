@@ -21,8 +21,10 @@ public:
         m_application = std::make_unique<QApplication>(m_count, m_arguments);
         ASSERT_EQ(QGuiApplication::platformName(), "xcb"_q);
         browser::nameApplication();
-        QApplication::setStyle(QStringLiteral("Fusion"));
-        QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
+        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORMTHEME")) { // which is tried as it is
+            QApplication::setStyle(QStringLiteral("Fusion"));
+            QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
+        }
         // What the style has and the desktop would decide.
         QApplication::setDoubleClickInterval(400);
         QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
