@@ -186,18 +186,17 @@ int endOfHeader(const QString &text)
 /** Whether @p line, which is behind the header, may not be read as it looks. */
 bool isSuspicious(QStringView line, bool &isInSection)
 {
-    const QLatin1String start("SECTION");
-    const QLatin1String end("ENDSECTION");
-    if (line.startsWith(start) || line.startsWith(end)) {
-        isInSection = line.startsWith(start);
-        const int size = isInSection ? start.size() : end.size();
-        return line.size() <= size + 1 || line.at(size) != QLatin1Char(' ');
-    }
     if (line.isEmpty())
         return false;
-    if (line.front() == QLatin1Char('#'))
+    const QChar first = line.front();
+    if (first == QLatin1Char('#'))
         return line.startsWith(QLatin1String("# Camera IP"));
-    return !isInSection || line.front().isSpace();
+    const QLatin1String mark(first == QLatin1Char('S') ? "SECTION" : "ENDSECTION");
+    if ((first == QLatin1Char('S') || first == QLatin1Char('E')) && line.startsWith(mark)) {
+        isInSection = first == QLatin1Char('S');
+        return line.size() <= mark.size() + 1 || line.at(mark.size()) != QLatin1Char(' ');
+    }
+    return !isInSection || first.isSpace();
 }
 
 } // namespace
