@@ -5,7 +5,7 @@
 function __vantero_formats_at
     set -l words (commandline -opc)
     set -e words[1]
-    set words (string match -v -- --json $words)
+    set words (string match -rv -- '^--(json|color.*)$' $words)
     test "$words" = "$argv"
 end
 
@@ -13,7 +13,7 @@ end
 function __vantero_formats_in
     set -l words (commandline -opc)
     set -e words[1]
-    set words (string match -v -- --json $words)
+    set words (string match -rv -- '^--(json|color.*)$' $words)
     set -l count (count $argv)
     test "$words[1..$count]" = "$argv"
 end
@@ -25,7 +25,7 @@ function __vantero_formats_place
     __vantero_formats_in (string split ' ' -- $argv[1]); or return
     set -l words (commandline -opc)
     set -e words[1]
-    set words (string match -v -- --json $words)
+    set words (string match -rv -- '^--(json|color.*)$' $words)
     set -e words[1..(count (string split ' ' -- $argv[1]))]
     contains -- "$argv[3]" $words; and test -n "$argv[3]"; and return 1
     set -l valued (string split , -- $argv[2])
