@@ -132,7 +132,7 @@ TEST_F(EditTarget, aMissingFolderIsExitCode3)
 
 TEST_F(EditTarget, aFolderAsOutputIsExitCode3)
 {
-    expectRun(edit({"--output", "."}), 3, "", "vantero-formats: .: Is a directory\n");
+    expectRun(edit({"--output", "."}), 3, "", "vantero-formats: .: a folder, not a file\n");
 }
 
 TEST_F(EditTarget, inPlaceReplacesTheFileAndLeavesNothingElse)
@@ -212,7 +212,7 @@ TEST_F(EditTarget, inPlaceNeedsAFile)
     expectRun(edit({"--in-place"}, "-"), 2, "",
               "vantero-formats: standard input cannot be edited in place\n");
     expectRun(edit({"--in-place"}, "/dev/null"), 2, "",
-              "vantero-formats: /dev/null: no regular file, so it cannot be edited in place\n");
+              "vantero-formats: /dev/null: not a regular file, so it cannot be edited in place\n");
     expectRun(edit({"--in-place"}, "nowhere.cfg"), 2, "",
               "vantero-formats: nowhere.cfg: No such file or directory\n");
 }

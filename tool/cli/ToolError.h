@@ -74,6 +74,9 @@ private:
     std::string m_what;
 };
 
+/** What is said of a folder where a file was meant, whether to read or to write. */
+constexpr char kFolderNotFile[] = "a folder, not a file";
+
 } // namespace vn::tool
 
 #endif // VN_TOOL_CLI_TOOLERROR_H

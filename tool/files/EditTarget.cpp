@@ -49,9 +49,9 @@ void EditTarget::requireReplaceable(const QString &inputName) const
         throw ToolError(ExitCode::BadInput,
                         QStringLiteral("standard input cannot be edited in place"));
     const QFileInfo info(inputName);
-    if (info.exists() && !info.isFile())
+    if (info.exists() && !info.isFile() && !info.isDir()) // reading refuses folders
         throw ToolError(ExitCode::BadInput,
-                        QStringLiteral("no regular file, so it cannot be edited in place"))
+                        QStringLiteral("not a regular file, so it cannot be edited in place"))
             .at(inputName);
 }
 

@@ -14,8 +14,7 @@ namespace vn::tool {
 
 QString readFailure(const QFileDevice &file)
 {
-    return QFileInfo(file.fileName()).isDir() ? QStringLiteral("a folder, not a file")
-                                              : file.errorString();
+    return QFileInfo(file.fileName()).isDir() ? QLatin1String(kFolderNotFile) : file.errorString();
 }
 
 QString withPasswordHint(const QString &reason, ArchiveError error, const char *option)

@@ -8,6 +8,8 @@
 #include "base/AtomicFile.h"
 #include "base/Exceptions.h"
 
+#include <cerrno>
+
 namespace vn::tool {
 
 namespace {
@@ -18,6 +20,13 @@ void warnOfLosses(AtomicFile::Losses losses, const QString &path, Output &out)
         out.warn(path, text);
 }
 
+ToolError failure(const FileException &e, const QString &path)
+{
+    return ToolError(ExitCode::OutputFailed,
+                     e.systemError() == EISDIR ? QLatin1String(kFolderNotFile) : e.reason())
+        .at(path);
+}
+
 } // namespace
 
 void writeFileAtomically(const QString &path, const QByteArray &content, Output &out)
@@ -25,7 +34,7 @@ void writeFileAtomically(const QString &path, const QByteArray &content, Output 
     try {
         warnOfLosses(AtomicFile::replaceWithReport(path, content), path, out);
     } catch (const FileException &e) {
-        throw ToolError(ExitCode::OutputFailed, e.reason()).at(path);
+        throw failure(e, path);
     }
 }
 
@@ -41,7 +50,7 @@ void rewriteFileAtomically(const QString &path, const QByteArray &before, const 
                 .at(path);
         warnOfLosses(outcome.losses, path, out);
     } catch (const FileException &e) {
-        throw ToolError(ExitCode::OutputFailed, e.reason()).at(path);
+        throw failure(e, path);
     }
 }
 
@@ -50,7 +59,7 @@ bool writeNewFileAtomically(const QString &path, const QByteArray &content)
     try {
         return AtomicFile::create(path, content);
     } catch (const FileException &e) {
-        throw ToolError(ExitCode::OutputFailed, e.reason()).at(path);
+        throw failure(e, path);
     }
 }
 

@@ -26,7 +26,10 @@ constexpr int kLookForSignalsMs = 100;
 
 ToolError failure(const QString &name)
 {
-    return ToolError(ExitCode::BadInput, QString::fromLocal8Bit(std::strerror(errno))).at(name);
+    return ToolError(ExitCode::BadInput, errno == EISDIR
+                                             ? QLatin1String(kFolderNotFile)
+                                             : QString::fromLocal8Bit(std::strerror(errno)))
+        .at(name);
 }
 
 } // namespace
