@@ -251,11 +251,25 @@ Named takeName(QList<QByteArray> &words)
     throw isGroup ? unknownCommand(first, second) : unknownCommand(QByteArray(), first);
 }
 
+ToolError unknownOption(const QByteArray &word, const QString &group)
+{
+    QStringList options = {QStringLiteral("--help"), QStringLiteral("--json"),
+                           QStringLiteral("--color")};
+    if (group.isEmpty())
+        options += QStringLiteral("--version");
+    const QString text = textFromArgument(word);
+    return usageError(QStringLiteral("unknown option %1%2").arg(text, didYouMean(text, options)),
+                      group);
+}
+
 /** The help on what @p words name, or on everything. */
 QString helpOn(QList<QByteArray> words)
 {
     if (words.isEmpty() || (words.size() == 1 && words.first() == "help"))
         return overview(QByteArray());
+    for (const QByteArray &word : qAsConst(words))
+        if (word.startsWith('-'))
+            throw unknownOption(word, QString());
     const Named named = takeName(words);
     if (!words.isEmpty())
         throw usageError(QStringLiteral("help: unexpected argument \"%1\"")
@@ -266,17 +280,6 @@ QString helpOn(QList<QByteArray> words)
     const std::unique_ptr<Command> command = named.entry->create();
     command->declare(arguments);
     return arguments.help();
-}
-
-ToolError unknownOption(const QByteArray &word, const QString &group)
-{
-    QStringList options = {QStringLiteral("--help"), QStringLiteral("--json"),
-                           QStringLiteral("--color")};
-    if (group.isEmpty())
-        options += QStringLiteral("--version");
-    const QString text = textFromArgument(word);
-    return usageError(QStringLiteral("unknown option %1%2").arg(text, didYouMean(text, options)),
-                      group);
 }
 
 ExitCode dispatch(QList<QByteArray> words, Output &out)

@@ -79,7 +79,18 @@ TEST(AlarmsListCommand, showsRepeatedKeysInTheirOrder)
               "    \"a\": [1, 3],\n"
               "    \"b\": 2\n"
               "  },\n"
-              "  \"repeatedKeys\": [\"/a\"]\n"
+              "  \"repeatedKeys\": [\"/a\"],\n"
+              "  \"files\": [\n"
+              "    {\n"
+              "      \"file\": \"-\",\n"
+              "      \"alarms\": {\n"
+              "        \"a\": [1, 3],\n"
+              "        \"b\": 2\n"
+              "      },\n"
+              "      \"repeatedKeys\": [\"/a\"]\n"
+              "    }\n"
+              "  ],\n"
+              "  \"errors\": []\n"
               "}\n",
               "");
 }

@@ -168,6 +168,8 @@ TEST(CommandLine, wrongUsageIsToldAndEndsWith2)
         {{"help", "config", "sho"},
          "unknown command \"config sho\"; did you mean config show? (see vantero-formats config "
          "--help)"},
+        {{"help", "--versoin"},
+         "unknown option --versoin; did you mean --version? (see vantero-formats --help)"},
         {{"help", "config", "show", "gate.cfg"},
          "help: unexpected argument \"gate.cfg\" (see vantero-formats --help)"},
         {{"config"}, "\"config\" needs a command after it (see vantero-formats config --help)"},
@@ -300,6 +302,20 @@ TEST(CommandLine, aMistypedNameIsToldTheOneThatIsThere)
     expectRun(runTool({"config", "table", kGate, "--where", "address=10.14.7.2l"}), 1, "",
               "vantero-formats: warning: no configuration has address=10.14.7.2l; did you mean "
               "address=10.14.7.21?\nvantero-formats: no configurations found\n");
+    expectRun(runTool({"config", "table", kGate, "--where", "ethrnet/IPADDR~10.*", "--json"}), 1,
+              "{\n"
+              "  \"rows\": [],\n"
+              "  \"errors\": [],\n"
+              "  \"warnings\": [\n"
+              "    {\n"
+              "      \"file\": null,\n"
+              "      \"reason\": \"no-such-name\",\n"
+              "      \"message\": \"no configuration has ethrnet/IPADDR; did you mean "
+              "ethernet/IPADDR?\"\n"
+              "    }\n"
+              "  ]\n"
+              "}\n",
+              "");
     for (const char *condition : {"ethernet/IPADDR=1", "firmware<VN-2", "address~x"})
         expectRun(runTool({"config", "table", kGate, "--where", condition}), 1, "",
                   "vantero-formats: no configurations found\n");
@@ -577,10 +593,16 @@ TEST(CommandLine, aMissingPasswordIsToldWithItsOption)
                                           row.option + " names the file that has it"));
 }
 
-TEST(CommandLine, aFolderAsInputIsToldSo)
+TEST(CommandLine, aFolderInPlaceOfAFileIsToldSo)
 {
-    expectRun(runTool({"config", "show", VANTERO_EXAMPLE_DATA}), 2, "",
-              "vantero-formats: " VANTERO_EXAMPLE_DATA ": a folder, not a file\n");
+    const std::string folder = VANTERO_EXAMPLE_DATA;
+    const QByteArray told = "vantero-formats: " VANTERO_EXAMPLE_DATA ": a folder, not a file\n";
+    expectRun(runTool({"config", "table", "--files-from", folder}), 2, "", told);
+    expectRun(runTool({"config", "table", kGate, "--password-file", folder}), 2, "", told);
+    expectRun(runTool({"config", "set", folder, "s", "k", "v", "--in-place"}), 2, "", told);
+    expectRun(runTool({"config", "set", kGate, "s", "k", "v", "--output", folder}), 3, "", told);
+    expectRun(runTool({"erdinfo", "write", folder}), 3, "", told);
+    expectRun(runTool({"config", "show", folder}), 2, "", told);
 }
 
 TEST(CommandLine, anInputThatFailsWhileItIsReadIsTold)

@@ -52,7 +52,8 @@ TEST(ConfigShow, jsonHoldsEverySectionWithItsValuesInOrder)
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
     const QJsonObject value = result.json();
-    EXPECT_EQ(value.keys(), QStringList({"file"_q, "sections"_q, "versionLines"_q}));
+    EXPECT_EQ(value.keys(),
+              QStringList({"errors"_q, "file"_q, "files"_q, "sections"_q, "versionLines"_q}));
     EXPECT_EQ(value.value("file"_q).toString(), QStringLiteral(VANTERO_EXAMPLE_DATA "/gate.cfg"));
     EXPECT_EQ(value.value("versionLines"_q), QJsonValue(true));
     const QJsonObject sections = value.value("sections"_q).toObject();
@@ -83,6 +84,23 @@ TEST(ConfigShow, longSectionsAreShownWhole)
     for (const char *name : {"a", "b", "c"})
         EXPECT_EQ(result.out.count(QByteArray("SECTION ") + name + '\n'), 2) << name;
     EXPECT_TRUE(result.out.endsWith("ENDSECTION c\n") || result.out.endsWith("ENDSECTION c\n\n"));
+}
+
+TEST(ConfigShow, jsonOfOneFileIsThatOfSeveral_withItsMembersBesideTheList)
+{
+    for (const std::vector<std::string> &options : {std::vector<std::string>{},
+                                                    {"--section", "text"},
+                                                    {"--section", "text", "--key", "name"}}) {
+        std::vector<std::string> words = {"config", "show", example("gate.cfg"), "--json"};
+        words.insert(words.end(), options.begin(), options.end());
+        QJsonObject one = runTool(words).json();
+        words.insert(words.begin() + 2, example("dock.cfg"));
+        const QJsonObject several = runTool(words).json();
+        EXPECT_EQ(several.keys(), QStringList({"errors"_q, "files"_q}));
+        EXPECT_EQ(one.take("errors"_q), QJsonArray());
+        EXPECT_EQ(one.take("files"_q), QJsonArray{several.value("files"_q).toArray().at(1)});
+        EXPECT_EQ(one, several.value("files"_q).toArray().at(1).toObject());
+    }
 }
 
 TEST(ConfigShow, jsonOfASectionHoldsItsEntries)

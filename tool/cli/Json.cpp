@@ -140,6 +140,15 @@ void Json::insert(const QString &name, Json value)
     m_members.emplace_back(name, std::move(value));
 }
 
+Json Json::listed(const char *list, const Json &items, bool isOnly, const Json *errors)
+{
+    Json result = isOnly ? items.m_members.front().second : object();
+    result.insert(QString::fromUtf8(list), items);
+    if (errors)
+        result.insert(QStringLiteral("errors"), *errors);
+    return result;
+}
+
 QByteArray Json::toText() const
 {
     QByteArray out;

@@ -50,6 +50,12 @@ public:
     /** Adds a member to this object; a name that is there already is not replaced. */
     void insert(const QString &name, Json value);
 
+    /** The result on what may be several: @p items as the member @p list, with @p errors if there
+     * can be any. Where @p isOnly, what was named is a single one, whose members stand before them,
+     * too, for those who never name more. */
+    static Json listed(const char *list, const Json &items, bool isOnly,
+                       const Json *errors = nullptr);
+
     /** The text in UTF-8, indented by two blanks a level (an array without arrays and objects in it
      * is one line), "\n" at its end. Unpaired surrogates are escaped. */
     QByteArray toText() const;

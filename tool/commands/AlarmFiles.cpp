@@ -79,7 +79,8 @@ ExitCode AlarmFiles::show(Output &out, const char *name, const Read &read)
     if (m_names.size() == 1) {
         const AlarmTree tree = treeOf(m_names.first(), read, out);
         if (out.json())
-            out.setResult(result(m_names.first(), name, tree));
+            out.setResult(Json::listed("files", Json::array({result(m_names.first(), name, tree)}),
+                                       true, &m_work.errors()));
         else
             out.print(tree.toText());
         return ExitCode::Done;
@@ -96,7 +97,7 @@ ExitCode AlarmFiles::show(Output &out, const char *name, const Read &read)
         isFirst = false;
     });
     if (out.json())
-        out.setResult(Json::object({{"files", std::move(files)}, {"errors", m_work.errors()}}));
+        out.setResult(Json::listed("files", files, false, &m_work.errors()));
     return m_work.exitCode();
 }
 

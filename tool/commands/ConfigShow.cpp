@@ -27,7 +27,8 @@ public:
         arguments.describe(
             "FILE may be a camera's JPEG image, too: then the sections in its comment are shown. "
             "Of several files each begins with a line \"# FILE\", and each value with "
-            "\"FILE: \"; with --json they are the list \"files\".");
+            "\"FILE: \". With --json all are the list \"files\", also a single one, whose members "
+            "stand beside it, too.");
         arguments.describe("On a terminal, control characters are shown as \"\\x1B\".");
         arguments.files("FILE", "configuration or JPEG image, \"-\" for standard input",
                         m_sources.names());
@@ -47,12 +48,14 @@ public:
 
     ExitCode run(Output &out) override
     {
+        Json files = Json::array();
         if (m_sources.isOne()) {
             const QString name = m_sources.names().first();
-            out.setResult(show({name, readInput(name)}, QString(), QString(), out));
+            files.append(show({name, readInput(name)}, QString(), QString(), out));
+            if (out.json())
+                out.setResult(Json::listed("files", files, true, &m_sources.errors()));
             return ExitCode::Done;
         }
-        Json files = Json::array();
         bool isFirst = true;
         m_sources.forEach(out, [&](const ConfigSource &source) {
             const QString title = (isFirst ? QLatin1String("# ") : QLatin1String("\n# ")) +
@@ -61,8 +64,7 @@ public:
             isFirst = false;
         });
         if (out.json())
-            out.setResult(
-                Json::object({{"files", std::move(files)}, {"errors", m_sources.errors()}}));
+            out.setResult(Json::listed("files", files, false, &m_sources.errors()));
         return m_sources.exitCode();
     }
 

@@ -94,13 +94,20 @@ public:
         };
         steps.idle = [this] { m_writer->flush(); };
         (void)m_sources.walk(out, steps);
-        m_writer->finish(m_sources.errors(), m_sources.warnings());
+        const bool isWhole = m_sources.exitCode() == ExitCode::Done && !Interrupt::isPending();
+        const QStringList mistyped = isWhole ? mistypedNames() : QStringList();
+        Json warnings = m_sources.warnings();
+        for (const QString &warning : mistyped)
+            warnings.append(
+                Json::object({{"file", Json()}, {"reason", "no-such-name"}, {"message", warning}}));
+        m_writer->finish(m_sources.errors(), warnings);
         if (Interrupt::isPending())
             out.complain(ToolError(ExitCode::BadInput,
                                    QStringLiteral("interrupted; %1 rows so far").arg(m_rows)));
-        if (m_sources.exitCode() != ExitCode::Done || Interrupt::isPending())
+        if (!isWhole)
             return m_sources.exitCode();
-        warnOfMistypedNames(out);
+        for (const QString &warning : mistyped)
+            out.warn(QString(), warning);
         if (m_rows == 0)
             out.complain(ToolError(ExitCode::No, QStringLiteral("no configurations found")));
         return m_rows == 0 ? ExitCode::No : ExitCode::Done;
@@ -115,10 +122,11 @@ private:
         return condition.left(int(end - condition.begin()));
     }
 
-    /** Names a column without any value, or a condition that none has met, where something alike
-     * stands in the first configurations. */
-    void warnOfMistypedNames(Output &out) const
+    /** A warning for each column without any value, and each condition that none has met, where
+     * something alike stands in the first configurations. */
+    QStringList mistypedNames() const
     {
+        QStringList warnings;
         QStringList wanted;
         for (const QString &key : m_keys)
             if (!m_seen.contains(key))
@@ -127,8 +135,8 @@ private:
             if (m_rows == 0)
                 wanted += condition.startsWith(QLatin1String("address=")) ? condition
                                                                           : fieldOf(condition);
-        if (wanted.isEmpty() || out.json())
-            return;
+        if (wanted.isEmpty())
+            return warnings;
         const QStringList known = completions(QStringLiteral("entry"), m_sources.names()) +
                                   completions(QStringLiteral("condition"), m_sources.names());
         for (const QString &name : qAsConst(wanted)) {
@@ -138,8 +146,9 @@ private:
                 continue;
             const QString hint = didYouMean(name, known);
             if (!hint.isEmpty())
-                out.warn(QString(), QStringLiteral("no configuration has %1%2").arg(name, hint));
+                warnings += QStringLiteral("no configuration has %1%2").arg(name, hint);
         }
+        return warnings;
     }
 
     /** The row of @p config, where it meets the conditions; on any thread. */

@@ -50,10 +50,8 @@ public:
             for (int i = 0; i < kVersionComponents; ++i)
                 printRow(out, versionComponentName(i), componentText(version, i));
         }
-        if (out.json() && isInput)
-            out.setResult(Json::object({{"versions", versions}}));
-        else if (out.json())
-            out.setResult(toJson(m_text, versionWarnings(m_text)));
+        if (out.json())
+            out.setResult(Json::listed("versions", versions, !isInput));
         return ExitCode::Done;
     }
 
