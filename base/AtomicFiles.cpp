@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -61,6 +62,7 @@ public:
     QByteArray waitingRoom; // the name of the hidden folder; empty where there is none
     FileDescriptor waiting;
     std::vector<QByteArray> names; // of the files in there, in their order
+    std::size_t nextToRename = 0;  // where rename() looks first
 };
 
 QByteArray AtomicFiles::Private::bareName(const QString &name) const
@@ -144,9 +146,17 @@ bool AtomicFiles::rename(const QString &name, const QString &newName)
 {
     const QByteArray from = d->bareName(name);
     const QByteArray to = d->bareName(newName);
-    const auto place = std::find(d->names.begin(), d->names.end(), from);
+    // From where the last one was: those that commit() gives back are asked for in their order.
+    const auto hint =
+        d->names.begin() + static_cast<std::ptrdiff_t>(std::min(d->nextToRename, d->names.size()));
+    auto place = std::find(hint, d->names.end(), from);
+    if (place == d->names.end()) {
+        place = std::find(d->names.begin(), hint, from);
+        place = place == hint ? d->names.end() : place;
+    }
     if (place == d->names.end())
         failOn(d->pathOf(from), ENOENT);
+    d->nextToRename = static_cast<std::size_t>(place - d->names.begin());
     if (Private::isThere(d->folder, to))
         return false;
     if (!renameToNew(d->waiting.get(), from, d->waiting.get(), to)) {

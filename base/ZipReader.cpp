@@ -367,6 +367,10 @@ qint64 ZipReader::readData(char *data, qint64 maxSize)
     if (count > 0)
         std::memcpy(data, d->content.data() + d->offset, count);
     d->offset += count;
+    if (d->offset == d->content.size()) { // a large one is held once, by the reader's user
+        d->content.clear();
+        d->offset = 0;
+    }
     return static_cast<qint64>(count);
 }
 

@@ -13,6 +13,7 @@
 #include "alarm/AlarmUpdateLines.h"
 #include "base/ZipWriter.h"
 #include "config/ConfigCollector.h"
+#include "tool/files/CollectTarget.h"
 #include "tool/files/JpegComment.h"
 #include "version/UpdateAdvisor.h"
 
@@ -88,6 +89,34 @@ void faults(benchmark::State &state)
     for (auto _ : state)
         found = count(path, vn::ConfigCollector::Status::ArchiveUnreadable);
     require(found == state.range(0), "faults");
+}
+
+/** Names for what comes from one camera, of which the first half is there already. */
+void namesOfOneAddress(benchmark::State &state)
+{
+    QString last;
+    for (auto _ : state) {
+        vn::tool::NewNames names;
+        int64_t asked = 0;
+        const auto isTaken = [&](const QString &) { return asked++ < state.range(0) / 2; };
+        for (int64_t i = 0; i < state.range(0); ++i)
+            last = names.next(QStringLiteral("10.0.0.1"), QStringLiteral(".cfg"), isTaken);
+    }
+    const int64_t number = state.range(0) + state.range(0) / 2;
+    require(last.contains(QStringLiteral("[%1]").arg(number)), "names of one address");
+}
+
+/** New files of one camera in a folder. */
+void filesOfOneAddress(benchmark::State &state)
+{
+    for (auto _ : state) {
+        const QTemporaryDir target;
+        const auto files = vn::tool::makeFolderTarget(target.path());
+        for (int64_t i = 0; i < state.range(0); ++i)
+            files->write(QStringLiteral("10.0.0.1"), QStringLiteral(".cfg"), "x");
+        files->finish();
+        require(files->names().size() == state.range(0), "files of one address");
+    }
 }
 
 /** So many times @p element, ten in an array, ten arrays in the next one, and so on. */
@@ -168,6 +197,8 @@ const bool s_registered = [] {
         {"jpeg comments/ours", jpegComments, 10000},
         {"archive entries/ours", archiveEntries, 1000},
         {"faults in a collection/ours", faults, 1000},
+        {"names of one address/ours", namesOfOneAddress, 10000},
+        {"files of one address/ours", filesOfOneAddress, 1000},
         {"alarm members/ours", alarmMembers, 10000},
         {"alarm updates/ours", alarmUpdates, 1000},
         {"alarm findings/ours", alarmFindings, 1000},

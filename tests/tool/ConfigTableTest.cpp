@@ -154,6 +154,20 @@ TEST_F(ConfigTable, columnsForPeople)
               "vantero-formats: no configurations found\n");
 }
 
+TEST_F(ConfigTable, looksForMistypedNamesInLittle)
+{
+    const auto table = [&](const char *path) {
+        return run("table", {path, "--csv", "--key", "s/kez"});
+    };
+    const QByteArray row = "address,firmware,source,s/kez\r\n10.0.0.1,VN-3.0.6.29,";
+    file("small"_q, siteConfig("10.0.0.1", "key=1\n"));
+    expectRun(table("small"), 0, row + "small,\r\n",
+              "vantero-formats: warning: no configuration has s/kez; did you mean s/key?\n");
+    // To look into it would take longer than the table, and gigabytes of memory.
+    file("large"_q, siteConfig("10.0.0.1", "key=" + QByteArray(17 * 1024 * 1024, 'x') + '\n'));
+    expectRun(table("large"), 0, row + "large,\r\n", "");
+}
+
 TEST_F(ConfigTable, csvIsThatOfRfc4180)
 {
     file("a"_q, siteConfig("10.0.0.1", "a=1\na=2\nb=x,y\nc=say \"hi\"\nd=plain text\n"));

@@ -17,7 +17,9 @@ namespace vn::tool {
 
 namespace {
 
-constexpr int kMostSources = 200; // somebody waits
+// Somebody waits.
+constexpr int kMostSources = 200;
+constexpr qint64 kMostBytes = 16 * 1024 * 1024; // the outline of a text takes fifteen times as many
 
 /** What stands in configurations, each word once and in the order in which it comes. */
 struct Content
@@ -56,10 +58,15 @@ Content contentOf(const QStringList &words)
     options.order = ConfigCollector::Order::Name;
     ConfigCollector collector(paths, options);
     Content content;
+    qint64 bytes = 0;
     for (int i = 0; i < kMostSources; ++i) {
         const auto source = collector.nextSource();
         if (!source)
             break;
+        const qint64 size = source->size >= 0 ? source->size : QFileInfo(source->path).size();
+        if (size > kMostBytes - bytes)
+            continue;
+        bytes += size;
         addContent(content, source->path, collector.read(*source).bytes);
     }
     return content;
