@@ -19,7 +19,8 @@ class QTextStream;
 
 namespace vn {
 
-/** Where the token stands at which an alarm list parser is: byte offsets from 0 into the text. */
+/** Where the token stands at which an alarm list parser is: byte offsets from 0 into the text.
+ * @since 1.0.0 */
 struct PLLocation
 {
     qint32 start; /**< the first byte of the token */
@@ -65,6 +66,7 @@ struct PLLocation
  *
  * Threads: reentrant, with one exception: the scanners of all objects collect quoted strings in one
  * place, so texts that hold quoted strings must not be parsed on two threads at the same time.
+ * @since 1.0.0
  */
 class VN_EXPORT AlarmListParser : public QObject
 {

@@ -18,8 +18,8 @@ struct PlainList
 /**
  * Reads the @p length bytes at @p data, behind which stands a zero byte, into @p tape: alarm lists
  * as cameras write them, without control bytes in texts, without zero bytes, with nothing but white
- * space and comments behind the end, well inside of all limits. Everything else, errors included, is
- * left to the grammar. Where this gives a result, the grammar gives the same one.
+ * space and comments behind the end, well inside of all limits. Everything else, errors included,
+ * is left to the grammar. Where this gives a result, the grammar gives the same one.
  */
 PlainList scanPlainList(const char *data, int length, AlarmTape &tape);
 

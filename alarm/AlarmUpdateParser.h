@@ -20,7 +20,8 @@ class QTextStream;
 
 namespace vn {
 
-/** Where the token stands at which an alarm update parser is: byte offsets from 0 into the text. */
+/** Where the token stands at which an alarm update parser is: byte offsets from 0 into the text.
+ * @since 1.0.0 */
 struct PULocation
 {
     qint32 start; /**< the first byte of the token */
@@ -69,6 +70,7 @@ struct PULocation
  * Setters of scripts that run while an object is made may parse another text with the same parser.
  * Dates are read by the time zone that the environment names: as with the C library's local times,
  * no other thread may change the environment meanwhile, not by qputenv() either.
+ * @since 1.0.0
  */
 class VN_EXPORT AlarmUpdateParser : public QObject
 {

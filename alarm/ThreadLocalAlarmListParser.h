@@ -21,6 +21,7 @@ class AlarmListParser;
  * has goes with the library, on whatever thread that is closed.
  *
  * Threads: thread-safe; but mind what AlarmListParser says of quoted strings.
+ * @since 1.0.0
  */
 class VN_EXPORT ThreadLocalAlarmListParser
 {

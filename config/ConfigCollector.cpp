@@ -153,7 +153,14 @@ void ConfigCollector::Private::readEntry(const Source &source, Found &found)
         throw ArchiveException(source.path, source.entry, ArchiveError::OverCollectionSizeLimit,
                                QStringLiteral("more than the limit of %1 bytes for all archives")
                                    .arg(*options.collectionSizeLimit));
-    found.bytes = FileUtils::readBytes(device);
+    try {
+        found.bytes = FileUtils::readBytes(device);
+    } catch (const ArchiveException &) {
+        throw;
+    } catch (const IOException &e) { // more than is read at once, which the limits may let through
+        throw ArchiveException(source.path, source.entry, ArchiveError::OverEntrySizeLimit,
+                               e.message());
+    }
     readSize += found.bytes.size();
     found.text = FileUtils::decodeText(found.bytes);
     // Kept on purpose: in an archive, a text without a header counts, too.

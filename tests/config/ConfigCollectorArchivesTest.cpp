@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 
 using vn::ConfigCollector;
 using vn::IOException;
@@ -278,6 +279,22 @@ const ArchiveRow kRows[] = {
       kSecond},
      [](ConfigCollector::Options &options) { options.ratioLimit = 2; }},
 };
+
+#ifndef __SANITIZE_ADDRESS__ // under which a gibibyte takes several
+TEST_F(CollectorTest, namesAnEntryThatIsMoreThanIsReadAtOnce)
+{
+    QTemporaryDir folder;
+    QFile content(folder.filePath("a.cfg"_q));
+    ASSERT_TRUE(content.open(QIODevice::WriteOnly) && content.resize(1 << 30));
+    runProgram("zip"_q, {"-q1"_q, path("a.zip"_q), "a.cfg"_q}, folder.path());
+    Options options;
+    options.entrySizeLimit = options.archiveSizeLimit = qint64(2) << 30;
+    options.ratioLimit = std::numeric_limits<int>::max();
+
+    EXPECT_EQ(collected({path("a.zip"_q)}, options).join("\n"_q),
+              "a.zip:a.cfg: entry unreadable (OverEntrySizeLimit): File too large"_q);
+}
+#endif
 
 class CollectedArchives : public CollectorTest, public testing::WithParamInterface<ArchiveRow>
 {

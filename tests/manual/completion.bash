@@ -60,8 +60,8 @@ gives 'set,show,splice' config s
 gives 'set,show,splice' config --json s # it is one of the words that may stand anywhere
 gives "$all_files" config show ''
 gives 'gate.cfg' config show g
-gives '--help,--json,--key,--password-file,--recursive,--section' config show --
-gives '--help,--json,--key,--password-file,--recursive' config show gate.cfg --section audio --
+gives '--archive-size-limit,--entry-count-limit,--entry-size-limit,--help,--json,--key,--password-file,--ratio-limit,--recursive,--section,--total-size-limit' config show --
+gives '--archive-size-limit,--entry-count-limit,--entry-size-limit,--help,--json,--key,--password-file,--ratio-limit,--recursive,--total-size-limit' config show gate.cfg --section audio --
 gives 'ethernet,two\ words' config show gate.cfg --section ''
 gives 'ethernet' config show gate.cfg --section e
 gives 'ethernet,two\ words' config show gate.cfg --section = ''
@@ -96,7 +96,7 @@ gives "$all_files" firmware gate.cfg gate.cfg ''
 gives '' app-version ''
 gives 'H30,H40,K30,K40,W40' version check --model ''
 gives 'k30-h30-k40-pattern,k30-h30-k40-return,k40-step' version rules k
-gives '--all-reasons,--available,--configurations,--csv,--help,--json,--literal,--models,--password-file,--recursive' version check --model K40D --
+gives '--all-reasons,--archive-size-limit,--available,--configurations,--csv,--entry-count-limit,--entry-size-limit,--help,--json,--literal,--models,--password-file,--ratio-limit,--recursive,--total-size-limit' version check --model K40D --
 gives '' erdinfo write event.erdinfo --id1 ''
 
 exit "$((failures > 0))"

@@ -74,7 +74,7 @@ gives 'set,show,splice' 'help config s'
 gives '--color,--help,--json,--version,-h' -
 gives 'check,compare,installable,lint,plan,rules,show,sort' 'version '
 gives 'set,show,splice' 'config s'
-gives '--help,--json,--key,--password-file,--recursive,--section,-h' 'config show -'
+gives '--archive-size-limit,--entry-count-limit,--entry-size-limit,--help,--json,--key,--password-file,--ratio-limit,--recursive,--section,--total-size-limit,-h' 'config show -'
 gives 'address,name' 'config diff --by '
 gives 'backups,gate.cfg' 'config show '
 gives 'backups,gate.cfg' '--json config show '
