@@ -364,13 +364,14 @@ QStringList AtomicFile::describe(Losses losses)
     return texts;
 }
 
-void AtomicFile::replaceText(const QString &path, const QString &text)
+AtomicFile::Losses AtomicFile::replaceText(const QString &path, const QString &text)
 {
     const SignalsHeldBack signalsHeldBack;
     AtomicFile file(path);
     file.open();
     internal::encodeUtf8(text, [&file](const QByteArray &piece) { file.write(piece); });
     file.commit();
+    return file.losses();
 }
 
 bool AtomicFile::create(const QString &path, const QByteArray &content)

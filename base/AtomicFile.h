@@ -137,10 +137,10 @@ public:
 
     /**
      * The same with the UTF-8 of @p text, which is encoded piece by piece: it may be longer than a
-     * QByteArray can be.
+     * QByteArray can be. Returns what the new file could not keep.
      * @throws FileException as replace()
      */
-    static void replaceText(const QString &path, const QString &text);
+    static Losses replaceText(const QString &path, const QString &text);
 
     /**
      * Makes a new file at @p path that holds @p content: it is there whole or not at all. Returns

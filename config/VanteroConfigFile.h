@@ -4,6 +4,7 @@
 #ifndef VN_CONFIG_VANTEROCONFIGFILE_H
 #define VN_CONFIG_VANTEROCONFIGFILE_H
 
+#include "base/AtomicFile.h"
 #include "base/Export.h"
 #include "base/smart.h"
 #include "config/VanteroConfigMap.h"
@@ -262,10 +263,11 @@ public:
     /**
      * The same as AtomicFile::replace() does it: at any moment the file is the old or the new one,
      * and a full disk leaves the old one. The text is that of one moment, whatever other threads
-     * do.
+     * do. Returns what the new file could not keep of the old one: its owner, its access list and
+     * so on.
      * @throws FileException when the file cannot be written
      */
-    void storeAtomic(const QString &path) const;
+    AtomicFile::Losses storeAtomic(const QString &path) const;
 
     /**
      * Adds the text (not the map) to @p archive as the entry @p entryName.

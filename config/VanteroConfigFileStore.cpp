@@ -31,13 +31,13 @@ void VanteroConfigFile::store(const QString &path)
     });
 }
 
-void VanteroConfigFile::storeAtomic(const QString &path) const
+AtomicFile::Losses VanteroConfigFile::storeAtomic(const QString &path) const
 {
-    onlyThrows<IOException>([&] {
+    return onlyThrows<IOException>([&] {
         QMutexLocker lock(m_lock.get());
         const QString text = m_sourceText;
         lock.unlock(); // a disk may take its time
-        AtomicFile::replaceText(path, text);
+        return AtomicFile::replaceText(path, text);
     });
 }
 

@@ -17,6 +17,7 @@
 #include <QtCore/QTemporaryDir>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace vn;
 
@@ -132,6 +133,18 @@ TEST(StoreAtomic, replacesTheFileAndDoesNotWriteIntoIt)
     config.storeAtomic(path);
     EXPECT_EQ(old.readAll(), QByteArray()) << "who has it open keeps the old one";
     EXPECT_EQ(readFile(path), text.toUtf8());
+}
+
+TEST(StoreAtomic, tellsWhatTheFileCouldNotKeep)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath("cam.cfg"_q);
+    VanteroConfigFile config;
+    EXPECT_EQ(config.storeAtomic(path), AtomicFile::Losses());
+    ASSERT_EQ(::link(path.toLocal8Bit().constData(),
+                     dir.filePath("other.cfg"_q).toLocal8Bit().constData()),
+              0);
+    EXPECT_EQ(config.storeAtomic(path), AtomicFile::Losses(AtomicFile::Loss::OtherNames));
 }
 
 TEST(StoreAtomic, unopenablePathIsNamed)
