@@ -28,7 +28,7 @@ ToolError outputError(const QString &message, const QString &path)
     return ToolError(ExitCode::OutputFailed, message).at(path);
 }
 
-bool isThere(const QString &path)
+bool isOccupied(const QString &path)
 {
     const QFileInfo info(path);
     return info.exists() || info.isSymLink(); // a link to nothing does not exist for Qt
@@ -66,7 +66,7 @@ public:
         try {
             for (QStringList taken = m_files.commit(); !taken.isEmpty(); taken = m_files.commit())
                 for (const QString &name : qAsConst(taken))
-                    rename(name);
+                    giveAnotherName(name);
         } catch (const FileException &e) {
             throw outputError(e.reason(), m_folder.path());
         }
@@ -83,7 +83,7 @@ public:
     }
 
 private:
-    void rename(const QString &name)
+    void giveAnotherName(const QString &name)
     {
         QString other = m_newNames.instead(name, m_isTaken);
         while (!m_files.rename(name, other))
@@ -110,7 +110,7 @@ public:
         : m_path(path)
         , m_writer(path, password)
     {
-        if (isThere(path))
+        if (isOccupied(path))
             throw outputError(QStringLiteral("there already"), path);
     }
 
