@@ -11,6 +11,7 @@
 #include <QtCore/QBuffer>
 
 #include <functional>
+#include <limits>
 
 using namespace vn;
 
@@ -217,6 +218,25 @@ TEST_F(ZipErrors, tellDamageThatMayBeAWrongPassword)
     ASSERT_TRUE(zip.openFile(zip.entryName(1)));
     EXPECT_FALSE(FileUtils::readText(&zip).isEmpty());
     EXPECT_EQ(zip.error(), Error::None);
+}
+
+TEST_F(ZipErrors, tellDataWhereThereShouldBeNone)
+{
+    const QString path = this->path("a.zip"_q);
+    makeByPython(path, {{"a"_q, "content of a"_b}, {"large"_q, QByteArray(17 << 20, 'x')}});
+    QByteArray bytes = readFile(path);
+    const QByteArray none(4, '\0'); // the size of "a", in its header and in the directory
+    bytes.replace(22, 4, none).replace(bytes.indexOf("PK\1\2") + 24, 4, none);
+    writeFile(path, bytes);
+    ZipReader zip(path);
+    zip.setRatioLimit(std::numeric_limits<int>::max());
+    ASSERT_TRUE(zip.open(QIODevice::ReadOnly));
+    const QString reason = "ZIP uncompressed data is wrong size (read 12, expected 0)*"_q;
+    // as the first, and behind one whose memory is given back
+    expectFails(&zip, path, "a"_q, Error::Damaged, reason);
+    ASSERT_TRUE(zip.openFile("large"_q));
+    EXPECT_EQ(FileUtils::readText(&zip).size(), 17 << 20);
+    expectFails(&zip, path, "a"_q, Error::Damaged, reason);
 }
 
 TEST_F(ZipErrors, tellWhichLimitItIs)
