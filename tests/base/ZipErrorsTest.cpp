@@ -223,20 +223,25 @@ TEST_F(ZipErrors, tellDamageThatMayBeAWrongPassword)
 TEST_F(ZipErrors, tellDataWhereThereShouldBeNone)
 {
     const QString path = this->path("a.zip"_q);
-    makeByPython(path, {{"a"_q, "content of a"_b}, {"large"_q, QByteArray(17 << 20, 'x')}});
-    QByteArray bytes = readFile(path);
-    const QByteArray none(4, '\0'); // the size of "a", in its header and in the directory
-    bytes.replace(22, 4, none).replace(bytes.indexOf("PK\1\2") + 24, 4, none);
-    writeFile(path, bytes);
-    ZipReader zip(path);
-    zip.setRatioLimit(std::numeric_limits<int>::max());
-    ASSERT_TRUE(zip.open(QIODevice::ReadOnly));
-    const QString reason = "ZIP uncompressed data is wrong size (read 12, expected 0)*"_q;
-    // as the first, and behind one whose memory is given back
-    expectFails(&zip, path, "a"_q, Error::Damaged, reason);
-    ASSERT_TRUE(zip.openFile("large"_q));
-    EXPECT_EQ(FileUtils::readText(&zip).size(), 17 << 20);
-    expectFails(&zip, path, "a"_q, Error::Damaged, reason);
+    for (const bool isStored : {false, true}) {
+        makeByPython(path, {{"a"_q, "content of a"_b}, {"large"_q, QByteArray(17 << 20, 'x')}},
+                     isStored);
+        QByteArray bytes = readFile(path);
+        const QByteArray none(4, '\0'); // the size of "a", in its header and in the directory
+        bytes.replace(22, 4, none).replace(bytes.indexOf("PK\1\2") + 24, 4, none);
+        writeFile(path, bytes);
+        ZipReader zip(path);
+        zip.setRatioLimit(std::numeric_limits<int>::max());
+        ASSERT_TRUE(zip.open(QIODevice::ReadOnly));
+        const QString reason = isStored
+                                   ? "more than the 0 bytes of the directory"_q
+                                   : "ZIP uncompressed data is wrong size (read 12, expected 0)*"_q;
+        // as the first, and behind one whose memory is given back
+        expectFails(&zip, path, "a"_q, Error::Damaged, reason);
+        ASSERT_TRUE(zip.openFile("large"_q));
+        EXPECT_EQ(FileUtils::readText(&zip).size(), 17 << 20);
+        expectFails(&zip, path, "a"_q, Error::Damaged, reason);
+    }
 }
 
 TEST_F(ZipErrors, tellWhichLimitItIs)
