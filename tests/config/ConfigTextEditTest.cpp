@@ -145,6 +145,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "#:1\r\n#:2\r\n# Camera IP: 10.0.0.3\r\n\r\nSECTION s\r\nENDSECTION s"_q},
         EditRow{"anAddressWithoutAHeader", set("head", "Factory IP", "10.0.0.3"), "#:1"_q,
                 "#:1\n\n\nSECTION head\nFactory IP=10.0.0.3\nENDSECTION head\n"_q},
+        EditRow{"anAddressBehindAnOpenLine", set("head", "Factory IP", "10.0.0.3"), "#:1\n#:2"_q,
+                "#:1\n#:2\n\nSECTION head\nFactory IP=10.0.0.3\nENDSECTION head\n"_q},
         EditRow{"aSecondAddressInABlock", add("head", "Factory IP", "10.0.0.3"),
                 "#:1\n#:2\n# Camera IP: 10.0.0.1\n\n"_q,
                 "#:1\n#:2\n# Camera IP: 10.0.0.1\n\nSECTION head\nFactory IP=10.0.0.3\n"_q +
@@ -392,6 +394,18 @@ TEST(ConfigTextEdits, anImageCommentHasNoHeader)
     VanteroConfigText empty(QString(), VanteroConfigText::Form::ImageComment);
     EXPECT_TRUE(empty.setValue("s"_q, "k"_q, "1"_q));
     EXPECT_EQ(empty.text(), "SECTION s\nk=1\nENDSECTION s\n"_q);
+}
+
+TEST(ConfigTextEdits, stayWithTheirTextWhenItIsCopiedOrMoved)
+{
+    VanteroConfigText text(kHead + "SECTION s\nk=1\nENDSECTION s\n"_q);
+    EXPECT_TRUE(text.setValue("s"_q, "k"_q, "2"_q));
+    VanteroConfigText other((QString()));
+    other = text;
+    EXPECT_TRUE(text.setValue("s"_q, "k"_q, "3"_q));
+    const VanteroConfigText moved = std::move(text);
+    EXPECT_EQ(moved.text(), kHead + "SECTION s\nk=3\nENDSECTION s\n"_q);
+    EXPECT_EQ(other.text(), kHead + "SECTION s\nk=2\nENDSECTION s\n"_q);
 }
 
 // ---- Random texts and edits --------------------------------------------------------------------
