@@ -157,6 +157,7 @@ protected:
                                                      {Access::FileGroup, 0},
                                                      {Access::Mask, 6},
                                                      {Access::Others, 0}}));
+        EXPECT_TRUE(result || errno == ENOTSUP) << "the list itself is wrong: " << errno;
         EXPECT_TRUE(QFile::remove(file));
         return result;
     }
@@ -222,7 +223,9 @@ TEST_F(AtomicFileAccess, keepsExtendedAttributes)
 {
     const QString file = teamFile(0644);
     const QByteArray binary = "a\0\xFF b"_b + QByteArray(300, 'x');
-    if (!setAttribute(file, "user.site", binary))
+    const bool isKept = setAttribute(file, "user.site", binary);
+    ASSERT_TRUE(isKept || errno == ENOTSUP) << errno;
+    if (!isKept)
         GTEST_SKIP() << "the file system of the temporary folder has no extended attributes";
     ASSERT_TRUE(setAttribute(file, "user.empty", ""_b));
     ASSERT_TRUE(setAttribute(file, "trusted.vantero", "t"_b));
@@ -239,10 +242,16 @@ TEST_F(AtomicFileAccess, keepsWhatWritingTakesAway)
     EXPECT_TRUE(as(kOwner, kTeam, {},
                    [&] { return AtomicFile::replaceWithReport(file, "new"_b) == Losses(); }));
     EXPECT_EQ(modeOf(file), 06755U);
+}
 
+TEST_F(AtomicFileAccess, keepsCapabilitiesOrTellsThatTheyAreLost)
+{
+    const QString file = teamFile(0755);
     // The right to open low ports; version 2, effective.
     const QByteArray capability = QByteArray::fromHex("0100000200040000000000000000000000000000");
-    if (!setAttribute(file, "security.capability", capability))
+    const bool isGiven = setAttribute(file, "security.capability", capability);
+    ASSERT_TRUE(isGiven || errno == EPERM || errno == ENOTSUP) << errno; // as in some containers
+    if (!isGiven)
         GTEST_SKIP() << "capabilities cannot be given to files here";
     EXPECT_EQ(AtomicFile::replaceWithReport(file, "newer"_b), Losses());
     EXPECT_EQ(attribute(file, "security.capability"), capability);
